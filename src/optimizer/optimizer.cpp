@@ -4,10 +4,15 @@
 
 #include "base/console.h"
 #include "dfg/dfg.h"
+#include "optimizer/verifier.h"
 
 namespace xfc {
 
+#ifdef XFC_VERIFY
+void (*after_optimizer_pass)(std::size_t index) = verify_after_pass;
+#else
 void (*after_optimizer_pass)(std::size_t index) = nullptr;
+#endif
 
 namespace {
 

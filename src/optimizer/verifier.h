@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace xfc {
@@ -22,5 +23,9 @@ struct graph_expectations {
 /// Whether every consumer entry is its consumer's source, as it is right after translation unless a variable was
 /// assigned twice.
 [[nodiscard]] bool consumers_agree();
+
+/// Checks what must hold behind the pass of that row of the pass table; aborts the process at the first violation.
+/// Verifying builds call it after every pass.
+void verify_after_pass(std::size_t index);
 
 }  // namespace xfc
