@@ -71,10 +71,8 @@ private:
 /// One value for a placeholder of `write_format`: text for %s, a number for %ld, %d and %f.
 inline void append_argument(text_writer& out, std::string_view text) { out.append(text); }
 template <class number>
-    requires std::is_integral_v<number>
-void append_argument(text_writer& out, number value) {
-    out.append_integer(static_cast<std::int64_t>(value));
-}
+requires std::is_integral_v<number>
+void append_argument(text_writer& out, number value) { out.append_integer(static_cast<std::int64_t>(value)); }
 inline void append_argument(text_writer& out, double value) { out.append_fixed(value); }
 
 /// Writes a template without placeholders as it stands.

@@ -19,15 +19,15 @@ namespace xfc {
 
 /// Where a generic's value comes from.
 enum class generic_source : std::uint8_t {
-    option,               ///< a field of `compile_options`
-    one,                  ///< the constant 1
-    output_select,        ///< the node's output selector
-    option_if_selector_0, ///< the field while the output selector is 0, else 1
-    output_width,         ///< bits of the node's output
-    latency,              ///< the node's latency in cycles
-    select_flags_4,       ///< a line of four generics, one of them 1: ieeeoutput, xoutput, multoutput, divoutput
-    select_flags_mult,    ///< a line of three: ieeeoutput, xoutput, multoutput
-    select_flags_div,     ///< a line of three: ieeeoutput, xoutput, divoutput
+    option,                ///< a field of `compile_options`
+    one,                   ///< the constant 1
+    output_select,         ///< the node's output selector
+    option_if_selector_0,  ///< the field while the output selector is 0, else 1
+    output_width,          ///< bits of the node's output
+    latency,               ///< the node's latency in cycles
+    select_flags_4,        ///< a line of four generics, one of them 1: ieeeoutput, xoutput, multoutput, divoutput
+    select_flags_mult,     ///< a line of three: ieeeoutput, xoutput, multoutput
+    select_flags_div,      ///< a line of three: ieeeoutput, xoutput, divoutput
 };
 
 /// What stands between an item and the next one.
@@ -36,7 +36,7 @@ enum class generic_break : std::uint8_t { none, line, line_without_comma };
 struct generic_item {
     std::string_view name;
     generic_source source = generic_source::option;
-    std::int32_t compile_option_record::* option = nullptr;
+    std::int32_t compile_option_record::*option = nullptr;
     generic_break behind = generic_break::none;
 };
 
@@ -59,19 +59,19 @@ struct generic_list {
 
 /// Bits of a bus on an instance's port. The flags sat, zip and nan lie directly above the value field.
 enum class bus_form : std::uint8_t {
-    none,                    ///< the port does not exist
-    plain_32,                ///< 32 bits: Long, Float
-    plain_64,                ///< 64 bits: Double
-    plain_output_width,      ///< as wide as the node's output
-    plain_mantissa,          ///< value field of an XFloat, no flags
-    xfloat,                  ///< mantissa + 10 bits and flags
-    ydouble,                 ///< 77 bits and flags
-    multiplier,              ///< 67 bits and flags: a YDouble at the double-precision multiplier and divider
-    plain_32_or_xfloat,      ///< plain_32 when the node's output has 32 bits, else xfloat
-    by_output_select,        ///< 0: plain_64, 1: ydouble, 2: multiplier, anything else: nothing is written
-    by_target,               ///< selector * 10 + 67 bits and flags
-    by_output_width,         ///< three bits less than the node's output, and flags
-    plain_32_with_flags,     ///< Kept: 32 bits, and flags that the bus does not have, where an XFloat has them
+    none,                 ///< the port does not exist
+    plain_32,             ///< 32 bits: Long, Float
+    plain_64,             ///< 64 bits: Double
+    plain_output_width,   ///< as wide as the node's output
+    plain_mantissa,       ///< value field of an XFloat, no flags
+    xfloat,               ///< mantissa + 10 bits and flags
+    ydouble,              ///< 77 bits and flags
+    multiplier,           ///< 67 bits and flags: a YDouble at the double-precision multiplier and divider
+    plain_32_or_xfloat,   ///< plain_32 when the node's output has 32 bits, else xfloat
+    by_output_select,     ///< 0: plain_64, 1: ydouble, 2: multiplier, anything else: nothing is written
+    by_target,            ///< selector * 10 + 67 bits and flags
+    by_output_width,      ///< three bits less than the node's output, and flags
+    plain_32_with_flags,  ///< Kept: 32 bits, and flags that the bus does not have, where an XFloat has them
 };
 
 /// How the component writes a constant operand's field.
@@ -79,10 +79,10 @@ enum class constant_form : std::uint8_t { adder, multiplier, divider };
 
 /// How the component is instantiated.
 enum class instance_kind : std::uint8_t {
-    none,              ///< without an instance: a wire, or a conversion that has no component
-    operator_instance, ///< labelled "cmp"; operands aa and bb, result cc
-    single_function,   ///< labelled "lib"; unpacked single-precision operand and result
-    double_function,   ///< labelled "lib"; unpacked double-precision operand and result
+    none,               ///< without an instance: a wire, or a conversion that has no component
+    operator_instance,  ///< labelled "cmp"; operands aa and bb, result cc
+    single_function,    ///< labelled "lib"; unpacked single-precision operand and result
+    double_function,    ///< labelled "lib"; unpacked double-precision operand and result
 };
 
 /// Which input drives a library function's operand.
@@ -94,23 +94,23 @@ struct component_row {
     instance_kind kind = instance_kind::none;
     generic_list generics{};
 
-    bus_form aa = bus_form::none;    ///< operator: operand from the first input
-    bus_form bb = bus_form::none;    ///< operator: operand from the second input
-    bus_form cc = bus_form::none;    ///< operator: result
-    bool addsub = false;             ///< operator: has the adder select
-    bool accepts_constants = false;  ///< operator: a constant operand is read from the node's constant signal
+    bus_form aa = bus_form::none;           ///< operator: operand from the first input
+    bus_form bb = bus_form::none;           ///< operator: operand from the second input
+    bus_form cc = bus_form::none;           ///< operator: result
+    bool addsub = false;                    ///< operator: has the adder select
+    bool accepts_constants = false;         ///< operator: a constant operand is read from the node's constant signal
     bool passed_over_when_removed = false;  ///< Kept: a merged arithmetic node would be written all the same.
 
     function_operand operand = function_operand::first_input;  ///< library function
     bool has_scale_operand = false;                            ///< library function: ldexp's integer bb
 
     constant_form constant = constant_form::adder;
-    bool integer_constant = false;            ///< the constant operand is a Long, its signal 32 bits wide
-    std::int32_t constant_signal_width = 0;   ///< bits; 0: three less than the output
-    bool multiplier_bus_constant = false;     ///< the constant operand has the 67-bit multiplier form
+    bool integer_constant = false;           ///< the constant operand is a Long, its signal 32 bits wide
+    std::int32_t constant_signal_width = 0;  ///< bits; 0: three less than the output
+    bool multiplier_bus_constant = false;    ///< the constant operand has the 67-bit multiplier form
 
-    std::int32_t indent = 15;          ///< blanks in front of a continued generic line
-    std::int32_t verilog_indent = 15;  ///< the same in Verilog
+    std::int32_t indent = 15;                   ///< blanks in front of a continued generic line
+    std::int32_t verilog_indent = 15;           ///< the same in Verilog
     std::string_view verilog_opening = " # (";  ///< Verilog, between name and generics
 
     bool has_clock_ports = true;
@@ -172,6 +172,7 @@ inline constexpr generic_item device_of_logarithm = option("device", &compile_op
 inline constexpr std::string_view open_line = " # (\n";
 inline constexpr std::string_view open_indented_line = " # (\n  ";
 
+// clang-format off
 inline constexpr component_row table[] = {
     // A wire: the node only passes its value through.
     {.name = "", .printed_name = ""},
@@ -331,6 +332,7 @@ inline constexpr component_row table[] = {
     {.name = "xfc_ldexp1x", .printed_name = "", .integer_constant = true, .constant_signal_width = 32},
     {.name = "xfc_ldexp2x", .printed_name = "", .integer_constant = true, .constant_signal_width = 32},
 };
+// clang-format on
 
 }  // namespace component_rows
 

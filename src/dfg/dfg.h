@@ -72,12 +72,12 @@ struct dfg_node {
 inline constexpr std::int32_t no_slot = -1;
 
 struct dfg_graph {
-    std::vector<dfg_node> nodes;      ///< `capacity` slots
-    std::int32_t capacity = 0;        ///< 10000 when created; doubles when no slot is free
-    std::int32_t free_head = no_slot; ///< first free slot, `no_slot` when all are in use
+    std::vector<dfg_node> nodes;       ///< `capacity` slots
+    std::int32_t capacity = 0;         ///< 10000 when created; doubles when no slot is free
+    std::int32_t free_head = no_slot;  ///< first free slot, `no_slot` when all are in use
 
     std::unordered_map<std::string_view, std::int32_t> first_slot_by_name;  ///< lowest slot of each name
-    arena memory;                                                          ///< ports, links and attribute records
+    arena memory;                                                           ///< ports, links and attribute records
 };
 
 /// The one graph of the run.

@@ -27,7 +27,7 @@ constexpr std::size_t name_buffer_size = 32;
 
 void forget_earlier_run() {
     if (source_file != nullptr) {
-        std::fclose(std::exchange(source_file, nullptr));
+        static_cast<void>(std::fclose(std::exchange(source_file, nullptr)));
     }
     source_path.clear();
     line_number = -1;
@@ -59,7 +59,7 @@ void read_source() {
     line_number = 1;
     // A parse that gives up leaves the tree built so far; its errors are counted and decide the verdict at the end.
     static_cast<void>(parse());
-    std::fclose(std::exchange(source_file, nullptr));
+    static_cast<void>(std::fclose(std::exchange(source_file, nullptr)));
 }
 
 /// The phases in order. Each works on what the one before left in the process-wide records.
@@ -77,7 +77,8 @@ void compile(const char* source) {
     const std::string base_name = derive_base_name(source);
     write_format(standard_output, "\n********************\n***   EMIT CODE  ***\n********************\n\n");
     (compile_options.verilog == 1 ? emit_verilog : emit_vhdl)(base_name);
-    write_format(standard_output, "\n**************************\n* REPORT                 *\n**************************\n\n");
+    write_format(standard_output,
+                 "\n**************************\n* REPORT                 *\n**************************\n\n");
     write_format(standard_output, " Maximum Latency %ld    \n", max_latency);
 }
 

@@ -11,7 +11,7 @@ namespace {
 [[noreturn]] void end_without_memory() {
     // Nothing that allocates may run any more.
     const std::string_view text = xfc::catalogue_entry(xfc::message_id::out_of_memory).text;
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
     std::_Exit(1);
 }
 

@@ -12,12 +12,12 @@ namespace xfc {
 /// One switch of the command line.
 struct switch_row {
     std::string_view name;
-    std::int32_t compile_option_record::* field;
+    std::int32_t compile_option_record::*field;
     bool takes_value = false;
-    std::int32_t value = 1;                              ///< stored when the switch takes no value
-    bool (*accepts)(std::int32_t value) = nullptr;       ///< null: every value
+    std::int32_t value = 1;                                 ///< stored when the switch takes no value
+    bool (*accepts)(std::int32_t value) = nullptr;          ///< null: every value
     message_id out_of_range = message_id::mm_out_of_range;  ///< said when `accepts` refuses
-    void (*after)() = nullptr;                           ///< settles what the switch means for other fields
+    void (*after)() = nullptr;                              ///< settles what the switch means for other fields
 };
 
 /// All switches in the order in which an argument is compared with them.

@@ -55,7 +55,8 @@ encoding_choice choose_for_second_input(const dfg_node& node) {
 /// Writes the constant of one node.
 class constant_writer {
 public:
-    constant_writer(const emission& to, std::int32_t slot) : to_(to), row_(*attributes_at(slot).component), name_(slot) {}
+    constant_writer(const emission& to, std::int32_t slot)
+        : to_(to), row_(*attributes_at(slot).component), name_(slot) {}
 
     void write(const encoding_choice& choice, double value) {
         if (choice.ieee_float) {
@@ -86,9 +87,7 @@ private:
         to_.out.append(to_.language.assign_arrow);
     }
 
-    void close_field(std::string_view encoding) {
-        write_format(to_.out, ";  %s %s\n", to_.language.comment, encoding);
-    }
+    void close_field(std::string_view encoding) { write_format(to_.out, ";  %s %s\n", to_.language.comment, encoding); }
 
     /// A field of the constant signal, as wide as its range.
     void write_field(std::int32_t high, std::int32_t low, std::int64_t value, std::string_view encoding) {

@@ -43,8 +43,8 @@ struct hdl_language {
     // An instance: what precedes its generics, and what opens its port list. `label` is "cmp" or "lib".
     void (*open_instance)(text_writer& out, const component_row& row, std::string_view label, std::int64_t number);
     void (*open_ports)(text_writer& out, const component_row& row, std::string_view label, std::int64_t number);
-    std::string_view clock_ports;                         ///< first line of a port list
-    const std::int32_t component_row::* generics_indent;  ///< blanks in front of a continued generic line
+    std::string_view clock_ports;                        ///< first line of a port list
+    const std::int32_t component_row::*generics_indent;  ///< blanks in front of a continued generic line
 
     // Values of ports.
     std::string_view flag_zero;

@@ -67,7 +67,11 @@ std::optional<bus_bits> bits_of_port(bus_form form, const dfg_node& node) {
 class instance_writer {
 public:
     instance_writer(const emission& to, std::int32_t slot)
-        : to_(to), out_(to.out), language_(to.language), slot_(slot), node_(node_at(slot)),
+        : to_(to),
+          out_(to.out),
+          language_(to.language),
+          slot_(slot),
+          node_(node_at(slot)),
           row_(*node_.attributes->component) {}
 
     void write_operator(std::int64_t number) {
@@ -183,7 +187,9 @@ private:
         }
     }
 
-    void indent_generics() { out_.append(std::string_view("               ", static_cast<std::size_t>(row_.*language_.generics_indent))); }
+    void indent_generics() {
+        out_.append(std::string_view("               ", static_cast<std::size_t>(row_.*language_.generics_indent)));
+    }
 
     [[nodiscard]] std::int32_t generic_value(const generic_item& item) const {
         switch (item.source) {

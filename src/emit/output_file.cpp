@@ -21,7 +21,7 @@ std::FILE* open_unless_source(const std::string& name) {
         fail(message_id::cannot_open_output, name);
     }
     // The writer in front of the stream has the buffer.
-    std::setvbuf(stream, nullptr, _IONBF, 0);
+    static_cast<void>(std::setvbuf(stream, nullptr, _IONBF, 0));
     return stream;
 }
 
@@ -42,7 +42,7 @@ output_file::output_file(std::string name)
 
 output_file::~output_file() {
     if (stream_ != nullptr) {
-        std::fclose(stream_);
+        static_cast<void>(std::fclose(stream_));
     }
 }
 
@@ -50,7 +50,7 @@ void output_file::close() {
     const bool written = writer_.flush();
     const bool closed = std::fclose(std::exchange(stream_, nullptr)) == 0;
     if (!written || !closed) {
-        std::remove(name_.c_str());
+        static_cast<void>(std::remove(name_.c_str()));
         fail(message_id::cannot_write_output, name_);
     }
 }

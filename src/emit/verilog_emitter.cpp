@@ -52,9 +52,8 @@ void write_module_header(const emission& to) {
 
 void write_port_declarations(const emission& to) {
     write_format(to.out, "input sysclk;\ninput reset;\ninput enable;\ninput startin;\n");
-    write_input_ports([&](const dfg_node& node) {
-        write_format(to.out, "input [%ld : 1] %s;\n", node.inputs[0].width, node.name);
-    });
+    write_input_ports(
+        [&](const dfg_node& node) { write_format(to.out, "input [%ld : 1] %s;\n", node.inputs[0].width, node.name); });
     write_format(to.out, "\noutput startout;\n");
     write_output_ports(to, "\n", [&](const dfg_node& node) {
         write_format(to.out, "output [%ld : 1] %s;", node.outputs[0].width, node.name);

@@ -30,9 +30,9 @@ constexpr int no_character = -1;
 
 /// The operators of more than one character, in the order of their codes from `token_first_operator` on.
 /// Kept: the and-assign operator is spelled with two ampersands; "&=" is two tokens.
-constexpr std::array<std::string_view, 21> operator_spellings{"||", "&&", "==", "!=", "<=", ">=", "<<",
-                                                              ">>", "++", "--", "->", "+=", "-=", "*=",
-                                                              "/=", "%=", "<<=", ">>=", "&&=", "^=", "|="};
+constexpr std::array<std::string_view, 21> operator_spellings{
+    "||", "&&", "==", "!=", "<=", ">=",  "<<",  ">>",  "++", "--", "->",
+    "+=", "-=", "*=", "/=", "%=", "<<=", ">>=", "&&=", "^=", "|="};
 
 struct scanner_state {
     std::array<char, buffer_size> buffer{};
@@ -314,8 +314,9 @@ void start() {
 }  // namespace
 
 std::int32_t lookup_keyword(std::string_view text) {
-    const auto* row = std::lower_bound(keyword_table.begin(), keyword_table.end(), text,
-                                       [](const keyword_row& left, std::string_view right) { return left.spelling < right; });
+    const auto* row =
+        std::lower_bound(keyword_table.begin(), keyword_table.end(), text,
+                         [](const keyword_row& left, std::string_view right) { return left.spelling < right; });
     return row != keyword_table.end() && row->spelling == text ? row->code : token_identifier;
 }
 

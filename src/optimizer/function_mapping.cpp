@@ -159,8 +159,8 @@ constexpr multiplicative_row multiplicative_rows[] = {
     {"*", in_ydouble, component("xfc_mulfp2x"), only_consumer::any, no_format, multiply_double, w70, w80, 1},
     {"/", in_ydouble, component("xfc_divfp2x"), only_consumer::of_format, in_double, divide_double_to_ieee, w70, w64,
      0},
-    {"/", in_ydouble, component("xfc_divfp2x"), only_consumer::multiplicative, no_format,
-     divide_double_for_multiplier, w70, w70, 2},
+    {"/", in_ydouble, component("xfc_divfp2x"), only_consumer::multiplicative, no_format, divide_double_for_multiplier,
+     w70, w70, 2},
     {"/", in_ydouble, component("xfc_divfp2x"), only_consumer::any, no_format, divide_double, w70, w80, 1},
 };
 

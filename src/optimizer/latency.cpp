@@ -47,7 +47,7 @@ public:
             std::uint64_t ahead = ~std::uint64_t{0};
             while ((words_[word] & ahead) != 0) {
                 const int bit = std::countr_zero(words_[word] & ahead);
-                ahead = bit == bits - 1 ? 0 : ~std::uint64_t{0} << (bit + 1);
+                ahead = ~std::uint64_t{0} << bit << 1;
                 words_[word] &= ~(std::uint64_t{1} << bit);
                 visit(static_cast<std::int32_t>(word * bits) + bit);
             }

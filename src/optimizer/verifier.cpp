@@ -168,7 +168,8 @@ void verify_after_pass(std::size_t index) {
         violation = verify_schedule();
     }
     if (!violation.empty()) {
-        std::fprintf(stderr, "%sgraph check: %s\n", std::string(passes[index].banner).c_str(), violation.c_str());
+        static_cast<void>(
+            std::fprintf(stderr, "%sgraph check: %s\n", std::string(passes[index].banner).c_str(), violation.c_str()));
         std::abort();
     }
 }
