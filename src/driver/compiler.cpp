@@ -70,6 +70,7 @@ void compile(const char* source) {
     write_format(standard_output, "\nCompiler Version MVTK - May 6 2009\n\n");
     write_format(standard_output, "\n*****************\n***   PARSE   ***\n*****************\n\n");
     flatten_tree();          // later passes read labels in a row, not the tree
+    release_parse_tree();    // its memory serves the graph
     process_declarations();  // the translator needs every name's type
     make_expressions();      // statements become the dataflow graph
     write_format(standard_output, "\n**************\n***   DFG  ***\n**************\n\n");

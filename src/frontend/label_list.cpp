@@ -19,6 +19,7 @@ void append_label(std::string_view text, std::int32_t line) {
 
 void flatten_tree() {
     label_list.clear();
+    label_list.reserve(count_tree_labels() + 1);
     // The second subtrees still to be visited; a tree of any depth must not use the machine's stack.
     std::vector<const parse_node*> postponed;
     const parse_node* node = parse_tree_root;

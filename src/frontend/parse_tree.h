@@ -9,7 +9,7 @@ namespace xfc {
 /// Longest label or token text that a leaf or a label entry keeps, in characters.
 inline constexpr std::size_t longest_label = 31;
 
-/// Node of the binary parse tree. It lives until the process ends.
+/// Node of the binary parse tree.
 struct parse_node {
     parse_node* first;       ///< first subtree, or null
     parse_node* second;      ///< second subtree, or null
@@ -24,7 +24,13 @@ extern parse_node* parse_tree_root;
 /// Makes a node. `label` must outlive the tree; of `text` at most 31 characters are copied.
 parse_node* make_node(parse_node* first, parse_node* second, std::string_view label, std::string_view text = {});
 
-/// Forgets the tree of an earlier run and frees its nodes.
+/// Labels and texts of all nodes made: an upper bound of what the flattened tree holds.
+[[nodiscard]] std::size_t count_tree_labels();
+
+/// Frees the nodes; their texts stay, since label lists and graphs refer to them.
+void release_parse_tree();
+
+/// Forgets the tree of an earlier run with all its texts.
 void clear_parse_tree();
 
 }  // namespace xfc
