@@ -24,6 +24,9 @@ public:
             append_past_buffer(text);
             return;
         }
+        if (text.empty()) {
+            return;  // an empty text may have no address
+        }
         std::memcpy(buffer() + used_, text.data(), text.size());
         used_ += text.size();
     }

@@ -106,9 +106,8 @@ private:
         if (operation != operator_labels.end()) {
             emit(token_kind::operation, operation->node_name);
         } else if (label == labels::function_call) {
-            // The name is stepped over, or it would be a value as well.
-            label_cursor += 2;
-            emit(token_kind::function, label_ahead());
+            emit(token_kind::function, label_ahead(2));
+            step_over_function_name();
         } else if (label == labels::identifier) {
             ++label_cursor;
             emit(token_kind::named_value, label_ahead());
@@ -117,6 +116,14 @@ private:
             const double value = read_number(label_ahead());
             emit(token_kind::constant, label == labels::float_constant ? float_type : long_type,
                  minus ? -value : value);
+        }
+    }
+
+    /// Puts the cursor on the name, or it would be a value as well; on the end mark when that comes first, which takes
+    /// a called string.
+    static void step_over_function_name() {
+        for (int steps = 0; steps < 2 && !at_end(); ++steps) {
+            ++label_cursor;
         }
     }
 

@@ -1,0 +1,148 @@
+// Usage: xfc_bench XFC_BINARY [SHAPE [OPERATORS]]
+// Times whole compilations and prints a table; in the same run, side by side, a copy of the output file with cp and a
+// syntax check of the same source with clang. Every figure is the median of the runs of one command.
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "program_shapes.h"
+
+extern char** environ;
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace xfc::bench;
+
+constexpr int runs = 3;
+
+struct measurement {
+    double seconds = 0;
+    long peak_kilobytes = 0;
+};
+
+/// Runs a command with its standard output sent to a file; nothing when it cannot be started or fails.
+std::optional<measurement> run_once(const std::vector<std::string>& command) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "log", O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    std::vector<char*> arguments;
+    for (const std::string& argument : command) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    pid_t child = 0;
+    const auto start = std::chrono::steady_clock::now();
+    const int started = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    rusage usage{};
+    if (started != 0 || wait4(child, &status, 0, &usage) != child || status != 0) {
+        return std::nullopt;
+    }
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    return measurement{elapsed.count(), usage.ru_maxrss};
+}
+
+std::optional<measurement> median_run(const std::vector<std::string>& command) {
+    std::vector<measurement> results;
+    for (int run = 0; run < runs; ++run) {
+        const std::optional<measurement> result = run_once(command);
+        if (!result) {
+            return std::nullopt;
+        }
+        results.push_back(*result);
+    }
+    std::sort(results.begin(), results.end(),
+              [](const measurement& left, const measurement& right) { return left.seconds < right.seconds; });
+    return results[runs / 2];
+}
+
+void print_cell(const std::optional<measurement>& result) {
+    if (result) {
+        std::printf(" %9.3f", result->seconds);
+    } else {
+        std::printf(" %9s", "-");
+    }
+}
+
+void measure(const std::string& compiler, const program_shape& shape, std::int64_t operators) {
+    {
+        std::ofstream source("prog.c", std::ios::binary);
+        source << shape.generate(operators);
+    }
+    const std::optional<measurement> compiled = median_run({compiler, "prog.c"});
+    if (!compiled) {
+        std::printf("%-12s %9lld  the compilation failed\n", shape.name.data(), static_cast<long long>(operators));
+        return;
+    }
+    const double source_megabytes = static_cast<double>(fs::file_size("prog.c")) / 1e6;
+    const double output_megabytes = static_cast<double>(fs::file_size("prog.vhd")) / 1e6;
+    const std::optional<measurement> copied = median_run({"cp", "prog.vhd", "copy.vhd"});
+    const std::optional<measurement> checked = median_run({"clang", "-fsyntax-only", "-w", "prog.c"});
+    std::printf("%-12s %9lld %9.2f %9.1f %9.3f %8.0f %8.0f", shape.name.data(), static_cast<long long>(operators),
+                source_megabytes, output_megabytes, compiled->seconds, output_megabytes / compiled->seconds,
+                static_cast<double>(compiled->peak_kilobytes) / 1e3);
+    print_cell(copied);
+    print_cell(checked);
+    if (copied) {
+        std::printf(" %8.1f", compiled->seconds / copied->seconds);
+    }
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+int main(int argument_count, char** arguments) {
+    if (argument_count < 2) {
+        std::fprintf(stderr, "Usage: xfc_bench XFC_BINARY [SHAPE [OPERATORS]]\n");
+        return 2;
+    }
+    const std::string compiler = fs::absolute(arguments[1]).string();
+    const program_shape* only = argument_count > 2 ? find_shape(arguments[2]) : nullptr;
+    const std::int64_t size = argument_count > 3 ? std::atoll(arguments[3]) : 0;
+    if (argument_count > 2 && only == nullptr) {
+        std::fprintf(stderr, "no such shape: %s\n", arguments[2]);
+        return 2;
+    }
+    std::string folder = (fs::temp_directory_path() / "xfc-bench-XXXXXX").string();
+    if (mkdtemp(folder.data()) == nullptr) {
+        std::perror("temporary folder");
+        return 1;
+    }
+    fs::current_path(folder);
+    std::printf("%-12s %9s %9s %9s %9s %8s %8s %9s %9s %8s\n", "shape", "operators", "source MB", "output MB",
+                "seconds", "MB/s out", "peak MB", "cp s", "clang s", "xfc/cp");
+    for (const program_shape& shape : program_shapes()) {
+        if (only != nullptr && only != &shape) {
+            continue;
+        }
+        for (const std::int64_t operators :
+             {std::int64_t{1000}, std::int64_t{10000}, std::int64_t{100000}, std::int64_t{1000000}}) {
+            if (size == 0 && operators <= shape.largest_size) {
+                measure(compiler, shape, operators);
+            }
+        }
+        if (size != 0) {
+            measure(compiler, shape, size);
+        }
+    }
+    fs::current_path("/");
+    fs::remove_all(folder);
+    return 0;
+}
