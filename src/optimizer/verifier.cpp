@@ -103,9 +103,15 @@ std::string verify_acyclic() {
 }  // namespace
 
 bool consumers_agree() {
+    std::unordered_set<std::uint64_t> entries;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         if (!verify_consumers(slot, true).empty()) {
             return false;
+        }
+        for (const dfg_link* link = consumers_of(node_at(slot)); link != nullptr; link = link->next) {
+            if (!entries.insert(edge_key(slot, link->node, link->port)).second) {
+                return false;
+            }
         }
     }
     return true;

@@ -20,8 +20,8 @@ struct graph_expectations {
 /// output of the datapath is ready at `max_latency`. Returns the first violation, empty when there is none.
 [[nodiscard]] std::string verify_schedule();
 
-/// Whether every consumer entry is its consumer's source, as it is right after translation unless a variable was
-/// assigned twice.
+/// Whether every consumer entry is its consumer's source and stands there once, as it is right after translation
+/// unless a variable was assigned twice.
 [[nodiscard]] bool consumers_agree();
 
 /// Checks what must hold behind the pass of that row of the pass table; aborts the process at the first violation.

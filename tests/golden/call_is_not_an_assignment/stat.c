@@ -1,0 +1,6 @@
+float a, y;
+
+void datapath(void)
+{
+    sqrt(a);
+}

@@ -1,0 +1,6 @@
+long n; float y;
+
+void datapath(void)
+{
+    y = ldexp(2.0, n);
+}

@@ -1,0 +1,6 @@
+double a, y;
+
+void datapath(void)
+{
+    y = ldexp(a, -4);
+}

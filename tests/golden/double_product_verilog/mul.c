@@ -1,0 +1,6 @@
+double a, b, y;
+
+void datapath(void)
+{
+    y = a * b;
+}

@@ -1,0 +1,6 @@
+double a, b; float y;
+
+void datapath(void)
+{
+    y = a - b;
+}

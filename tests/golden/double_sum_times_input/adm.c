@@ -1,0 +1,6 @@
+double a, b, c, y;
+
+void datapath(void)
+{
+    y = (a + b) * c;
+}

@@ -1,0 +1,6 @@
+float y;
+
+void datapath(void)
+{
+    y = sqrt(2.0);
+}

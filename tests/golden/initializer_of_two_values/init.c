@@ -1,0 +1,2 @@
+long n = 3 / 4, y;
+void f() { y = n; }

@@ -1,0 +1,2 @@
+float a = 1.5, y;
+void f() { y = a; }

@@ -1,0 +1,6 @@
+int a; float y;
+
+void datapath(void)
+{
+    y = 1.0;
+}

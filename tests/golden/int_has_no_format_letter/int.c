@@ -1,0 +1,6 @@
+int a; float b, y;
+
+void datapath(void)
+{
+    y = a + b;
+}

@@ -1,0 +1,6 @@
+int a, b, y;
+
+void datapath(void)
+{
+    y = a + b;
+}

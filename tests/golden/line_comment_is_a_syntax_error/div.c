@@ -1,0 +1,5 @@
+float a, b, y;
+void f() {
+  y = a * b; // product
+  ;
+}

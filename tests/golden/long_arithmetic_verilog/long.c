@@ -1,0 +1,6 @@
+long a, b, c, y;
+
+void datapath(void)
+{
+    y = a * b - c;
+}

@@ -1,0 +1,6 @@
+long n; float a, y;
+
+void datapath(void)
+{
+    y = a + n;
+}

@@ -1,0 +1,6 @@
+long y; float a, b;
+
+void datapath(void)
+{
+    y = a + b;
+}

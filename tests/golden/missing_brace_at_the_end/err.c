@@ -1,0 +1,3 @@
+float a, b, y;
+void f() {
+  y = a * b;

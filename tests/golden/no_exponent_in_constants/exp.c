@@ -1,0 +1,6 @@
+float a, y;
+
+void datapath(void)
+{
+    y = a * 1.5e3;
+}

@@ -1,0 +1,7 @@
+float a, b, y;
+
+void datapath(void)
+{
+    y = a + ;
+    y = a * b;
+}

@@ -1,0 +1,6 @@
+float a; double b, c, y;
+
+void datapath(void)
+{
+    y = (a + b) * (a - c);
+}

@@ -1,0 +1,8 @@
+float a, b, s, t, y;
+
+void datapath(void)
+{
+    s = a + b;
+    t = s;
+    y = t * a;
+}

@@ -1,0 +1,2 @@
+vector y;
+void f() { }

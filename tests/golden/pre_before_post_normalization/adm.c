@@ -1,0 +1,6 @@
+float a, b, c, y;
+
+void datapath(void)
+{
+    y = (a + b) * c;
+}

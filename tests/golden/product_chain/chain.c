@@ -1,0 +1,7 @@
+float a, b, c, d, y, z;
+
+void datapath(void)
+{
+    y = a * b * c / d;
+    z = a * b;
+}

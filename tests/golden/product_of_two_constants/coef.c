@@ -1,0 +1,6 @@
+float y;
+
+void datapath(void)
+{
+    y = 2.0 * 3.0;
+}

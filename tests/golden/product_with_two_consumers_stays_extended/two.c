@@ -1,0 +1,8 @@
+float a, b, c, p, y, z;
+
+void datapath(void)
+{
+    p = a * b;
+    y = p * c;
+    z = p + c;
+}

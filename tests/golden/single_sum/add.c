@@ -1,0 +1,6 @@
+float a, b, y;
+
+void datapath(void)
+{
+    y = a + b;
+}

@@ -1,0 +1,6 @@
+float a, b; double y;
+
+void datapath(void)
+{
+    y = a + b;
+}

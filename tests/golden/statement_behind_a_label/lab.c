@@ -1,0 +1,4 @@
+float a, b, y;
+void f() {
+  out: y = a + b;
+}

@@ -1,0 +1,3 @@
+float a, b, y;
+float c, ;
+void f() { y = a * b; }

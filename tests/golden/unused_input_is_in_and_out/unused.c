@@ -1,0 +1,6 @@
+float a, b, spare, y;
+
+void datapath(void)
+{
+    y = a * b;
+}

@@ -1,0 +1,6 @@
+float sqrt, y;
+
+void datapath(void)
+{
+    y = sqrt + 1.0;
+}
