@@ -3,8 +3,6 @@
 // After:  both have the latency that their component has for the options and for what they feed.
 //     [cast castftox] -> [/]   gets   latency 1, 32 bits in, mantissa + 13 bits out, divider output
 
-#include <algorithm>
-
 #include "optimizer/bus_widths.h"
 #include "optimizer/optimizer.h"
 

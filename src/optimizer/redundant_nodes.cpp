@@ -42,6 +42,15 @@ public:
     /// The next member of the slot's class in slot order, or `no_slot`. The slot must be a member.
     [[nodiscard]] std::int32_t following(std::int32_t slot) const { return next_[index(slot)]; }
 
+    /// The member of the class of `kept` that comes next behind `slot`, which may have been a member of another class.
+    [[nodiscard]] std::int32_t following_in_class_of(std::int32_t kept, std::int32_t slot) const {
+        std::int32_t member = following(kept);
+        while (member != no_slot && member <= slot) {
+            member = following(member);
+        }
+        return member;
+    }
+
     /// Gives an input of a node another source and the node, if it is a member, its place in its new class.
     void change_source(std::int32_t slot, std::int32_t port, std::int32_t producer) {
         const bool changes_class = port == 0 && contains(slot);
@@ -82,9 +91,9 @@ private:
 std::int64_t component_of(const dfg_node& node) { return node.attributes->component - component_rows::table; }
 std::int64_t length_of(const dfg_node& node) { return node.attributes->latency; }
 
-/// Merges node `merged` into node `kept`, which stands in a lower slot. Kept: only the first consumer moves, and the
-/// consumer's port is printed for conversions only.
-void merge(merge_classes& classes, std::int32_t merged, std::int32_t kept, bool prints_port) {
+/// Merges node `merged` into node `kept`, which stands in a lower slot; returns the consumer that changed its driver.
+/// Kept: only the first consumer moves, and the consumer's port is printed for conversions only.
+std::int32_t merge(merge_classes& classes, std::int32_t merged, std::int32_t kept, bool prints_port) {
     write_format(standard_output, "  Replace %ld with %ld  ", merged, kept);
     attributes_at(merged).is_removed = 1;
     const dfg_link consumer = *consumers_of(node_at(merged));
@@ -95,6 +104,22 @@ void merge(merge_classes& classes, std::int32_t merged, std::int32_t kept, bool 
         write_format(standard_output, "Connect %ld to %ld  \n", consumer.node, kept);
     }
     dfg_add_consumer(kept, consumer.node, consumer.port);
+    return consumer.node;
+}
+
+/// Lets every node for which `may_keep` holds take the later members of its class for which `may_merge` holds.
+template <class keep_predicate, class merge_predicate>
+void merge_class_members(merge_classes& classes, keep_predicate may_keep, merge_predicate may_merge, bool prints_port) {
+    for (std::int32_t kept = 0; kept < dfg_used_slots(); ++kept) {
+        if (!classes.contains(kept) || !may_keep(kept)) {
+            continue;
+        }
+        for (std::int32_t slot = classes.following(kept); slot != no_slot;) {
+            // A stale entry can make the keeping node itself the consumer that moves, and then it changes its class.
+            const bool kept_moves = may_merge(kept, slot) && merge(classes, slot, kept, prints_port) == kept;
+            slot = kept_moves ? classes.following_in_class_of(kept, slot) : classes.following(slot);
+        }
+    }
 }
 
 /// A node that nothing reads has no consumer to move and stays.
@@ -131,16 +156,12 @@ void merge_conversions() {
     merge_classes classes(
         [&](const dfg_node& node) { return candidate_components[static_cast<std::size_t>(component_of(node))]; },
         component_of);
-    for (std::int32_t kept = 0; kept < dfg_used_slots(); ++kept) {
-        if (!classes.contains(kept) || node_at(kept).name != "cast" || attributes_at(kept).is_removed != 0) {
-            continue;
-        }
-        for (std::int32_t slot = classes.following(kept); slot != no_slot; slot = classes.following(slot)) {
-            if (attributes_at(slot).is_removed == 0 && has_consumer(slot) && feed_alike(kept, slot)) {
-                merge(classes, slot, kept, true);
-            }
-        }
-    }
+    merge_class_members(
+        classes, [](std::int32_t slot) { return node_at(slot).name == "cast" && attributes_at(slot).is_removed == 0; },
+        [](std::int32_t kept, std::int32_t slot) {
+            return attributes_at(slot).is_removed == 0 && has_consumer(slot) && feed_alike(kept, slot);
+        },
+        true);
 }
 
 // ---- Normalizers ----
@@ -153,35 +174,27 @@ bool is_normalizer(const dfg_node& node) {
 /// Kept: a normalizer that was merged already may be merged once more.
 void merge_normalizers() {
     merge_classes classes(is_normalizer, component_of);
-    for (std::int32_t kept = 0; kept < dfg_used_slots(); ++kept) {
-        if (!classes.contains(kept)) {
-            continue;
-        }
-        for (std::int32_t slot = classes.following(kept); slot != no_slot && attributes_at(kept).is_removed == 0;
-             slot = classes.following(slot)) {
-            if (node_at(slot).bus_modes->output_select == node_at(kept).bus_modes->output_select &&
-                has_consumer(slot)) {
-                merge(classes, slot, kept, false);
-            }
-        }
-    }
+    const auto not_removed = [](std::int32_t slot) { return attributes_at(slot).is_removed == 0; };
+    merge_class_members(
+        classes, not_removed,
+        [&](std::int32_t kept, std::int32_t slot) {
+            return not_removed(kept) && has_consumer(slot) &&
+                   node_at(slot).bus_modes->output_select == node_at(kept).bus_modes->output_select;
+        },
+        false);
 }
 
 // ---- Delays ----
 
 void merge_delays() {
     merge_classes classes([](const dfg_node& node) { return node.name == "delay"; }, length_of);
-    for (std::int32_t kept = 0; kept < dfg_used_slots(); ++kept) {
-        if (!classes.contains(kept) || attributes_at(kept).is_removed != 0) {
-            continue;
-        }
-        for (std::int32_t slot = classes.following(kept); slot != no_slot; slot = classes.following(slot)) {
-            if (attributes_at(slot).is_removed == 0 && has_consumer(slot) &&
-                node_at(slot).outputs[0].width == node_at(kept).outputs[0].width) {
-                merge(classes, slot, kept, false);
-            }
-        }
-    }
+    merge_class_members(
+        classes, [](std::int32_t slot) { return attributes_at(slot).is_removed == 0; },
+        [](std::int32_t kept, std::int32_t slot) {
+            return attributes_at(slot).is_removed == 0 && has_consumer(slot) &&
+                   node_at(slot).outputs[0].width == node_at(kept).outputs[0].width;
+        },
+        false);
 }
 
 }  // namespace
