@@ -350,8 +350,12 @@ constexpr const component_row* find_component(std::string_view name) {
 
 /// The row of a name that the table is known to hold; an unknown name does not compile.
 consteval const component_row* component(std::string_view name) {
-    const component_row* row = find_component(name);
-    return row != nullptr ? row : throw "no such component";
+    for (const component_row& row : component_rows::table) {
+        if (row.name == name) {
+            return &row;
+        }
+    }
+    throw "no such component";
 }
 
 }  // namespace xfc

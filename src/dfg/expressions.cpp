@@ -29,13 +29,12 @@ enum class token_kind : std::uint8_t { function, named_value, constant, operatio
 
 struct expr_token {
     token_kind kind;
-    std::string_view name;  ///< identifier, function name, operator, or a constant's type
+    std::string_view name;  ///< identifier, function name or operator
+    literal_kind literal;   ///< a constant's kind
     double value;           ///< a constant's value
     std::int32_t node;      ///< node that holds the value; -1 until known
 };
 
-constexpr std::string_view float_type = "FLOAT";
-constexpr std::string_view long_type = "LONG";
 constexpr std::string_view negation = "negate";
 constexpr std::string_view reduced_name = "synth0000";
 
@@ -114,8 +113,8 @@ private:
         } else if (is_number_label(label)) {
             ++label_cursor;
             const double value = read_number(label_ahead());
-            emit(token_kind::constant, label == labels::float_constant ? float_type : long_type,
-                 minus ? -value : value);
+            emit_constant(label == labels::float_constant ? literal_kind::floating : literal_kind::integer,
+                          minus ? -value : value);
         }
     }
 
@@ -127,11 +126,14 @@ private:
         }
     }
 
-    void emit(token_kind kind, std::string_view name, double value = 0) {
+    void emit(token_kind kind, std::string_view name) { append({kind, name, literal_kind::none, 0, no_slot}); }
+    void emit_constant(literal_kind kind, double value) { append({token_kind::constant, {}, kind, value, no_slot}); }
+
+    void append(const expr_token& token) {
         if (tokens_.size() == most_tokens) {
             fail(message_id::expression_too_long, target_);
         }
-        tokens_.push_back({kind, name, value, -1});
+        tokens_.push_back(token);
     }
 
     std::string_view target_;
@@ -139,6 +141,14 @@ private:
 };
 
 // ---- Reduction ----
+
+/// Makes the port one that a literal feeds. A source that an earlier statement gave it stays.
+void attach_constant(std::int32_t node, std::int32_t port, const expr_token& token) {
+    dfg_input& input = node_at(node).inputs[port];
+    input.is_constant = 1;
+    input.constant_type = token.literal;
+    input.constant_value = token.value;
+}
 
 /// Reduces the tokens of one statement to the node that holds its value.
 class reducer {
@@ -227,10 +237,7 @@ private:
     /// Feeds the port from the token: a constant, or the token's producer, which is returned.
     static std::int32_t attach(std::int32_t node, std::int32_t port, const expr_token& token) {
         if (token.kind == token_kind::constant) {
-            dfg_input& input = node_at(node).inputs[port];
-            input.is_constant = 1;
-            input.constant_type = token.name;
-            input.constant_value = token.value;
+            attach_constant(node, port, token);
             return no_slot;
         }
         const std::int32_t producer = token.node >= 0 ? token.node : look_up(token.name);
@@ -239,14 +246,14 @@ private:
     }
 
     static void set_format(std::int32_t slot) {
-        const dfg_node& node = node_at(slot);
+        dfg_node& node = node_at(slot);
         const auto operand_format = [&node](std::int32_t port) {
-            const dfg_link* source = source_of(node, port);
+            const dfg_source* source = source_of(node, port);
             return source != nullptr ? attributes_at(source->node).format : number_format::none;
         };
         const number_format left = operand_format(0);
         const number_format right = operand_format(1);
-        number_format& format = node.attributes->format;
+        number_format& format = node.attributes.format;
         if (has_constant(node, 0)) {
             format = right;
             return;
@@ -267,7 +274,7 @@ private:
 
     /// The token at the cursor now stands for the node; the operands behind it are gone.
     void replace_by(std::int32_t node, std::ptrdiff_t operands) {
-        tokens_[cursor_] = {token_kind::named_value, reduced_name, 0, node};
+        tokens_[cursor_] = {token_kind::named_value, reduced_name, literal_kind::none, 0, node};
         const auto first = tokens_.begin() + static_cast<std::ptrdiff_t>(cursor_) + 1;
         tokens_.erase(first, first + operands);
         last_node_ = node;
@@ -280,10 +287,7 @@ private:
 
 void assign_single_token(std::int32_t target, std::string_view target_name, const expr_token& token) {
     if (token.kind == token_kind::constant) {
-        dfg_input& input = node_at(target).inputs[0];
-        input.is_constant = 1;
-        input.constant_type = token.name;
-        input.constant_value = token.value;
+        attach_constant(target, 0, token);
     } else if (token.kind == token_kind::named_value) {
         dfg_connect(look_up(token.name), target, 0);
         attributes_at(target).is_internal = 1;

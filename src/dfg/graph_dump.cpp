@@ -9,9 +9,9 @@ namespace {
 
 void dump_input(text_writer& out, const dfg_input& input) {
     if (input.is_constant != 0) {
-        write_format(out, " %s=%f", input.constant_type, input.constant_value);
-    } else if (input.source != nullptr) {
-        write_format(out, " %ld", input.source->node);
+        write_format(out, " %s=%f", literal_kind_text(input.constant_type), input.constant_value);
+    } else if (input.source.node != no_slot) {
+        write_format(out, " %ld", input.source.node);
     } else {
         write_format(out, " -");
     }
@@ -19,7 +19,7 @@ void dump_input(text_writer& out, const dfg_input& input) {
 
 void dump_node(text_writer& out, std::int32_t slot) {
     const dfg_node& node = node_at(slot);
-    const node_attributes& attributes = *node.attributes;
+    const node_attributes& attributes = node.attributes;
     write_format(out, "%ld \"%s\"", slot, node.name);
     for (const std::string_view mark :
          {format_row(attributes.format).text, std::string_view(attributes.is_internal != 0 ? "internal" : ""),
@@ -33,7 +33,7 @@ void dump_node(text_writer& out, std::int32_t slot) {
     for (std::int32_t port = 0; port < node.input_count; ++port) {
         write_format(out, port == 0 ? "%ld" : ",%ld", node.inputs[port].width);
     }
-    write_format(out, ">%ld from", node.outputs != nullptr ? node.outputs[0].width : 0);
+    write_format(out, ">%ld from", node.outputs[0].width);
     for (std::int32_t port = 0; port < node.input_count; ++port) {
         dump_input(out, node.inputs[port]);
     }

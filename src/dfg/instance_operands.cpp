@@ -7,7 +7,7 @@ namespace {
 using origin = instance_operand::origin;
 
 instance_operand driven_by(const dfg_node& node, std::int32_t port) {
-    const dfg_link* source = source_of(node, port);
+    const dfg_source* source = source_of(node, port);
     return source != nullptr ? instance_operand{origin::driver, source->node}
                              : instance_operand{origin::missing, no_slot};
 }
@@ -15,14 +15,14 @@ instance_operand driven_by(const dfg_node& node, std::int32_t port) {
 }  // namespace
 
 instance_operand operator_operand(const dfg_node& node, std::int32_t port) {
-    if (node.attributes->component->accepts_constants && has_constant(node, port)) {
+    if (node.attributes.component->accepts_constants && has_constant(node, port)) {
         return {origin::constant_signal, no_slot};
     }
     return driven_by(node, port);
 }
 
 instance_operand function_value_operand(const dfg_node& node) {
-    switch (node.attributes->component->operand) {
+    switch (node.attributes.component->operand) {
         case function_operand::second_input:
             return driven_by(node, 1);
         case function_operand::first_or_second_input:
@@ -37,7 +37,7 @@ instance_operand function_scale_operand(const dfg_node& node) {
 }
 
 bool has_all_instance_operands(const dfg_node& node) {
-    const component_row& row = *node.attributes->component;
+    const component_row& row = *node.attributes.component;
     switch (row.kind) {
         case instance_kind::operator_instance:
             return operator_operand(node, 0).from != origin::missing &&

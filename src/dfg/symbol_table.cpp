@@ -24,7 +24,7 @@ std::deque<symbol_record> records;
 std::deque<type_list> type_lists;
 symbol_record* current = nullptr;
 std::int32_t block_counter = 0;
-std::int32_t nesting_depth = 0;
+std::vector<std::int32_t> open_blocks;  // numbers of the blocks around the cursor, the innermost last
 
 /// The type labels that a declaration collects; storage classes, signed, unsigned and void are not among them.
 constexpr std::array collected_types{labels::type_long,  labels::type_short,  labels::type_char,
@@ -54,12 +54,17 @@ symbol_record* link_new_symbol_behind(symbol_record& last) {
 }
 
 void open_block() {
-    ++block_counter;
-    ++nesting_depth;
+    open_blocks.push_back(++block_counter);
     symbol_record* before = current;
     symbol_record* first_of_block = new_symbol();
     for (symbol_record* record = before; record != nullptr; record = record->prev) {
         record->block_successor = first_of_block;
+    }
+}
+
+void close_block() {
+    if (!open_blocks.empty()) {
+        open_blocks.pop_back();
     }
 }
 
@@ -175,8 +180,8 @@ bool reduce(item_collection& collection) {
 
 symbol_record* new_symbol() {
     current = &records.emplace_back();
-    current->block = block_counter;
-    current->depth = nesting_depth;
+    current->block = open_blocks.empty() ? 0 : open_blocks.back();
+    current->depth = static_cast<std::int32_t>(open_blocks.size());
     if (symbol_table == nullptr) {
         symbol_table = current;
     }
@@ -207,7 +212,7 @@ void process_declarations() {
         if (label == labels::block_begin) {
             open_block();
         } else if (label == labels::block_end) {
-            --nesting_depth;
+            close_block();
         } else if (label == labels::declaration) {
             process_declaration();
         }
@@ -224,7 +229,7 @@ void clear_symbol_table() {
     symbol_table = nullptr;
     current = nullptr;
     block_counter = 0;
-    nesting_depth = 0;
+    open_blocks.clear();
 }
 
 }  // namespace xfc

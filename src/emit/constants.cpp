@@ -30,18 +30,18 @@ encoding_choice choose_by_width(std::int32_t width) {
 
 encoding_choice choose_for_first_input(const dfg_node& node) {
     const std::int32_t width = node.outputs[0].width;
-    if (width == 32 || node.attributes->component->integer_constant) {
+    if (width == 32 || node.attributes.component->integer_constant) {
         return {.integer = true};
     }
     encoding_choice choice = choose_by_width(width);
     // Kept: a constant of IEEE format is written twice, the IEEE lines first.
-    choice.ieee_float = node.attributes->format == number_format::single_float;
-    choice.ieee_double = node.attributes->format == number_format::double_float;
+    choice.ieee_float = node.attributes.format == number_format::single_float;
+    choice.ieee_double = node.attributes.format == number_format::double_float;
     return choice;
 }
 
 encoding_choice choose_for_second_input(const dfg_node& node) {
-    switch (node.attributes->format) {
+    switch (node.attributes.format) {
         case number_format::single_float:
             return {.ieee_float = true};
         case number_format::double_float:
@@ -172,7 +172,7 @@ void write_constants(const emission& to) {
     bool empty_line_follows = false;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        if (is_primary_input(node) || is_primary_output(node) || node.attributes->is_removed != 0 ||
+        if (is_primary_input(node) || is_primary_output(node) || node.attributes.is_removed != 0 ||
             !has_constant_operand(node)) {
             continue;
         }

@@ -28,7 +28,7 @@ constexpr bus_bits flags_above(std::int32_t value_high) { return {value_high, va
 std::optional<bus_bits> bits_of_port(bus_form form, const dfg_node& node) {
     const std::int32_t mantissa = compile_options.mantissa;
     const std::int32_t width = node.outputs[0].width;
-    const std::int32_t selector = node.bus_modes->output_select;
+    const std::int32_t selector = node.bus_modes.output_select;
     switch (form) {
         case bus_form::none:
             return std::nullopt;
@@ -72,7 +72,7 @@ public:
           language_(to.language),
           slot_(slot),
           node_(node_at(slot)),
-          row_(*node_.attributes->component) {}
+          row_(*node_.attributes.component) {}
 
     void write_operator(std::int64_t number) {
         open("cmp", number);
@@ -196,13 +196,13 @@ private:
             case generic_source::option:
                 return compile_options.*item.option;
             case generic_source::option_if_selector_0:
-                return node_.bus_modes->output_select == 0 ? compile_options.*item.option : 1;
+                return node_.bus_modes.output_select == 0 ? compile_options.*item.option : 1;
             case generic_source::output_select:
-                return node_.bus_modes->output_select;
+                return node_.bus_modes.output_select;
             case generic_source::output_width:
                 return node_.outputs[0].width;
             case generic_source::latency:
-                return node_.attributes->latency;
+                return node_.attributes.latency;
             default:
                 return 1;
         }
@@ -228,7 +228,7 @@ private:
             default:
                 return false;
         }
-        const std::int32_t selector = node_.bus_modes->output_select;
+        const std::int32_t selector = node_.bus_modes.output_select;
         if (selector >= 0 && selector < static_cast<std::int32_t>(names.size())) {
             for (std::int32_t flag = 0; flag < static_cast<std::int32_t>(names.size()); ++flag) {
                 associate(names[static_cast<std::size_t>(flag)], flag == selector ? 1 : 0);

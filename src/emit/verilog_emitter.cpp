@@ -64,14 +64,14 @@ void write_signals(const emission& to) {
     to.out.append('\n');
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        if (node.attributes->is_removed != 0) {
+        if (node.attributes.is_removed != 0) {
             continue;
         }
         const node_name name(slot);
         write_format(to.out, "wire [%ld : 1] %s;\n", node.outputs[0].width, name.text());
         if (has_constant_operand(node)) {
             // Kept: an empty line follows, but for the double-precision multiplier.
-            const bool plain = node.attributes->component == component("xfc_mulfp2x");
+            const bool plain = node.attributes.component == component("xfc_mulfp2x");
             write_format(to.out, plain ? "wire [%ld : 1] const%s;\n" : "wire [%ld : 1] const%s;\n\n",
                          constant_signal_width(node), name.text());
         }

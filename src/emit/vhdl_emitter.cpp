@@ -53,7 +53,7 @@ void write_signals(const emission& to) {
     write_format(to.out, "\n     );\nEND %s;\n\nARCHITECTURE gen OF %s IS\n\n", to.entity_name, to.entity_name);
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        if (node.attributes->is_removed != 0) {
+        if (node.attributes.is_removed != 0) {
             continue;
         }
         const node_name name(slot);

@@ -13,18 +13,18 @@ namespace xfc {
 
 namespace {
 
-void set_both_widths(const dfg_node& node, std::int32_t width) {
+void set_both_widths(dfg_node& node, std::int32_t width) {
     node.inputs[0].width = width;
     node.outputs[0].width = width;
 }
 
 void set_port_widths() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const dfg_node& node = node_at(slot);
+        dfg_node& node = node_at(slot);
         if (!is_primary_input(node) && !is_primary_output(node)) {
             continue;
         }
-        const std::int32_t width = format_row(node.attributes->format).port_width;
+        const std::int32_t width = format_row(node.attributes.format).port_width;
         if (width == 0) {
             fail(message_id::unsupported_io_type);
         }
@@ -46,7 +46,7 @@ void propagate_widths() {
     std::vector<std::int32_t> served;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        const dfg_link* source = source_of(node, 0);
+        const dfg_source* source = source_of(node, 0);
         if (!lacks_width(node) || source == nullptr) {
             continue;
         }
@@ -75,8 +75,8 @@ void propagate_widths() {
 void require_drivers() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        const bool needs_driver = is_primary_output(node) || node.attributes->component == &no_component;
-        if (needs_driver && !is_primary_input(node) && node.attributes->is_removed == 0 &&
+        const bool needs_driver = is_primary_output(node) || node.attributes.component == &no_component;
+        if (needs_driver && !is_primary_input(node) && node.attributes.is_removed == 0 &&
             source_of(node, 0) == nullptr) {
             fail(message_id::constant_drives_variable, node.name);
         }
@@ -87,7 +87,7 @@ void require_drivers() {
 void require_operands() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        if (node.attributes->is_removed == 0 && !has_all_instance_operands(node)) {
+        if (node.attributes.is_removed == 0 && !has_all_instance_operands(node)) {
             fail(message_id::operand_without_driver, node.name);
         }
     }

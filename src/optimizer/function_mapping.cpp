@@ -80,17 +80,17 @@ constexpr function_row functions[] = {
     {in_double, "negate", component("dp_neg"), always<1>, w64, same},
 };
 
-void set_second_input_width(const dfg_node& node, bus_width width) {
+void set_second_input_width(dfg_node& node, bus_width width) {
     if (node.input_count > 1) {
         set_width(node.inputs[1].width, width);
     }
 }
 
-void map_function(const dfg_node& node) {
+void map_function(dfg_node& node) {
     for (const function_row& row : functions) {
-        if (row.format == node.attributes->format && row.name == node.name) {
-            node.attributes->component = row.component;
-            set_latency(*node.attributes, row.latency(compile_options));
+        if (row.format == node.attributes.format && row.name == node.name) {
+            node.attributes.component = row.component;
+            set_latency(node.attributes, row.latency(compile_options));
             set_width(node.inputs[0].width, row.result_and_first_input);
             set_second_input_width(node, row.second_input);
             set_width(node.outputs[0].width, row.result_and_first_input);
@@ -167,7 +167,7 @@ constexpr multiplicative_row multiplicative_rows[] = {
 /// The node's first consumer if it had exactly one before the passes inserted nodes, else null.
 const dfg_node* only_consumer_of(const dfg_node& node) {
     const dfg_link* first = consumers_of(node);
-    return node.attributes->fanout == 1 && first != nullptr ? &node_at(first->node) : nullptr;
+    return node.attributes.fanout == 1 && first != nullptr ? &node_at(first->node) : nullptr;
 }
 
 bool consumer_fits(const multiplicative_row& row, const dfg_node* consumer) {
@@ -175,7 +175,7 @@ bool consumer_fits(const multiplicative_row& row, const dfg_node* consumer) {
         return true;
     }
     if (consumer == nullptr ||
-        (row.consumer_format != no_format && consumer->attributes->format != row.consumer_format)) {
+        (row.consumer_format != no_format && consumer->attributes.format != row.consumer_format)) {
         return false;
     }
     const bool multiplier = consumer->name == "*";
@@ -192,20 +192,20 @@ bool consumer_fits(const multiplicative_row& row, const dfg_node* consumer) {
     }
 }
 
-void set_operator_widths(const dfg_node& node, bus_width inputs, bus_width output) {
+void set_operator_widths(dfg_node& node, bus_width inputs, bus_width output) {
     set_width(node.inputs[0].width, inputs);
     set_second_input_width(node, inputs);
     set_width(node.outputs[0].width, output);
 }
 
-void map_multiplicative(const dfg_node& node) {
+void map_multiplicative(dfg_node& node) {
     const dfg_node* consumer = only_consumer_of(node);
     for (const multiplicative_row& row : multiplicative_rows) {
-        if (row.name == node.name && row.format == node.attributes->format && consumer_fits(row, consumer)) {
-            node.attributes->component = row.component;
-            set_latency(*node.attributes, row.latency(compile_options));
+        if (row.name == node.name && row.format == node.attributes.format && consumer_fits(row, consumer)) {
+            node.attributes.component = row.component;
+            set_latency(node.attributes, row.latency(compile_options));
             set_operator_widths(node, row.inputs, row.output);
-            node.bus_modes->output_select = row.output_select;
+            node.bus_modes.output_select = row.output_select;
             return;
         }
     }
@@ -217,7 +217,7 @@ void map_multiplicative(const dfg_node& node) {
 /// in a higher slot than the adder, which is not mapped yet, does not count.
 bool sums_two_dot_products(const dfg_node& node) {
     for (std::int32_t port = 0; port < 2; ++port) {
-        const dfg_link* source = source_of(node, port);
+        const dfg_source* source = source_of(node, port);
         if (source == nullptr || attributes_at(source->node).component != component("xfc_mulfp1_dot")) {
             return false;
         }
@@ -225,25 +225,25 @@ bool sums_two_dot_products(const dfg_node& node) {
     return true;
 }
 
-void map_single_adder(const dfg_node& node) {
+void map_single_adder(dfg_node& node) {
     const bool dot = compile_options.optimization >= 2 && sums_two_dot_products(node);
-    node.attributes->component = dot ? component("xfc_alufp1_dot") : component("xfc_alufp1x");
-    set_latency(*node.attributes, compile_options.outputpipe + compile_options.shiftspeed + 3);
+    node.attributes.component = dot ? component("xfc_alufp1_dot") : component("xfc_alufp1x");
+    set_latency(node.attributes, compile_options.outputpipe + compile_options.shiftspeed + 3);
     set_operator_widths(node, wx, wx);
 }
 
-void map_double_adder(const dfg_node& node) {
-    node.attributes->component = component("xfc_alufp2x");
-    set_latency(*node.attributes, compile_options.doublespeed + compile_options.shiftspeed + 4);
+void map_double_adder(dfg_node& node) {
+    node.attributes.component = component("xfc_alufp2x");
+    set_latency(node.attributes, compile_options.doublespeed + compile_options.shiftspeed + 4);
     set_operator_widths(node, w80, w80);
 }
 
-void map_dot_multiplier(const dfg_node& node) {
+void map_dot_multiplier(dfg_node& node) {
     // Kept: no line end, so that the next line of the log continues this one.
     write_format(standard_output, "dot multiplier");
-    node.attributes->component = component("xfc_mulfp1_dot");
+    node.attributes.component = component("xfc_mulfp1_dot");
     const std::int32_t cycles = compile_options.optimization < 3 ? 4 : 3;
-    set_latency(*node.attributes, compile_options.device == 2 ? cycles - 1 : cycles);
+    set_latency(node.attributes, compile_options.device == 2 ? cycles - 1 : cycles);
     set_operator_widths(node, w32, wx);
 }
 
@@ -251,8 +251,8 @@ void map_dot_multiplier(const dfg_node& node) {
 
 void map_functions() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const dfg_node& node = node_at(slot);
-        const number_format format = node.attributes->format;
+        dfg_node& node = node_at(slot);
+        const number_format format = node.attributes.format;
         const bool internal = format == number_format::xfloat || format == number_format::ydouble;
         if (internal && is_multiplicative_node(slot)) {
             map_multiplicative(node);

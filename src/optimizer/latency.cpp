@@ -62,16 +62,16 @@ private:
 
 /// Raises the node's ready time to what its drivers ask for; returns how often it was raised.
 std::int32_t relax(std::int32_t slot, std::int32_t& candidate) {
-    const dfg_node& node = node_at(slot);
+    dfg_node& node = node_at(slot);
     std::int32_t raises = 0;
     for (std::int32_t port = 0; port < 2; ++port) {
-        const dfg_link* source = source_of(node, port);
+        const dfg_source* source = source_of(node, port);
         if (source == nullptr) {
             continue;
         }
-        candidate = wrapping_add(attributes_at(source->node).ready_time, node.attributes->latency);
-        if (node.attributes->ready_time < candidate) {
-            node.attributes->ready_time = candidate;
+        candidate = wrapping_add(attributes_at(source->node).ready_time, node.attributes.latency);
+        if (node.attributes.ready_time < candidate) {
+            node.attributes.ready_time = candidate;
             ++raises;
         }
     }
@@ -115,16 +115,16 @@ void insert_delay(std::int32_t producer, dfg_link& link) {
     }
     const std::int32_t width = node_at(producer).outputs[0].width;
     const std::int32_t slot = dfg_splice_node(producer, "delay", link, consumer, link.port);
-    const dfg_node& delay = node_at(slot);
+    dfg_node& delay = node_at(slot);
     delay.inputs[0].width = width;
     delay.outputs[0].width = width;
-    delay.attributes->component = component("xfc_delay");
-    delay.attributes->latency = slack;
+    delay.attributes.component = component("xfc_delay");
+    delay.attributes.latency = slack;
     if (final_edge) {
         attributes_at(consumer).ready_time = max_latency;
-        delay.attributes->ready_time = max_latency;
+        delay.attributes.ready_time = max_latency;
     } else {
-        delay.attributes->ready_time = wrapping_add(attributes_at(producer).ready_time, slack);
+        delay.attributes.ready_time = wrapping_add(attributes_at(producer).ready_time, slack);
     }
 }
 

@@ -144,28 +144,28 @@ void set_selector(std::int32_t& field, std::int32_t value) {
 }
 
 template <class row_type>
-void apply_row(const dfg_node& node, const row_type& row) {
+void apply_row(dfg_node& node, const row_type& row) {
     if (row.latency != nullptr) {
-        set_latency(*node.attributes, row.latency(compile_options));
+        set_latency(node.attributes, row.latency(compile_options));
     }
     set_width(node.inputs[0].width, row.input);
     set_width(node.outputs[0].width, row.output);
-    set_selector(node.bus_modes->output_select, row.output_select);
+    set_selector(node.bus_modes.output_select, row.output_select);
 }
 
-void attribute_conversion(const dfg_node& node, std::string_view consumer) {
+void attribute_conversion(dfg_node& node, std::string_view consumer) {
     for (const conversion_row& row : conversions) {
-        if (row.component == node.attributes->component && applies(row.consumer, consumer)) {
+        if (row.component == node.attributes.component && applies(row.consumer, consumer)) {
             apply_row(node, row);
-            set_selector(node.bus_modes->input_select, row.input_select);
+            set_selector(node.bus_modes.input_select, row.input_select);
         }
     }
 }
 
-void attribute_normalizer(const dfg_node& node, std::string_view consumer) {
+void attribute_normalizer(dfg_node& node, std::string_view consumer) {
     for (const normalizer_row& row : normalizers) {
-        if (row.format == node.attributes->format && applies(row.consumer, consumer)) {
-            node.attributes->component = row.component;
+        if (row.format == node.attributes.format && applies(row.consumer, consumer)) {
+            node.attributes.component = row.component;
             apply_row(node, row);
         }
     }
@@ -177,12 +177,12 @@ void assign_node_attributes() {
     // Kept: a node without consumers is treated as if it fed what the node before it fed first.
     std::int32_t first_consumer = 0;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const dfg_node& node = node_at(slot);
+        dfg_node& node = node_at(slot);
         if (const dfg_link* link = consumers_of(node); link != nullptr) {
             first_consumer = link->node;
         }
         const std::string_view consumer = node_at(first_consumer).name;
-        if (node.attributes->component != &no_component) {
+        if (node.attributes.component != &no_component) {
             attribute_conversion(node, consumer);
         }
         if (node.name == "norm") {

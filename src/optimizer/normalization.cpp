@@ -32,7 +32,7 @@ void reset_cluster_depths() {
 
 /// Operands summed into the input's value since its last normalization. A literal counts as one.
 std::int32_t operand_depth(const dfg_node& node, std::int32_t port) {
-    const dfg_link* source = source_of(node, port);
+    const dfg_source* source = source_of(node, port);
     return has_constant(node, port) || source == nullptr ? 1 : attributes_at(source->node).cluster_depth;
 }
 
@@ -43,12 +43,12 @@ struct depth_scan {
 
     void run() {
         for (std::int32_t slot = 0; slot < dfg_used_slots() && full_adder == no_slot; ++slot) {
-            const dfg_node& node = node_at(slot);
-            if (node.attributes->is_internal == 1) {
-                raise(node, node.attributes->is_normalized == 1 ? 1 : operand_depth(node, 0));
+            dfg_node& node = node_at(slot);
+            if (node.attributes.is_internal == 1) {
+                raise(node, node.attributes.is_normalized == 1 ? 1 : operand_depth(node, 0));
             } else if (is_additive_node(slot)) {
                 const std::int32_t depth =
-                    node.attributes->is_normalized != 0 ? 1 : operand_depth(node, 0) + operand_depth(node, 1);
+                    node.attributes.is_normalized != 0 ? 1 : operand_depth(node, 0) + operand_depth(node, 1);
                 raise(node, depth);
                 if (depth >= compile_options.clustersize) {
                     full_adder = slot;
@@ -57,9 +57,9 @@ struct depth_scan {
         }
     }
 
-    void raise(const dfg_node& node, std::int32_t depth) {
-        if (depth > node.attributes->cluster_depth) {
-            node.attributes->cluster_depth = depth;
+    void raise(dfg_node& node, std::int32_t depth) {
+        if (depth > node.attributes.cluster_depth) {
+            node.attributes.cluster_depth = depth;
             highest_raise = std::max(highest_raise, depth);
         }
     }
@@ -82,16 +82,19 @@ bool is_internal_float(number_format format) {
     return format == number_format::xfloat || format == number_format::ydouble;
 }
 
+/// Whether values of the format may be unnormalized: IEEE values and integers need no normalizer.
+bool may_be_unnormalized(number_format format) {
+    return format != number_format::long_integer && format != number_format::single_float &&
+           format != number_format::double_float;
+}
+
+/// Multipliers and dividers need normalized operands, but for those that one of them made in the same format.
 bool needs_normalizer(std::int32_t producer, std::int32_t consumer) {
     if (!is_multiplicative_node(consumer)) {
         return false;
     }
     const number_format format = attributes_at(producer).format;
-    if (is_multiplicative_node(producer) && format == attributes_at(consumer).format && is_internal_float(format)) {
-        return false;
-    }
-    return format != number_format::long_integer && format != number_format::single_float &&
-           format != number_format::double_float;
+    return !is_multiplicative_node(producer) || format != attributes_at(consumer).format || !is_internal_float(format);
 }
 
 }  // namespace
@@ -124,7 +127,7 @@ void renormalize_complex_clusters() {
 
 void insert_normalizations() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        if (attributes_at(slot).is_normalized != 0) {
+        if (attributes_at(slot).is_normalized != 0 || !may_be_unnormalized(attributes_at(slot).format)) {
             continue;
         }
         for (dfg_link* link = consumers_of(node_at(slot)); link != nullptr; link = link->next) {

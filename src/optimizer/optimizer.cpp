@@ -57,9 +57,9 @@ void initialize_scratchpad() {
 
 void identify_nodes() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const dfg_node& node = node_at(slot);
-        if (node.attributes->is_internal == 1 && consumers_of(node) == nullptr) {
-            node.attributes->is_internal = 0;
+        dfg_node& node = node_at(slot);
+        if (node.attributes.is_internal == 1 && consumers_of(node) == nullptr) {
+            node.attributes.is_internal = 0;
         }
     }
 }

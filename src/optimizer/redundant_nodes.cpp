@@ -88,8 +88,8 @@ private:
     std::vector<std::int32_t> next_;
 };
 
-std::int64_t component_of(const dfg_node& node) { return node.attributes->component - component_rows::table; }
-std::int64_t length_of(const dfg_node& node) { return node.attributes->latency; }
+std::int64_t component_of(const dfg_node& node) { return node.attributes.component - component_rows::table; }
+std::int64_t length_of(const dfg_node& node) { return node.attributes.latency; }
 
 /// Merges node `merged` into node `kept`, which stands in a lower slot; returns the consumer that changed its driver.
 /// Kept: only the first consumer moves, and the consumer's port is printed for conversions only.
@@ -167,8 +167,8 @@ void merge_conversions() {
 // ---- Normalizers ----
 
 bool is_normalizer(const dfg_node& node) {
-    return node.attributes->component == component("xfc_normfp1x") ||
-           node.attributes->component == component("xfc_normfp2x");
+    return node.attributes.component == component("xfc_normfp1x") ||
+           node.attributes.component == component("xfc_normfp2x");
 }
 
 /// Kept: a normalizer that was merged already may be merged once more.
@@ -179,7 +179,7 @@ void merge_normalizers() {
         classes, not_removed,
         [&](std::int32_t kept, std::int32_t slot) {
             return not_removed(kept) && has_consumer(slot) &&
-                   node_at(slot).bus_modes->output_select == node_at(kept).bus_modes->output_select;
+                   node_at(slot).bus_modes.output_select == node_at(kept).bus_modes.output_select;
         },
         false);
 }

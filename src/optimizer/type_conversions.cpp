@@ -30,11 +30,11 @@ bool is_driven_and_read(const dfg_node& node) { return !is_primary_input(node) &
 
 void choose_internal_formats() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const dfg_node& node = node_at(slot);
+        dfg_node& node = node_at(slot);
         if (!is_driven_and_read(node) || !(is_additive_node(slot) || is_multiplicative_node(slot))) {
             continue;
         }
-        number_format& format = node.attributes->format;
+        number_format& format = node.attributes.format;
         if (format == number_format::single_float) {
             format = number_format::xfloat;
         } else if (format == number_format::double_float) {
@@ -55,7 +55,7 @@ public:
         std::int32_t slot = variable;
         while (attributes_at(slot).is_internal != 0 && remembered(slot) == no_slot) {
             chain.push_back(slot);
-            const dfg_link* source = source_of(node_at(slot), 0);
+            const dfg_source* source = source_of(node_at(slot), 0);
             if (source == nullptr) {
                 return no_slot;
             }
@@ -77,8 +77,8 @@ private:
 void give_variables_the_passed_format() {
     passed_value_finder finder;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const dfg_node& node = node_at(slot);
-        if (!is_driven_and_read(node) || node.attributes->is_internal != 1) {
+        dfg_node& node = node_at(slot);
+        if (!is_driven_and_read(node) || node.attributes.is_internal != 1) {
             continue;
         }
         const std::int32_t origin = finder.origin_of(slot);
@@ -87,7 +87,7 @@ void give_variables_the_passed_format() {
         }
         const number_format format = attributes_at(origin).format;
         if (format == number_format::xfloat || format == number_format::ydouble) {
-            node.attributes->format = format;
+            node.attributes.format = format;
         }
     }
 }
@@ -95,11 +95,11 @@ void give_variables_the_passed_format() {
 /// Whether a literal-free product of two primary inputs goes to one adder.
 bool is_dot_product_term(std::int32_t slot) {
     const dfg_node& node = node_at(slot);
-    if (node.name != "*" || node.attributes->format != number_format::xfloat || node.attributes->fanout != 1) {
+    if (node.name != "*" || node.attributes.format != number_format::xfloat || node.attributes.fanout != 1) {
         return false;
     }
     for (std::int32_t port = 0; port < 2; ++port) {
-        const dfg_link* source = source_of(node, port);
+        const dfg_source* source = source_of(node, port);
         if (source == nullptr || has_constant(node, port) || !is_primary_input(node_at(source->node))) {
             return false;
         }
@@ -143,7 +143,7 @@ bool is_exempt(const dfg_node& producer) {
     }
     const number_format consumer_format = attributes_at(only->node).format;
     for (const exemption_row& row : exemptions) {
-        if (producer.name == row.producer_name && producer.attributes->format == row.producer_format &&
+        if (producer.name == row.producer_name && producer.attributes.format == row.producer_format &&
             consumer_format == row.consumer_format) {
             return true;
         }

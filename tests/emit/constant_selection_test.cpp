@@ -55,7 +55,7 @@ TEST(constant_selection, a_node_that_nothing_reads_is_passed_over_but_its_consta
     const std::int32_t slot = add_instance("xfc_alulong", "+", 2, 32);
     make_constant(slot, 1, 22);
     dfg_output& output = node_at(slot).outputs[0];
-    output.consumers = nullptr;
+    output.first_consumer = {};
     output.last_consumer = nullptr;
     EXPECT_EQ(constants(language::vhdl), "\n");
     EXPECT_EQ(constants(language::verilog), "\n");

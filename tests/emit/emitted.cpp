@@ -100,7 +100,7 @@ std::int32_t add_instance(std::string_view component, std::string_view name, std
                           std::int32_t output_select) {
     const std::int32_t slot = add_node(name, inputs, number_format::none, component);
     set_widths(slot, width);
-    node_at(slot).bus_modes->output_select = output_select;
+    node_at(slot).bus_modes.output_select = output_select;
     for (std::int32_t port = 0; port < inputs; ++port) {
         dfg_connect(port % 2, slot, port);
     }
@@ -111,9 +111,9 @@ std::int32_t add_instance(std::string_view component, std::string_view name, std
 void make_constant(std::int32_t slot, std::int32_t port, double value) {
     dfg_input& input = node_at(slot).inputs[port];
     input.is_constant = 1;
-    input.constant_type = "FLOAT";
+    input.constant_type = literal_kind::floating;
     input.constant_value = value;
-    input.source = nullptr;
+    input.source = {};
 }
 
 void add_constants(std::string_view component, std::int32_t width, number_format format, std::int32_t port,

@@ -25,9 +25,7 @@ void expect_cycle(const std::string& statements, std::string_view name) {
     EXPECT_EQ(result.standard_output, "***MAKE EXPRESSIONS***\n");
 }
 
-TEST(cycle_check, passes_a_graph_without_cycles) {
-    EXPECT_EQ(optimize("t = a + b; u = t * t; y = u - t;").status, 0);
-}
+TEST(cycle_check, passes_a_graph_without_cycles) { EXPECT_EQ(optimize("t = a + b; u = t * t; y = u - t;").status, 0); }
 
 TEST(cycle_check, passes_an_empty_graph) {
     start_graph();
@@ -58,9 +56,7 @@ TEST(cycle_check, does_not_name_variables_in_front_of_or_behind_a_cycle) {
     expect_cycle("s = u; u = u * b; y = s;", "u");
 }
 
-TEST(cycle_check, follows_the_source_of_a_variable_that_became_a_constant) {
-    expect_cycle("y = y + a; y = 2.5;", "y");
-}
+TEST(cycle_check, follows_the_source_of_a_variable_that_became_a_constant) { expect_cycle("y = y + a; y = 2.5;", "y"); }
 
 TEST(cycle_check, leaves_out_a_cycle_that_a_later_assignment_opened) {
     const run_result result = optimize("t = t; t = a; y = t;");

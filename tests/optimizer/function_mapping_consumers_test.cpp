@@ -33,7 +33,7 @@ TEST(function_mapping_consumers, a_product_with_two_consumers_gets_the_extended_
         dfg_connect(product, add_node("*", 2, in_xfloat), 0);
         dfg_connect(product, add_node("*", 2, in_xfloat), 1);
         map_functions();
-        EXPECT_EQ(node_at(product).bus_modes->output_select, 1);
+        EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
         EXPECT_EQ(attributes_at(product).latency, outputscale + 3);
     }
 }
@@ -45,14 +45,14 @@ TEST(function_mapping_consumers, a_square_feeding_both_inputs_of_one_multiplier_
     dfg_connect(product, square, 0);
     dfg_connect(product, square, 1);
     map_functions();
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
 }
 
 TEST(function_mapping_consumers, a_product_into_a_sum_gets_the_extended_output) {
     ASSERT_EQ(optimize_text("float a, b, c, y; void main() { y = a * b + c; }", map_functions, {"-mv", "0"}).status, 0);
     const std::int32_t product = slot_named("*");
     EXPECT_EQ(attributes_at(product).component->name, "xfc_mulfp1x");
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
     EXPECT_EQ(attributes_at(product).latency, 3);
     EXPECT_EQ(node_at(product).outputs[0].width, 45);
 }
@@ -61,14 +61,14 @@ TEST(function_mapping_consumers, a_double_product_into_a_divider_gets_the_multip
     ASSERT_EQ(optimize_text("double a, b, c, y; void main() { y = (a * b) / c; }", map_functions).status, 0);
     const std::int32_t product = slot_named("*");
     EXPECT_EQ(attributes_at(product).component->name, "xfc_mulfp2x");
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 2);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 2);
     EXPECT_EQ(node_at(product).outputs[0].width, 70);
 }
 
 TEST(function_mapping_consumers, a_product_into_an_output_drives_it_in_ieee_form) {
     ASSERT_EQ(optimize_text("float a, b, y; void main() { y = a * b; }", map_functions).status, 0);
     const std::int32_t product = slot_named("*");
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 0);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 0);
     EXPECT_EQ(node_at(product).outputs[0].width, 32);
     EXPECT_EQ(attributes_at(product).latency, 5);
 }
@@ -80,10 +80,10 @@ TEST(function_mapping_consumers, the_live_first_consumer_counts_and_the_fanout_f
     const std::int32_t divider = add_node("/", 2, in_xfloat);
     dfg_connect(product, divider, 0);
     map_functions();
-    ASSERT_EQ(node_at(product).bus_modes->output_select, 3);
+    ASSERT_EQ(node_at(product).bus_modes.output_select, 3);
     dfg_splice_node(product, "norm", *consumers_of(node_at(product)), divider, 0);
     map_functions();
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
     EXPECT_EQ(attributes_at(product).latency, 3);
 }
 
@@ -95,7 +95,7 @@ TEST(function_mapping_consumers, a_conversion_to_float_in_between_makes_the_outp
     const std::int32_t cast = dfg_splice_node(product, "cast", *consumers_of(node_at(product)), root, 0);
     attributes_at(cast).format = in_float;
     map_functions();
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 0);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 0);
     EXPECT_EQ(node_at(product).outputs[0].width, 32);
 }
 
@@ -106,7 +106,7 @@ TEST(function_mapping_consumers, a_product_converted_to_double_keeps_the_extende
     const std::vector<std::int32_t> next = consumers(product);
     ASSERT_EQ(next.size(), 1U);
     EXPECT_EQ(attributes_at(next[0]).component->name, "castxtod");
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
 }
 
 TEST(function_mapping_consumers, more_live_consumers_than_before_do_not_change_the_fanout) {
@@ -117,8 +117,8 @@ TEST(function_mapping_consumers, more_live_consumers_than_before_do_not_change_t
     const std::int32_t other = add_operator("*", in_ydouble, 2);
     dfg_connect(other, add_node("y", 1, in_double), 0);
     map_functions();
-    EXPECT_EQ(node_at(product).bus_modes->output_select, 0);
-    EXPECT_EQ(node_at(other).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(product).bus_modes.output_select, 0);
+    EXPECT_EQ(node_at(other).bus_modes.output_select, 1);
 }
 
 TEST(function_mapping_consumers, without_consumers_the_output_is_extended_whatever_the_fanout_was) {
@@ -129,7 +129,7 @@ TEST(function_mapping_consumers, without_consumers_the_output_is_extended_whatev
             add_operator("*", in_ydouble, fanout), add_operator("/", in_ydouble, fanout)};
         map_functions();
         for (const std::int32_t slot : slots) {
-            EXPECT_EQ(node_at(slot).bus_modes->output_select, 1);
+            EXPECT_EQ(node_at(slot).bus_modes.output_select, 1);
         }
         EXPECT_EQ(attributes_at(slots[0]).latency, 3);
         EXPECT_EQ(attributes_at(slots[1]).latency, 13);

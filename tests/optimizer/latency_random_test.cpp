@@ -25,16 +25,13 @@ std::string balance_plainly() {
     while (true) {
         ++iterations;
         std::int32_t balances = 0;
-        for (std::int32_t slot = 0; slot < graph.capacity; ++slot) {
-            const dfg_node& node = node_at(slot);
-            if (node.name.data() == nullptr) {
-                continue;
-            }
+        for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
+            dfg_node& node = node_at(slot);
             for (std::int32_t port = 0; port < std::min(node.input_count, 2); ++port) {
-                if (node.inputs[port].source != nullptr) {
-                    candidate = attributes_at(node.inputs[port].source->node).ready_time + node.attributes->latency;
-                    if (node.attributes->ready_time < candidate) {
-                        node.attributes->ready_time = candidate;
+                if (node.inputs[port].source.node != no_slot) {
+                    candidate = attributes_at(node.inputs[port].source.node).ready_time + node.attributes.latency;
+                    if (node.attributes.ready_time < candidate) {
+                        node.attributes.ready_time = candidate;
                         ++balances;
                     }
                 }

@@ -297,11 +297,11 @@ TEST(node_attributes, only_conversions_and_normalizers_get_a_latency) {
 TEST(node_attributes, a_normalizer_keeps_its_input_selector_and_its_normalized_mark) {
     start_graph();
     const std::int32_t slot = plant("norm", in_ydouble, "", "+");
-    node_at(slot).bus_modes->input_select = 7;
+    node_at(slot).bus_modes.input_select = 7;
     attributes_at(slot).is_normalized = 1;
     attributes_at(slot).fanout = 5;
     assign_node_attributes();
-    EXPECT_EQ(node_at(slot).bus_modes->input_select, 7);
+    EXPECT_EQ(node_at(slot).bus_modes.input_select, 7);
     EXPECT_EQ(attributes_at(slot).is_normalized, 1);
     EXPECT_EQ(attributes_at(slot).fanout, 5);
 }
@@ -315,7 +315,7 @@ TEST(node_attributes, castftox_into_a_divider_takes_one_cycle_whatever_the_outpu
         const std::int32_t slot = plant("cast", in_xfloat, "castftox", "/");
         assign_node_attributes();
         EXPECT_EQ(attributes_at(slot).latency, 1);
-        EXPECT_EQ(node_at(slot).bus_modes->output_select, 2);
+        EXPECT_EQ(node_at(slot).bus_modes.output_select, 2);
     }
 }
 
@@ -395,7 +395,7 @@ TEST(node_attributes, the_first_consumer_alone_decides) {
     dfg_connect(cast, add_node("/", 2), 0);
     dfg_connect(cast, add_node("*", 2), 0);
     assign_node_attributes();
-    EXPECT_EQ(node_at(cast).bus_modes->output_select, 0);
+    EXPECT_EQ(node_at(cast).bus_modes.output_select, 0);
     EXPECT_EQ(attributes_at(cast).latency, 2);
 }
 
@@ -405,7 +405,7 @@ TEST(node_attributes, a_first_consumer_in_a_lower_slot_counts_too) {
     const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
     dfg_connect(cast, divider, 1);
     assign_node_attributes();
-    EXPECT_EQ(node_at(cast).bus_modes->output_select, 2);
+    EXPECT_EQ(node_at(cast).bus_modes.output_select, 2);
 }
 
 TEST(node_attributes, a_conversion_without_consumers_is_treated_as_if_it_fed_the_last_seen_first_consumer) {
@@ -424,13 +424,13 @@ TEST(node_attributes, a_conversion_without_consumers_is_treated_as_if_it_fed_the
     dfg_connect(b, multiplier, 1);
     dfg_connect(c, add_node("+", 2, in_xfloat), 0);
     assign_node_attributes();
-    EXPECT_EQ(node_at(after_a).bus_modes->output_select, 2);
+    EXPECT_EQ(node_at(after_a).bus_modes.output_select, 2);
     EXPECT_EQ(attributes_at(after_a).latency, 1);
-    EXPECT_EQ(node_at(also_after_a).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(also_after_a).bus_modes.output_select, 1);
     EXPECT_EQ(attributes_at(also_after_a).latency, 5);
-    EXPECT_EQ(node_at(after_b).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(after_b).bus_modes.output_select, 1);
     EXPECT_EQ(attributes_at(after_b).latency, 2);
-    EXPECT_EQ(node_at(after_c).bus_modes->output_select, 1);
+    EXPECT_EQ(node_at(after_c).bus_modes.output_select, 1);
     EXPECT_EQ(node_at(after_c).outputs[0].width, 80);
 }
 
@@ -444,7 +444,7 @@ TEST(node_attributes, without_any_consumer_before_it_a_conversion_is_treated_as_
         ASSERT_EQ(add_node(r.slot_0, 2, in_xfloat), 0);
         const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
         assign_node_attributes();
-        EXPECT_EQ(node_at(cast).bus_modes->output_select, r.output_select) << r.slot_0;
+        EXPECT_EQ(node_at(cast).bus_modes.output_select, r.output_select) << r.slot_0;
     }
 }
 
@@ -457,8 +457,8 @@ TEST(node_attributes, a_later_first_consumer_does_not_reach_back) {
     dfg_connect(b, divider, 0);
     const std::int32_t late = add_node("cast", 1, in_xfloat, "castdtox");
     assign_node_attributes();
-    EXPECT_EQ(node_at(early).bus_modes->output_select, 0);
-    EXPECT_EQ(node_at(late).bus_modes->output_select, 2);
+    EXPECT_EQ(node_at(early).bus_modes.output_select, 0);
+    EXPECT_EQ(node_at(late).bus_modes.output_select, 2);
 }
 
 // ---- In a program ----
@@ -484,11 +484,11 @@ TEST(node_attributes, a_variable_named_norm_that_carries_an_internal_value_is_at
     const std::int32_t variable = slot_named("norm", 0);
     EXPECT_EQ(attributes_at(variable).component->name, "xfc_normfp1x");
     EXPECT_EQ(attributes_at(variable).latency, 4);
-    EXPECT_EQ(node_at(variable).bus_modes->output_select, 2);
+    EXPECT_EQ(node_at(variable).bus_modes.output_select, 2);
     const std::int32_t inserted = slot_named("norm", 1);
     EXPECT_EQ(driver(inserted), variable);
     EXPECT_EQ(attributes_at(inserted).latency, 1);
-    EXPECT_EQ(node_at(inserted).bus_modes->output_select, 0);
+    EXPECT_EQ(node_at(inserted).bus_modes.output_select, 0);
 }
 
 TEST(node_attributes, a_variable_named_norm_in_an_ieee_format_stays_a_wire) {

@@ -38,13 +38,13 @@ inline std::ostream& operator<<(std::ostream& stream, const node_record& record)
 
 inline node_record record_of(std::int32_t slot) {
     const dfg_node& node = node_at(slot);
-    node_record record{.component = std::string(node.attributes->component->name),
-                       .latency = node.attributes->latency,
-                       .ready_time = node.attributes->ready_time,
+    node_record record{.component = std::string(node.attributes.component->name),
+                       .latency = node.attributes.latency,
+                       .ready_time = node.attributes.ready_time,
                        .input_widths = {},
                        .output_width = node.outputs[0].width,
-                       .output_select = node.bus_modes->output_select,
-                       .input_select = node.bus_modes->input_select};
+                       .output_select = node.bus_modes.output_select,
+                       .input_select = node.bus_modes.input_select};
     for (std::int32_t port = 0; port < node.input_count; ++port) {
         record.input_widths.push_back(node.inputs[port].width);
     }
@@ -54,15 +54,15 @@ inline node_record record_of(std::int32_t slot) {
 /// Gives every field a value that no pass writes, and the node that component; returns what was put in.
 inline node_record put_sentinels(std::int32_t slot, std::string_view component) {
     dfg_node& node = node_at(slot);
-    node.attributes->component = find_component(component);
-    node.attributes->latency = 1001;
-    node.attributes->ready_time = 1002;
+    node.attributes.component = find_component(component);
+    node.attributes.latency = 1001;
+    node.attributes.ready_time = 1002;
     for (std::int32_t port = 0; port < node.input_count; ++port) {
         node.inputs[port].width = 1010 + port;
     }
     node.outputs[0].width = 1020;
-    node.bus_modes->output_select = 1030;
-    node.bus_modes->input_select = 1031;
+    node.bus_modes.output_select = 1030;
+    node.bus_modes.input_select = 1031;
     return record_of(slot);
 }
 

@@ -58,7 +58,7 @@ std::string merge_plainly() {
         }
         for (std::int32_t b = a + 1; b < count; ++b) {
             if (attributes_at(a).is_removed == 0 && attributes_at(b).component == attributes_at(a).component &&
-                may_be_merged(a, b) && node_at(a).bus_modes->output_select == node_at(b).bus_modes->output_select) {
+                may_be_merged(a, b) && node_at(a).bus_modes.output_select == node_at(b).bus_modes.output_select) {
                 text += merge_plainly_into(a, b, false);
             }
         }
@@ -111,7 +111,7 @@ void build_random_graph(std::uint32_t number) {
         add_node(chosen.name, 1, chosen.format, chosen.component);
         attributes_at(slot).latency = 1 + below(2);
         node_at(slot).outputs[0].width = below(6) == 0 ? 32 : 45;
-        node_at(slot).bus_modes->output_select = below(5) == 0 ? 1 : 0;
+        node_at(slot).bus_modes.output_select = below(5) == 0 ? 1 : 0;
     }
     // Drivers are mostly two low slots, some stand in any other; an order of levels keeps the graph without cycles.
     std::vector<std::int32_t> levels;

@@ -42,8 +42,8 @@ void build_two_normalizers(std::string_view component, std::int32_t first_select
     const std::int32_t a = add_node("+", 2, in_xfloat);
     const std::int32_t first = add_driven("norm", a, in_xfloat, component);
     const std::int32_t second = add_driven("norm", a, in_xfloat, component);
-    node_at(first).bus_modes->output_select = first_select;
-    node_at(second).bus_modes->output_select = second_select;
+    node_at(first).bus_modes.output_select = first_select;
+    node_at(second).bus_modes.output_select = second_select;
     dfg_connect(first, add_node("*", 2), 0);
     dfg_connect(second, add_node("-", 2), 1);
 }

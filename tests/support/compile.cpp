@@ -229,7 +229,7 @@ std::vector<std::int32_t> consumers(std::int32_t slot) {
 }
 
 std::int32_t driver(std::int32_t slot, std::int32_t port) {
-    const dfg_link* source = source_of(node_at(slot), port);
+    const dfg_source* source = source_of(node_at(slot), port);
     return source != nullptr ? source->node : no_slot;
 }
 

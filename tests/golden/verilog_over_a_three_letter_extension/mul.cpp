@@ -1,6 +1,3 @@
 float a, b, y;
 
-void datapath(void)
-{
-    y = a * b;
-}
+void datapath(void) { y = a * b; }
