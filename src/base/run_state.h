@@ -21,4 +21,7 @@ extern std::int32_t error_count;
 /// Depth of the pipeline in clock cycles, written by latency balancing.
 extern std::int32_t max_latency;
 
+/// Name of the output while it is open, else null; for the end of a run that may not allocate any more.
+extern const char* unfinished_output;
+
 }  // namespace xfc

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <deque>
+#include <list>
 #include <string>
 
 #include "base/console.h"
@@ -19,9 +19,10 @@ symbol_record* symbol_table = nullptr;
 
 namespace {
 
-// Records and lists never move, so that records can point at each other.
-std::deque<symbol_record> records;
-std::deque<type_list> type_lists;
+// Neither moves its elements, so that records can point at each other, and an empty one has no memory of its own: a
+// failing allocation before the program starts could not be reported.
+std::list<symbol_record> records;
+std::list<type_list> type_lists;
 symbol_record* current = nullptr;
 std::int32_t block_counter = 0;
 std::vector<std::int32_t> open_blocks;  // numbers of the blocks around the cursor, the innermost last

@@ -38,7 +38,9 @@ std::string output_file_name(std::string base_name, std::string_view extension) 
 }
 
 output_file::output_file(std::string name)
-    : name_(std::move(name)), stream_(open_unless_source(name_)), writer_(stream_) {}
+    : name_(std::move(name)), stream_(open_unless_source(name_)), writer_(stream_) {
+    unfinished_output = name_.c_str();
+}
 
 output_file::~output_file() {
     if (stream_ != nullptr) {
@@ -48,6 +50,7 @@ output_file::~output_file() {
 
 void output_file::close() {
     const bool written = writer_.flush();
+    unfinished_output = nullptr;
     const bool closed = std::fclose(std::exchange(stream_, nullptr)) == 0;
     if (!written || !closed) {
         static_cast<void>(std::remove(name_.c_str()));

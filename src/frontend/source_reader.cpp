@@ -20,10 +20,11 @@ int peek_character() {
     if (ahead_position == ahead_end) {
         ahead_position = 0;
         ahead_end = std::fread(ahead.data(), 1, ahead.size(), source_file);
-        if (ahead_end < ahead.size() && std::ferror(source_file) != 0) {
-            fail(message_id::scanner_read_failed);
-        }
         if (ahead_end == 0) {
+            // What was delivered in front of a failure is read first.
+            if (std::ferror(source_file) != 0) {
+                fail(message_id::scanner_read_failed);
+            }
             return EOF;
         }
     }
