@@ -18,7 +18,7 @@ struct emission {
     std::string_view entity_name;  ///< of the entity or module, at most 31 characters
 };
 
-/// A part of the output file and the name under which the log announces it; empty: it is not announced.
+/// A section of the output file and the name under which the log announces it; empty: it is not announced.
 struct emission_section {
     std::string_view log_name;
     void (*write)(const emission&);
@@ -60,7 +60,7 @@ struct hdl_language {
     bool signed_words;  ///< 32-bit words are written as signed numbers
     std::string_view six_zero_bits;
 
-    /// The parts of the file in order.
+    /// The sections of the file in order.
     std::span<const emission_section> sections;
 };
 

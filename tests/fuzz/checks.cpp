@@ -99,7 +99,7 @@ void check_finished(const compilation_request& request, const compilation& resul
             "a run with syntax errors ends with the last line's number");
 }
 
-/// The part of the log that does not name the language: all but the emission.
+/// What of the log that does not name the language: all but the emission.
 std::string common_log(const compilation& result) {
     const std::string& log = result.standard_output;
     const std::size_t emission = std::min(log.find(emission_banner), log.size());
