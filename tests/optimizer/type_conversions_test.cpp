@@ -356,6 +356,27 @@ TEST(dot_products, need_a_single_consumer_when_the_optimizer_starts) {
     EXPECT_EQ(make(1), in_float);
 }
 
+TEST(dot_products, take_no_port_with_a_literal_though_a_source_stands_there_too) {
+    for (std::int32_t literal = -1; literal < 2; ++literal) {
+        start_graph();
+        add_node("a", 1, in_float);
+        add_node("*", 2, in_float);
+        add_node("+", 2, in_float);
+        add_node("y", 1, in_float);
+        dfg_connect(0, 1, 0);
+        dfg_connect(0, 1, 1);
+        dfg_connect(1, 2, 0);
+        dfg_connect(0, 2, 1);
+        dfg_connect(2, 3, 0);
+        if (literal >= 0) {
+            node_at(1).inputs[literal].is_constant = 1;
+        }
+        initialize_scratchpad();
+        insert_type_conversions();
+        EXPECT_EQ(format_at(1), literal < 0 ? in_float : in_xfloat) << literal;
+    }
+}
+
 // ---- Exemptions ----
 
 struct exemption {
