@@ -11,7 +11,8 @@ starve() {
         limit=$((limit + 512))
     done
     failed=0
-    while [ "$limit" -lt 400000 ]; do
+    failures_before=$failures
+    while [ "$limit" -lt 400000 ] && [ "$failures" -eq "$failures_before" ]; do
         (ulimit -v "$limit" && exec "$1" p.c) >"$room/out" 2>"$room/err"
         status=$?
         if [ "$status" -eq 0 ]; then
