@@ -43,6 +43,7 @@ output_file::output_file(std::string name)
 }
 
 output_file::~output_file() {
+    unfinished_output = nullptr;
     if (stream_ != nullptr) {
         static_cast<void>(std::fclose(stream_));
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -10,6 +9,7 @@
 
 #include "driver/compiler.h"
 #include "support/compile.h"
+#include "support/temporary_folder.h"
 
 // A folder in which files are put and looked at between and after runs of the compiler.
 
@@ -17,25 +17,7 @@ namespace xfc::test {
 
 inline constexpr const char* small_program = "float a, y;\nmain() {\n y = a;\n}\n";
 
-class workspace {
-public:
-    workspace() : before_(std::filesystem::current_path()) {
-        std::string pattern = (std::filesystem::temp_directory_path() / "xfc-driver-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-        std::filesystem::current_path(folder_);
-    }
-    workspace(const workspace&) = delete;
-    workspace& operator=(const workspace&) = delete;
-    ~workspace() {
-        std::error_code ignored;
-        std::filesystem::current_path(before_, ignored);
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-private:
-    std::filesystem::path before_;
-    std::filesystem::path folder_;
-};
+using workspace = temporary_folder;
 
 inline void write_file(const std::string& name, const std::string& content) {
     std::ofstream stream(name, std::ios::binary);

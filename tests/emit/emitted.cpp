@@ -30,18 +30,6 @@ std::string between(const std::string& text, std::string_view first, std::string
 
 }  // namespace
 
-working_folder::working_folder() : before_(fs::current_path()) {
-    std::string pattern = (fs::temp_directory_path() / "xfc-emit-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    fs::current_path(folder_);
-}
-
-working_folder::~working_folder() {
-    std::error_code ignored;
-    fs::current_path(before_, ignored);
-    fs::remove_all(folder_, ignored);
-}
-
 emitted emit_here(language in, const std::string& base_name) {
     const run_result run = catch_output([&] { (in == language::vhdl ? emit_vhdl : emit_verilog)(base_name); });
     return {.status = run.status, .log = run.standard_output, .error = run.standard_error, .file_name = {}, .text = {}};

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 
 #include "dfg/number_format.h"
+#include "support/temporary_folder.h"
 
 // What the tests of the emitters share: graphs of single instances, and the output file or a section of it.
 
@@ -24,17 +24,7 @@ struct emitted {
 };
 
 /// A new folder that is the current one while the object lives.
-class working_folder {
-public:
-    working_folder();
-    working_folder(const working_folder&) = delete;
-    working_folder& operator=(const working_folder&) = delete;
-    ~working_folder();
-
-private:
-    std::filesystem::path before_;
-    std::filesystem::path folder_;
-};
+using working_folder = temporary_folder;
 
 /// Writes the graph in a fresh folder; `base_name` as the driver hands it over, a 32-character buffer or its start.
 emitted emit(language in, const std::string& base_name = "unit");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -19,6 +18,7 @@
 #include "frontend/parse_tree.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
+#include "support/temporary_folder.h"
 
 namespace xfc::test {
 
@@ -31,37 +31,17 @@ struct run_ended {
     int status;
 };
 
-/// A new folder that is the current one while the object lives.
-class temporary_folder {
-public:
-    temporary_folder() : before_(fs::current_path()) {
-        std::string pattern = (fs::temp_directory_path() / "xfc-test-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-        fs::current_path(folder_);
-    }
-    temporary_folder(const temporary_folder&) = delete;
-    temporary_folder& operator=(const temporary_folder&) = delete;
-    ~temporary_folder() {
-        std::error_code ignored;
-        fs::current_path(before_, ignored);
-        fs::remove_all(folder_, ignored);
-    }
-
-    [[nodiscard]] std::map<std::string, std::string> files() const {
-        std::map<std::string, std::string> found;
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
-            if (entry.is_regular_file()) {
-                std::ifstream stream(entry.path(), std::ios::binary);
-                found[entry.path().filename().string()] = {std::istreambuf_iterator<char>(stream), {}};
-            }
+/// The files in a folder with their contents, by name.
+std::map<std::string, std::string> files_in(const fs::path& folder) {
+    std::map<std::string, std::string> found;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            std::ifstream stream(entry.path(), std::ios::binary);
+            found[entry.path().filename().string()] = {std::istreambuf_iterator<char>(stream), {}};
         }
-        return found;
     }
-
-private:
-    fs::path before_;
-    fs::path folder_;
-};
+    return found;
+}
 
 run_result run_in_folder(const std::vector<std::string>& arguments) {
     std::vector<const char*> pointers;
@@ -120,7 +100,7 @@ run_result compile(const run_request& request) {
     std::vector<std::string> arguments{request.source_name};
     arguments.insert(arguments.end(), request.switches.begin(), request.switches.end());
     run_result result = run_in_folder(arguments);
-    result.files = folder.files();
+    result.files = files_in(folder.path());
     result.files.erase(request.source_name);
     return result;
 }
@@ -128,7 +108,7 @@ run_result compile(const run_request& request) {
 run_result run_with_arguments(const std::vector<std::string>& arguments) {
     const temporary_folder folder;
     run_result result = run_in_folder(arguments);
-    result.files = folder.files();
+    result.files = files_in(folder.path());
     return result;
 }
 
