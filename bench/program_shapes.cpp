@@ -108,7 +108,7 @@ std::string constants(std::int64_t operators) {
 
 constexpr std::array<program_shape, 6> shapes{{
     {"wide", "independent statements of five operands", wide, 1000000},
-    {"chain", "each statement reads the one before", chain, 10000},
+    {"chain", "each statement reads the one before", chain, 1000000},
     {"fanout", "one variable read by every statement", fanout, 1000000},
     {"conversions", "float and double operands mixed", conversions, 1000000},
     {"delays", "deep double-precision expressions with late operands", delays, 1000000},

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <optional>
 #include <vector>
 
 #include "base/console.h"
@@ -14,6 +15,7 @@
 #include "dfg/wrapping.h"
 #include "optimizer/cycle_check.h"
 #include "optimizer/optimizer.h"
+#include "optimizer/sweep_forecast.h"
 
 namespace xfc {
 
@@ -97,6 +99,24 @@ std::int32_t sweep_ready_times(changed_slots& changed) {
     return balances;
 }
 
+/// Sweeps before the others are forecast; most programs need fewer. After each attempt that fails their number doubles.
+constexpr std::int32_t sweeps_before_forecast = 32;
+
+void print_sweep(std::int32_t iterations, std::int32_t balances) {
+    write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);
+}
+
+/// Prints the sweeps behind the first `iterations` and leaves the ready times as the last of them would.
+void take_over(const sweep_forecast& forecast, std::int32_t iterations) {
+    for (std::size_t sweep = 0; sweep < forecast.balances.size(); ++sweep) {
+        max_latency = forecast.depths[sweep];
+        print_sweep(++iterations, forecast.balances[sweep]);
+    }
+    for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
+        attributes_at(slot).ready_time = forecast.ready_times[static_cast<std::size_t>(slot)];
+    }
+}
+
 /// Cycles between the producer's result and the moment the consumer needs it.
 std::int32_t slack_of_edge(std::int32_t producer, std::int32_t consumer, bool final_edge) {
     const node_attributes& to = attributes_at(consumer);
@@ -136,11 +156,19 @@ void balance_latencies() {
     max_latency = 0;
     changed_slots changed(dfg_used_slots());
     std::int32_t iterations = 0;
+    std::int32_t next_forecast = sweeps_before_forecast;
     std::int32_t balances = 0;
     do {
+        if (iterations == next_forecast) {
+            if (const std::optional<sweep_forecast> forecast = forecast_sweeps()) {
+                take_over(*forecast, iterations);
+                return;
+            }
+            next_forecast = wrapping_multiply(next_forecast, 2);
+        }
         ++iterations;
         balances = sweep_ready_times(changed);
-        write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);
+        print_sweep(iterations, balances);
     } while (balances != 0);
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/run_state.h"
 #include "optimizer/optimizer.h"
+#include "reference/optimizer/reference_passes.h"
 #include "support/compile.h"
 
 // Balancing follows changes through the graph. Here it is held against the plain version, which looks at every node
@@ -16,35 +17,6 @@
 namespace xfc::test {
 
 namespace {
-
-std::string balance_plainly() {
-    std::string text;
-    std::int32_t iterations = 0;
-    std::int32_t candidate = 0;
-    max_latency = 0;
-    while (true) {
-        ++iterations;
-        std::int32_t balances = 0;
-        for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-            dfg_node& node = node_at(slot);
-            for (std::int32_t port = 0; port < std::min(node.input_count, 2); ++port) {
-                if (node.inputs[port].source.node != no_slot) {
-                    candidate = attributes_at(node.inputs[port].source.node).ready_time + node.attributes.latency;
-                    if (node.attributes.ready_time < candidate) {
-                        node.attributes.ready_time = candidate;
-                        ++balances;
-                    }
-                }
-            }
-            max_latency = std::max(max_latency, candidate);
-        }
-        text += "  Iterations " + std::to_string(iterations) + " Balances " + std::to_string(balances) + " Depth " +
-                std::to_string(max_latency) + "\n";
-        if (balances == 0) {
-            return text;
-        }
-    }
-}
 
 /// Nodes in an order of their own, each driven by earlier ones of that order; some edges are stale, some drivers
 /// missing, so that slots and data run in different directions.
@@ -88,7 +60,7 @@ TEST(latency_random, ready_times_depth_and_lines_are_those_of_the_plain_version)
             balanced.push_back(attributes_at(slot).ready_time);
             attributes_at(slot).ready_time = start[static_cast<std::size_t>(slot)];
         }
-        ASSERT_EQ(lines, balance_plainly()) << "round " << round;
+        ASSERT_EQ(lines, catch_output(reference::balance_latencies).standard_output) << "round " << round;
         ASSERT_EQ(depth, max_latency) << "round " << round;
         for (std::int32_t slot = 0; slot < count; ++slot) {
             ASSERT_EQ(balanced[static_cast<std::size_t>(slot)], attributes_at(slot).ready_time)

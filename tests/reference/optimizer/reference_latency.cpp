@@ -5,6 +5,28 @@
 
 namespace xfc::reference {
 
+std::int32_t sweep_ready_times() {
+    std::int32_t balances = 0;
+    for_each_node([&balances](std::int32_t slot) {
+        node_attributes& attributes = attributes_at(slot);
+        std::int32_t candidate = 0;
+        for (std::int32_t port = 0; port < 2 && port < node_at(slot).input_count; ++port) {
+            if (source(slot, port) == nullptr) {
+                continue;
+            }
+            candidate = attributes_at(source(slot, port)->node).ready_time + attributes.latency;
+            if (attributes.ready_time < candidate) {
+                attributes.ready_time = candidate;
+                ++balances;
+            }
+        }
+        if (candidate > max_latency) {
+            max_latency = candidate;
+        }
+    });
+    return balances;
+}
+
 void balance_latencies() {
     if (const std::string name = value_that_depends_on_itself(); !name.empty()) {
         fail(message_id::cyclic_value, name);
@@ -12,26 +34,9 @@ void balance_latencies() {
     max_latency = 0;
     std::int32_t iterations = 0;
     std::int32_t balances = 0;
-    std::int32_t candidate = 0;
     do {
         ++iterations;
-        balances = 0;
-        for_each_node([&](std::int32_t slot) {
-            node_attributes& attributes = attributes_at(slot);
-            for (std::int32_t port = 0; port < 2 && port < node_at(slot).input_count; ++port) {
-                if (source(slot, port) == nullptr) {
-                    continue;
-                }
-                candidate = attributes_at(source(slot, port)->node).ready_time + attributes.latency;
-                if (attributes.ready_time < candidate) {
-                    attributes.ready_time = candidate;
-                    ++balances;
-                }
-            }
-            if (candidate > max_latency) {
-                max_latency = candidate;
-            }
-        });
+        balances = sweep_ready_times();
         write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);
     } while (balances != 0);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 // The optimizer's passes in their plainest form, each one written down as it is defined, without any bookkeeping that
@@ -16,6 +17,10 @@ void insert_type_conversions();
 void renormalize_complex_clusters();
 void insert_normalizations();
 void balance_latencies();
+
+/// One sweep of `balance_latencies` over all nodes; returns how often a ready time was raised.
+std::int32_t sweep_ready_times();
+
 void insert_delays();
 void remove_redundant_nodes();
 
