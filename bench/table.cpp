@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +16,7 @@
 #include <fstream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "program_shapes.h"
@@ -29,6 +29,7 @@ namespace fs = std::filesystem;
 using namespace xfc::bench;
 
 constexpr int runs = 3;
+constexpr std::int64_t smallest_size = 1000;  // operators
 
 struct measurement {
     double seconds = 0;
@@ -80,30 +81,64 @@ void print_cell(const std::optional<measurement>& result) {
     }
 }
 
-void measure(const std::string& compiler, const program_shape& shape, std::int64_t operators) {
-    {
+void print_ratio(double value, double base) {
+    if (base > 0) {
+        std::printf(" %7.1f", value / base);
+    } else {
+        std::printf(" %7s", "-");
+    }
+}
+
+/// Nodes of the graph without the merged ones: each has a signal.
+std::int64_t count_nodes(const std::string& output) {
+    std::ifstream text(output, std::ios::binary);
+    std::int64_t count = 0;
+    for (std::string line; std::getline(text, line) && line != "BEGIN";) {
+        count += line.starts_with("  signal synth") ? 1 : 0;
+    }
+    return count;
+}
+
+/// Writes prog.c. A process of its own does so: the peak memory of a child counts from its parent's on.
+void write_source(const program_shape& shape, std::int64_t operators) {
+    const pid_t child = fork();
+    if (child == 0) {
         std::ofstream source("prog.c", std::ios::binary);
         source << shape.generate(operators);
+        source.close();
+        std::_Exit(source ? 0 : 1);
     }
+    int status = 0;
+    if (child == -1 || waitpid(child, &status, 0) != child || status != 0) {
+        std::fprintf(stderr, "the source could not be written\n");
+        std::exit(1);
+    }
+}
+
+/// Prints a row. Returns the seconds of the compilation, 0 when it failed; `tenth` are those of a tenth of the size, 0
+/// when unknown.
+double measure(const std::string& compiler, const program_shape& shape, std::int64_t operators, double tenth) {
+    write_source(shape, operators);
     const std::optional<measurement> compiled = median_run({compiler, "prog.c"});
     if (!compiled) {
         std::printf("%-12s %9lld  the compilation failed\n", shape.name.data(), static_cast<long long>(operators));
-        return;
+        return 0;
     }
     const double source_megabytes = static_cast<double>(fs::file_size("prog.c")) / 1e6;
     const double output_megabytes = static_cast<double>(fs::file_size("prog.vhd")) / 1e6;
     const std::optional<measurement> copied = median_run({"cp", "prog.vhd", "copy.vhd"});
     const std::optional<measurement> checked = median_run({"clang", "-fsyntax-only", "-w", "prog.c"});
-    std::printf("%-12s %9lld %9.2f %9.1f %9.3f %8.0f %8.0f", shape.name.data(), static_cast<long long>(operators),
+    const double peak_bytes = static_cast<double>(compiled->peak_kilobytes) * 1024;
+    std::printf("%-12s %9lld %9.2f %9.1f %9.3f %8.0f %8.0f %7.0f", shape.name.data(), static_cast<long long>(operators),
                 source_megabytes, output_megabytes, compiled->seconds, output_megabytes / compiled->seconds,
-                static_cast<double>(compiled->peak_kilobytes) / 1e3);
+                peak_bytes / 1e6, peak_bytes / static_cast<double>(count_nodes("prog.vhd")));
     print_cell(copied);
     print_cell(checked);
-    if (copied) {
-        std::printf(" %8.1f", compiled->seconds / copied->seconds);
-    }
+    print_ratio(compiled->seconds, copied ? copied->seconds : 0);
+    print_ratio(compiled->seconds, tenth);
     std::printf("\n");
     std::fflush(stdout);
+    return compiled->seconds;
 }
 
 }  // namespace
@@ -126,20 +161,19 @@ int main(int argument_count, char** arguments) {
         return 1;
     }
     fs::current_path(folder);
-    std::printf("%-12s %9s %9s %9s %9s %8s %8s %9s %9s %8s\n", "shape", "operators", "source MB", "output MB",
-                "seconds", "MB/s out", "peak MB", "cp s", "clang s", "xfc/cp");
+    std::printf("%-12s %9s %9s %9s %9s %8s %8s %7s %9s %9s %7s %7s\n", "shape", "operators", "source MB", "output MB",
+                "seconds", "MB/s out", "peak MB", "B/node", "cp s", "clang s", "xfc/cp", "x/tenth");
     for (const program_shape& shape : program_shapes()) {
         if (only != nullptr && only != &shape) {
             continue;
         }
-        for (const std::int64_t operators :
-             {std::int64_t{1000}, std::int64_t{10000}, std::int64_t{100000}, std::int64_t{1000000}}) {
-            if (size == 0 && operators <= shape.largest_size) {
-                measure(compiler, shape, operators);
-            }
-        }
         if (size != 0) {
-            measure(compiler, shape, size);
+            measure(compiler, shape, size, 0);
+            continue;
+        }
+        double seconds = 0;
+        for (std::int64_t operators = smallest_size; operators <= shape.largest_size; operators *= 10) {
+            seconds = measure(compiler, shape, operators, seconds);
         }
     }
     fs::current_path("/");

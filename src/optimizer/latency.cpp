@@ -100,7 +100,7 @@ std::int32_t sweep_ready_times(changed_slots& changed) {
 }
 
 /// Sweeps before the others are forecast; most programs need fewer. After each attempt that fails their number doubles.
-constexpr std::int32_t sweeps_before_forecast = 32;
+constexpr std::int32_t sweeps_before_forecast = 16;
 
 void print_sweep(std::int32_t iterations, std::int32_t balances) {
     write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);
