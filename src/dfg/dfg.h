@@ -1,10 +1,13 @@
 #pragma once
 
+#include <tsl/robin_map.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "base/arena.h"
@@ -100,6 +103,10 @@ struct dfg_node {
     dfg_input first_inputs[held_inputs];
 };
 
+/// Slots by name. The table keeps the hashes, so that growing does not read the names again.
+using name_table = tsl::robin_map<std::string_view, std::int32_t, std::hash<std::string_view>, std::equal_to<>,
+                                  std::allocator<std::pair<std::string_view, std::int32_t>>, /*StoreHash=*/true>;
+
 struct dfg_graph {
     /// Slots per block. Blocks are made when their first slot is handed out; they never move, so references to nodes
     /// and links stay good while the graph grows.
@@ -109,8 +116,8 @@ struct dfg_graph {
     std::int32_t capacity = 0;         ///< 10000 when created; doubles when no slot is free
     std::int32_t free_head = no_slot;  ///< first free slot, `no_slot` when none is; all behind it are free
 
-    std::unordered_map<std::string_view, std::int32_t> first_slot_by_name;  ///< lowest slot of each name
-    arena memory;                                                           ///< links behind the first ones
+    name_table first_slot_by_name;  ///< lowest slot of each name
+    arena memory;                   ///< links behind the first ones
 };
 
 /// The one graph of the run.
