@@ -92,9 +92,9 @@ private:
         while (count > 0) {
             const std::int32_t together = std::min(count, straight_[index(raise)]);
             const std::int32_t* totals = &raises_.total[index(raise - together + 1)];
-            std::int32_t* depths = &depths_[index(sweep)];
+            std::int32_t* reached = &depths_[index(sweep)];
             for (std::int32_t place = 0; place < together; ++place) {
-                depths[place] = std::max(depths[place], last - totals[together - 1 - place]);
+                reached[place] = std::max(reached[place], last - totals[together - 1 - place]);
             }
             raise = raises_.next_of(raise - together + 1);
             sweep += together;

@@ -100,7 +100,12 @@ std::int32_t sweep_ready_times(changed_slots& changed) {
 }
 
 /// Sweeps before the others are forecast; most programs need fewer. After each attempt that fails their number doubles.
+/// Verifying builds forecast as early as they can, so that small programs come to it.
+#ifdef XFC_VERIFY
+constexpr std::int32_t sweeps_before_forecast = 1;
+#else
 constexpr std::int32_t sweeps_before_forecast = 16;
+#endif
 
 void print_sweep(std::int32_t iterations, std::int32_t balances) {
     write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);

@@ -51,9 +51,9 @@ private:
         const std::int32_t next = raises_.next_of(raise);
         row peaks = next == nothing ? row{} : peaks_[static_cast<std::size_t>(next)];
         std::int32_t behind = raise;
-        for (std::int32_t& peak : peaks) {
+        for (std::int32_t& greatest : peaks) {
             behind = behind == nothing ? nothing : raises_.next_of(behind);
-            peak = std::max(peak, raises_.total_of(raise) - raises_.total_of(behind));
+            greatest = std::max(greatest, raises_.total_of(raise) - raises_.total_of(behind));
         }
         peaks_.push_back(peaks);
     }
