@@ -23,6 +23,11 @@ constexpr std::int64_t inputs = 64;
 /// The input that operand `place` of statement `index` reads: spread, and the same in every run.
 std::int64_t spread(std::int64_t index, std::int64_t place) { return (index * 7 + place * 13) % inputs; }
 
+std::string ten_lines(std::int64_t) {
+    return "float a, b, c, d;\nfloat p, q, r;\nfloat y, z;\nmain() {\n"
+           "    p = a * b + c;\n    q = p * d - a;\n    r = sqrt(q) + b;\n    y = r * p;\n    z = r / q;\n}\n";
+}
+
 std::string wide(std::int64_t operators) {
     const std::int64_t statements = operators / 4;
     text_writer out;
@@ -106,7 +111,8 @@ std::string constants(std::int64_t operators) {
     return out.take_text();
 }
 
-constexpr std::array<program_shape, 6> shapes{{
+constexpr std::array<program_shape, 7> shapes{{
+    {"ten-lines", "a program as people write it", ten_lines, 10},
     {"wide", "independent statements of five operands", wide, 1000000},
     {"chain", "each statement reads the one before", chain, 1000000},
     {"fanout", "one variable read by every statement", fanout, 1000000},

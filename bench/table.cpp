@@ -28,7 +28,9 @@ namespace {
 namespace fs = std::filesystem;
 using namespace xfc::bench;
 
-constexpr int runs = 3;
+constexpr std::size_t runs = 3;
+constexpr std::size_t runs_of_short_commands = 51;
+constexpr double short_seconds = 0.02;
 constexpr std::int64_t smallest_size = 1000;  // operators
 
 struct measurement {
@@ -61,21 +63,23 @@ std::optional<measurement> run_once(const std::vector<std::string>& command) {
 
 std::optional<measurement> median_run(const std::vector<std::string>& command) {
     std::vector<measurement> results;
-    for (int run = 0; run < runs; ++run) {
+    std::size_t wanted = runs;
+    while (results.size() < wanted) {
         const std::optional<measurement> result = run_once(command);
         if (!result) {
             return std::nullopt;
         }
+        wanted = result->seconds < short_seconds ? runs_of_short_commands : runs;
         results.push_back(*result);
     }
     std::sort(results.begin(), results.end(),
               [](const measurement& left, const measurement& right) { return left.seconds < right.seconds; });
-    return results[runs / 2];
+    return results[results.size() / 2];
 }
 
 void print_cell(const std::optional<measurement>& result) {
     if (result) {
-        std::printf(" %9.3f", result->seconds);
+        std::printf(" %9.4f", result->seconds);
     } else {
         std::printf(" %9s", "-");
     }
@@ -129,7 +133,7 @@ double measure(const std::string& compiler, const program_shape& shape, std::int
     const std::optional<measurement> copied = median_run({"cp", "prog.vhd", "copy.vhd"});
     const std::optional<measurement> checked = median_run({"clang", "-fsyntax-only", "-w", "prog.c"});
     const double peak_bytes = static_cast<double>(compiled->peak_kilobytes) * 1024;
-    std::printf("%-12s %9lld %9.2f %9.1f %9.3f %8.0f %8.0f %7.0f", shape.name.data(), static_cast<long long>(operators),
+    std::printf("%-12s %9lld %9.2f %9.1f %9.4f %8.0f %8.0f %7.0f", shape.name.data(), static_cast<long long>(operators),
                 source_megabytes, output_megabytes, compiled->seconds, output_megabytes / compiled->seconds,
                 peak_bytes / 1e6, peak_bytes / static_cast<double>(count_nodes("prog.vhd")));
     print_cell(copied);
@@ -172,7 +176,8 @@ int main(int argument_count, char** arguments) {
             continue;
         }
         double seconds = 0;
-        for (std::int64_t operators = smallest_size; operators <= shape.largest_size; operators *= 10) {
+        for (std::int64_t operators = std::min(smallest_size, shape.largest_size); operators <= shape.largest_size;
+             operators *= 10) {
             seconds = measure(compiler, shape, operators, seconds);
         }
     }
