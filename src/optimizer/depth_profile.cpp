@@ -31,8 +31,10 @@ struct list_period {
 
 class depth_profile {
 public:
-    explicit depth_profile(const raise_lists& raises)
-        : raises_(raises), first_arrival_(raises.next.size(), nothing), straight_(raises.next.size(), 1) {
+    explicit depth_profile(const sweep_lists& raises)
+        : raises_(raises),
+          first_arrival_(static_cast<std::size_t>(raises.count()), nothing),
+          straight_(static_cast<std::size_t>(raises.count()), 1) {
         for (std::int32_t raise = 1; raise < raises.count(); ++raise) {
             if (raises.next_of(raise) == raise - 1) {
                 straight_[index(raise)] = straight_[index(raise - 1)] + 1;
@@ -91,7 +93,7 @@ private:
     void take_in_elements(std::int32_t last, std::int32_t raise, std::int32_t sweep, std::int32_t count) {
         while (count > 0) {
             const std::int32_t together = std::min(count, straight_[index(raise)]);
-            const std::int32_t* totals = &raises_.total[index(raise - together + 1)];
+            const std::int32_t* totals = raises_.totals() + (raise - together + 1);
             std::int32_t* reached = &depths_[index(sweep)];
             for (std::int32_t place = 0; place < together; ++place) {
                 reached[place] = std::max(reached[place], last - totals[together - 1 - place]);
@@ -104,7 +106,7 @@ private:
 
     /// For each element, of the lists that go on from it the longest.
     void find_longest_branches() {
-        const std::size_t count = raises_.next.size();
+        const std::size_t count = index(raises_.count());
         branch_length_.assign(count, 1);
         longest_branch_.assign(count, nothing);
         for (std::int32_t raise = raises_.count() - 1; raise >= 0; --raise) {
@@ -119,7 +121,7 @@ private:
     /// Arrivals of short side branches become arrivals of the list that the branch leaves, so that they can be compared
     /// with those of other branches of that list.
     void move_arrivals_of_twigs() {
-        std::vector<bool> on_twig(raises_.next.size());
+        std::vector<bool> on_twig(index(raises_.count()));
         for (std::int32_t raise = 0; raise < raises_.count(); ++raise) {
             const std::int32_t next = raises_.next_of(raise);
             on_twig[index(raise)] =
@@ -144,7 +146,7 @@ private:
 
     /// Chooses the number of elements after which amounts and arrivals repeat best, 0 when they do not.
     void choose_period() {
-        const std::size_t count = raises_.next.size();
+        const std::size_t count = index(raises_.count());
         list_period tried;
         tried.earlier.resize(count);
         std::iota(tried.earlier.begin(), tried.earlier.end(), 0);
@@ -161,7 +163,7 @@ private:
 
     /// Makes the period longer by an element; returns how many elements differ from the one a period away.
     std::size_t try_next_period(list_period& tried) const {
-        const std::size_t count = raises_.next.size();
+        const std::size_t count = index(raises_.count());
         tried.cycles.resize(count);
         tried.run_end.resize(count);
         std::size_t breaks = 0;
@@ -174,11 +176,19 @@ private:
             const std::int32_t next = raises_.next_of(raise);
             const bool goes_on = next != nothing && tried.cycles[index(next)] == tried.cycles[index(raise)];
             tried.run_end[index(raise)] = goes_on ? tried.run_end[index(next)] : raise;
-            const bool lacks_partner =
-                later != nothing && first_arrival_[index(raise)] != nothing && first_arrival_[index(later)] == nothing;
-            breaks += (goes_on ? 0U : 1U) + (lacks_partner ? 1U : 0U);
+            breaks += (goes_on ? 0U : 1U) + arrivals_without_partner(raise, later);
         }
         return breaks;
+    }
+
+    /// Arrivals of the list that have no like among those of the later one.
+    [[nodiscard]] std::size_t arrivals_without_partner(std::int32_t raise, std::int32_t later) const {
+        std::size_t count = 0;
+        for (std::int32_t at = first_arrival_[index(raise)]; at != nothing && later != nothing;
+             at = arrivals_[index(at)].next) {
+            count += find_arrival(later, arrivals_[index(at)].lag) == nothing ? 1U : 0U;
+        }
+        return count;
     }
 
     void take_in(std::int32_t raise, const listed_arrival& late) {
@@ -212,7 +222,7 @@ private:
         }
     }
 
-    const raise_lists& raises_;
+    const sweep_lists& raises_;
     std::vector<listed_arrival> arrivals_;
     std::vector<std::int32_t> first_arrival_;   // of each element's list
     std::vector<std::int32_t> straight_;        // elements from this one on whose indices fall by 1
@@ -224,7 +234,7 @@ private:
 
 }  // namespace
 
-std::vector<std::int32_t> depths_of_sweeps(const raise_lists& raises, std::span<const arrival> arrivals,
+std::vector<std::int32_t> depths_of_sweeps(const sweep_lists& raises, std::span<const arrival> arrivals,
                                            std::int32_t sweeps, std::int32_t least) {
     depth_profile profile(raises);
     for (const arrival& late : arrivals) {

@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "optimizer/raise_lists.h"
+#include "optimizer/sweep_lists.h"
 
 namespace xfc {
 
@@ -19,7 +19,7 @@ struct arrival {
 /// The depths in cycles after the sweeps 1 to `sweeps`: the greatest of all arrivals until then, and at least `least`.
 /// `sweeps` is more than the elements of the longest list. Takes time near linear in elements, arrivals and sweeps
 /// where the lists' amounts repeat after at most 16 elements; the product of elements and sweeps where they do not.
-[[nodiscard]] std::vector<std::int32_t> depths_of_sweeps(const raise_lists& raises, std::span<const arrival> arrivals,
+[[nodiscard]] std::vector<std::int32_t> depths_of_sweeps(const sweep_lists& raises, std::span<const arrival> arrivals,
                                                          std::int32_t sweeps, std::int32_t least);
 
 }  // namespace xfc

@@ -13,9 +13,10 @@ struct sweep_forecast {
     std::vector<std::int32_t> ready_times;  ///< of every slot after the last sweep, in cycles
 };
 
-/// Tells all sweeps to come from the ready times and `max_latency` as they are, in time near linear in nodes and
-/// sweeps; changes nothing. Nothing comes back when the raises do not yet follow one another steadily (see the source
-/// for what that asks); after more sweeps they may. The graph must have no cycle.
+/// Tells all sweeps to come from the ready times and `max_latency` as they are; changes nothing. Takes time near linear
+/// in nodes and sweeps where a chain repeats itself. Nothing comes back when it would take much longer, when a node is
+/// far behind its drivers, or when a time is negative or leaves 32 bits; after more sweeps it may. The graph must have
+/// no cycle.
 [[nodiscard]] std::optional<sweep_forecast> forecast_sweeps();
 
 }  // namespace xfc
