@@ -1,3 +1,6 @@
+// What two operands together do to a node, out of what each of them asks for sweep by sweep: in each sweep the later of
+// the two times counts, and the node is raised by what that time gains on the one of the sweep before.
+
 #include "optimizer/raise_merger.h"
 
 #include <algorithm>

@@ -2,6 +2,7 @@
 
 #include <tsl/robin_map.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
