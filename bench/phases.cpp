@@ -6,19 +6,19 @@
 #include <filesystem>
 #include <utility>
 
-#include "base/console.h"
-#include "base/run_state.h"
-#include "dfg/dfg.h"
-#include "dfg/expressions.h"
-#include "dfg/symbol_table.h"
-#include "driver/compiler.h"
-#include "driver/switches.h"
-#include "emit/emitter.h"
-#include "frontend/label_list.h"
-#include "frontend/parse_tree.h"
-#include "frontend/parser.h"
-#include "frontend/scanner.h"
-#include "optimizer/optimizer.h"
+#include "exact/dfg/dfg.h"
+#include "exact/dfg/expressions.h"
+#include "exact/dfg/symbol_table.h"
+#include "exact/driver/compiler.h"
+#include "exact/driver/switches.h"
+#include "exact/emit/emitter.h"
+#include "exact/frontend/label_list.h"
+#include "exact/frontend/parse_tree.h"
+#include "exact/frontend/parser.h"
+#include "exact/frontend/scanner.h"
+#include "exact/optimizer/optimizer.h"
+#include "exact/run/console.h"
+#include "exact/run/run_state.h"
 #include "program_shapes.h"
 
 namespace {

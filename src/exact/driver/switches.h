@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "exact/run/compile_options.h"
+#include "exact/run/messages.h"
+
+namespace xfc {
+
+/// One switch of the command line.
+struct switch_row {
+    std::string_view name;
+    std::int32_t compile_option_record::*field;
+    bool takes_value = false;
+    std::int32_t value = 1;                                 ///< stored when the switch takes no value
+    bool (*accepts)(std::int32_t value) = nullptr;          ///< null: every value
+    message_id out_of_range = message_id::mm_out_of_range;  ///< said when `accepts` refuses
+    void (*after)() = nullptr;                              ///< settles what the switch means for other fields
+};
+
+/// All switches in the order in which an argument is compared with them.
+[[nodiscard]] std::span<const switch_row> switch_table();
+
+/// What the argument loop came to.
+enum class argument_result : std::uint8_t { accepted, value_missing };
+
+/// Puts every field of `compile_options` at its default and then reads the arguments in order. Arguments that are no
+/// switch are ignored. A value out of range ends the run.
+[[nodiscard]] argument_result read_switches(std::span<const char* const> arguments);
+
+}  // namespace xfc

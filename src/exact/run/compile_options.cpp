@@ -1,0 +1,7 @@
+#include "exact/run/compile_options.h"
+
+namespace xfc {
+
+compile_option_record compile_options;
+
+}  // namespace xfc

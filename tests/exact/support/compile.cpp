@@ -1,0 +1,227 @@
+#include "exact/support/compile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <utility>
+
+#include "exact/dfg/expressions.h"
+#include "exact/dfg/symbol_table.h"
+#include "exact/driver/compiler.h"
+#include "exact/driver/switches.h"
+#include "exact/frontend/label_list.h"
+#include "exact/frontend/parse_tree.h"
+#include "exact/frontend/parser.h"
+#include "exact/frontend/scanner.h"
+#include "exact/run/console.h"
+#include "exact/run/run_state.h"
+#include "exact/support/temporary_folder.h"
+
+namespace xfc::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Thrown in place of the process's end.
+struct run_ended {
+    int status;
+};
+
+/// The files in a folder with their contents, by name.
+std::map<std::string, std::string> files_in(const fs::path& folder) {
+    std::map<std::string, std::string> found;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            std::ifstream stream(entry.path(), std::ios::binary);
+            found[entry.path().filename().string()] = {std::istreambuf_iterator<char>(stream), {}};
+        }
+    }
+    return found;
+}
+
+run_result run_in_folder(const std::vector<std::string>& arguments) {
+    std::vector<const char*> pointers;
+    for (const std::string& argument : arguments) {
+        pointers.push_back(argument.c_str());
+    }
+    int status = 0;
+    run_result result = catch_output([&] { status = run_compiler(pointers); });
+    result.status = std::max(result.status, status);
+    return result;
+}
+
+void start_parse(const std::string& source) {
+    set_options();
+    clear_parse_tree();
+    clear_symbol_table();
+    dfg_clear();
+    label_list.clear();
+    label_cursor = 0;
+    max_latency = 0;
+    reset_scanner();
+    source_file = std::tmpfile();
+    std::fwrite(source.data(), 1, source.size(), source_file);
+    std::rewind(source_file);
+    line_number = 1;
+    static_cast<void>(parse());
+    std::fclose(std::exchange(source_file, nullptr));
+}
+
+}  // namespace
+
+run_result catch_output(const std::function<void()>& action) {
+    standard_output.redirect(nullptr);
+    standard_error.redirect(nullptr);
+    end_run_hook = [](int status) { throw run_ended{status}; };
+    run_result result;
+    try {
+        action();
+    } catch (const run_ended& ended) {
+        result.status = ended.status;
+    }
+    end_run_hook = nullptr;
+    result.standard_output = standard_output.take_text();
+    result.standard_error = standard_error.take_text();
+    standard_output.redirect(stdout);
+    standard_error.redirect(stderr);
+    return result;
+}
+
+run_result compile(const run_request& request) {
+    const temporary_folder folder;
+    {
+        std::ofstream stream(request.source_name, std::ios::binary);
+        stream << request.source;
+    }
+    std::vector<std::string> arguments{request.source_name};
+    arguments.insert(arguments.end(), request.switches.begin(), request.switches.end());
+    run_result result = run_in_folder(arguments);
+    result.files = files_in(folder.path());
+    result.files.erase(request.source_name);
+    return result;
+}
+
+run_result run_with_arguments(const std::vector<std::string>& arguments) {
+    const temporary_folder folder;
+    run_result result = run_in_folder(arguments);
+    result.files = files_in(folder.path());
+    return result;
+}
+
+run_result parse_text(const std::string& source) {
+    return catch_output([&] { start_parse(source); });
+}
+
+run_result flatten_text(const std::string& source) {
+    return catch_output([&] {
+        start_parse(source);
+        flatten_tree();
+    });
+}
+
+run_result declare_text(const std::string& source) {
+    return catch_output([&] {
+        start_parse(source);
+        flatten_tree();
+        process_declarations();
+    });
+}
+
+run_result translate_text(const std::string& source) {
+    return catch_output([&] {
+        start_parse(source);
+        flatten_tree();
+        process_declarations();
+        make_expressions();
+    });
+}
+
+run_result optimize_text(const std::string& source, void (*last)(), const std::vector<std::string>& switches) {
+    return catch_output([&] {
+        start_parse(source);
+        set_options(switches);
+        flatten_tree();
+        process_declarations();
+        make_expressions();
+        for (const optimizer_pass& pass : optimizer_passes()) {
+            if (pass.run != nullptr) {
+                pass.run();
+            }
+            if (pass.run == last) {
+                break;
+            }
+        }
+    });
+}
+
+void set_options(const std::vector<std::string>& switches) {
+    std::vector<const char*> pointers;
+    for (const std::string& text : switches) {
+        pointers.push_back(text.c_str());
+    }
+    EXPECT_EQ(read_switches(pointers), argument_result::accepted);
+}
+
+void start_graph() {
+    set_options();
+    max_latency = 0;
+    dfg_create_graph();
+}
+
+std::int32_t add_node(std::string_view name, std::int32_t inputs, number_format format, std::string_view component) {
+    const std::int32_t slot = dfg_create_node(name, inputs, 1);
+    attributes_at(slot).format = format;
+    attributes_at(slot).component = find_component(component);
+    EXPECT_NE(attributes_at(slot).component, nullptr) << component;
+    return slot;
+}
+
+std::int32_t slot_named(std::string_view name, std::size_t position) {
+    for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
+        if (node_at(slot).name == name && position-- == 0) {
+            return slot;
+        }
+    }
+    ADD_FAILURE() << "no node named " << name;
+    return 0;
+}
+
+std::vector<std::int32_t> slots_with_component(std::string_view component) {
+    std::vector<std::int32_t> slots;
+    for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
+        if (attributes_at(slot).component->name == component) {
+            slots.push_back(slot);
+        }
+    }
+    return slots;
+}
+
+std::vector<std::int32_t> consumers(std::int32_t slot) {
+    std::vector<std::int32_t> slots;
+    for (const dfg_link* link = consumers_of(node_at(slot)); link != nullptr; link = link->next) {
+        slots.push_back(link->node);
+    }
+    return slots;
+}
+
+std::int32_t driver(std::int32_t slot, std::int32_t port) {
+    const dfg_source* source = source_of(node_at(slot), port);
+    return source != nullptr ? source->node : no_slot;
+}
+
+std::vector<std::string> labels() {
+    std::vector<std::string> texts;
+    for (const label_entry& entry : label_list) {
+        texts.emplace_back(entry.text);
+    }
+    if (!texts.empty()) {
+        texts.pop_back();
+    }
+    return texts;
+}
+
+}  // namespace xfc::test
