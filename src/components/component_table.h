@@ -355,6 +355,38 @@ constexpr const component_row& row_of(component_id id) { return component_rows::
 /// All components; the wire is none.
 constexpr std::span<const component_row> all_components() { return std::span(component_rows::table).subspan(1); }
 
+/// The format that a port carries, whatever the form; `none` for plain bits and ports that generics choose.
+constexpr number_format format_of(port_shape shape) {
+    switch (shape) {
+        case port_shape::long_integer:
+            return number_format::long_integer;
+        case port_shape::single_float:
+        case port_shape::unpacked_single:
+            return number_format::single_float;
+        case port_shape::double_float:
+        case port_shape::unpacked_double:
+            return number_format::double_float;
+        case port_shape::xfloat:
+            return number_format::xfloat;
+        case port_shape::ydouble:
+        case port_shape::ydouble_multiplier:
+        case port_shape::ydouble_by_target:
+            return number_format::ydouble;
+        default:
+            return number_format::none;
+    }
+}
+
+/// The conversion from one format to another one; `wire` for a pair without one.
+constexpr component_id conversion_between(number_format from, number_format to) {
+    for (const component_row& row : all_components()) {
+        if (row.operation == component_operation::convert && format_of(row.aa) == from && format_of(row.cc) == to) {
+            return row.id;
+        }
+    }
+    return component_id::wire;
+}
+
 /// Cycles from the operands to the result.
 constexpr std::int32_t latency_of(component_id id, const component_generics& generics) {
     return row_of(id).latency(generics);

@@ -6,36 +6,21 @@
 namespace xfc {
 
 dfg_graph graph;
-std::int32_t dfg_current_line = 0;
 
 namespace {
 
 constexpr std::int32_t first_capacity = 10000;
 
-/// Operator names and the names of inserted nodes come from few places in memory; a node whose name comes from the same
-/// place as an earlier one's need not be looked up again.
-class seen_names {
-public:
-    /// Whether this very text was passed before; may forget, and then says no.
-    bool contains_or_add(std::string_view name) {
-        std::string_view& entry = entries_[reinterpret_cast<std::uintptr_t>(name.data()) / 2 % entries_.size()];
-        const bool seen = entry.data() == name.data() && entry.size() == name.size();
-        entry = name;
-        return seen;
-    }
+recent_names recently_registered;
 
-    void clear() { entries_ = {}; }
-
-private:
-    std::array<std::string_view, 64> entries_{};
-};
-
-seen_names registered_names;
-
-void register_name(std::string_view name, std::int32_t slot) {
-    if (!registered_names.contains_or_add(name)) {
+/// Makes the slot known as the first of its name, unless an earlier one is; returns what the name makes the node.
+node_class register_name(std::string_view name, std::int32_t slot) {
+    recent_names::entry& recent = recently_registered.entry_for(name);
+    if (recent.name.data() != name.data() || recent.name.size() != name.size()) {
         graph.first_slot_by_name.try_emplace(name, slot);
+        recent = {name, classify_name(name)};
     }
+    return recent.is;
 }
 
 constexpr std::int16_t largest_link_block = 64;
@@ -78,8 +63,7 @@ std::int32_t dfg_create_node(std::string_view name, std::int32_t input_count, st
         node.inputs = input_count != 0 ? node.first_inputs : nullptr;
     }
     node.output_count = output_count;
-    node.source_line = dfg_current_line;
-    register_name(name, slot);
+    node.attributes.is = register_name(name, slot);
     return slot;
 }
 
@@ -121,7 +105,6 @@ std::int32_t dfg_count_consumers(std::int32_t node) {
 
 std::int32_t dfg_splice_node(std::int32_t producer, std::string_view name, dfg_link& link, std::int32_t consumer,
                              std::int32_t port) {
-    dfg_current_line = node_at(consumer).source_line;
     const std::int32_t spliced = dfg_create_node(name, 1, 1);
     attributes_at(spliced).format = attributes_at(consumer).format;
     link.node = spliced;
@@ -137,9 +120,8 @@ void dfg_clear() {
     graph.capacity = 0;
     graph.free_head = no_slot;
     graph.first_slot_by_name.clear();
-    registered_names.clear();
+    recently_registered = {};
     graph.memory.clear();
-    dfg_current_line = 0;
 }
 
 }  // namespace xfc

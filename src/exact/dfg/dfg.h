@@ -2,6 +2,7 @@
 
 #include <tsl/robin_map.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -11,8 +12,8 @@
 #include <vector>
 
 #include "base/arena.h"
-#include "exact/dfg/component_table.h"
-#include "exact/dfg/number_format.h"
+#include "components/component_table.h"
+#include "exact/dfg/node_class.h"
 
 // The dataflow graph: one node per variable, operation, conversion, normalization and delay. Each use of a value is an
 // edge from the producer's output to an input port of the consumer, held at both ends. Nodes are named by their slot
@@ -70,15 +71,16 @@ struct dfg_output {
 };
 
 struct node_attributes {
-    const component_row* component = &no_component;  ///< what implements the node; a wire has no component
-    std::int32_t is_internal = 0;                    ///< 1 for an assigned variable that later statements read
-    std::int32_t latency = 0;                        ///< of the node's component, in cycles
-    std::int32_t ready_time = 0;                     ///< cycle in which the output is valid, from the inputs on
-    std::int32_t is_normalized = 0;                  ///< 1 when the output is a normalized number
-    std::int32_t cluster_depth = 0;                  ///< operands summed since the last normalized value; working value
-    std::int32_t fanout = 0;                         ///< consumers when the optimizer started
-    std::int32_t is_removed = 0;                     ///< 1 when the node was merged into an equivalent one
-    number_format format = number_format::none;      ///< of the output bus
+    std::int32_t is_internal = 0;                 ///< 1 for an assigned variable that later statements read
+    std::int32_t latency = 0;                     ///< of the node's component, in cycles
+    std::int32_t ready_time = 0;                  ///< cycle in which the output is valid, from the inputs on
+    std::int32_t is_normalized = 0;               ///< 1 when the output is a normalized number
+    std::int32_t cluster_depth = 0;               ///< operands summed since the last normalized value; working value
+    std::int32_t fanout = 0;                      ///< consumers when the optimizer started
+    std::int32_t is_removed = 0;                  ///< 1 when the node was merged into an equivalent one
+    component_id component = component_id::wire;  ///< what implements the node
+    node_class is = node_class::value;            ///< what its name makes it
+    number_format format = number_format::none;   ///< of the output bus
 };
 
 /// Selectors that a node's component gets.
@@ -99,8 +101,30 @@ struct dfg_node {
     dfg_output outputs[1];          ///< only the first output is ever used
     node_attributes attributes;
     xfc::bus_modes bus_modes;
-    std::int32_t source_line = 0;  ///< line of the declaration or statement it comes from, 0 when unknown
     dfg_input first_inputs[held_inputs];
+
+    dfg_node() = default;
+    /// A copy would share the original's inputs.
+    dfg_node(const dfg_node&) = delete;
+    dfg_node& operator=(const dfg_node&) = delete;
+};
+
+/// The names registered last. Operator names and the names of inserted nodes come from few places in memory; a node
+/// whose name comes from the same place as a recent one's need not be looked up again.
+class recent_names {
+public:
+    struct entry {
+        std::string_view name;
+        node_class is = node_class::value;
+    };
+
+    /// The entry that this text has, if any of its place has; else the one to be overwritten.
+    [[nodiscard]] entry& entry_for(std::string_view name) {
+        return entries_[reinterpret_cast<std::uintptr_t>(name.data()) / 2 % entries_.size()];
+    }
+
+private:
+    std::array<entry, 64> entries_{};
 };
 
 /// Slots by name. The table keeps the hashes, so that growing does not read the names again.
@@ -122,9 +146,6 @@ struct dfg_graph {
 
 /// The one graph of the run.
 extern dfg_graph graph;
-
-/// Line that new nodes are said to come from; the translator keeps it up to date.
-extern std::int32_t dfg_current_line;
 
 /// Makes the empty graph with 10000 free slots, handed out as 0, 1, 2, ...
 void dfg_create_graph();

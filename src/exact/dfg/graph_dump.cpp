@@ -24,7 +24,7 @@ void dump_node(text_writer& out, std::int32_t slot) {
     for (const std::string_view mark :
          {format_row(attributes.format).text, std::string_view(attributes.is_internal != 0 ? "internal" : ""),
           std::string_view(attributes.is_normalized != 0 ? "normalized" : ""),
-          std::string_view(attributes.is_removed != 0 ? "removed" : ""), attributes.component->name}) {
+          std::string_view(attributes.is_removed != 0 ? "removed" : ""), row_of(attributes.component).name}) {
         if (!mark.empty()) {
             write_format(out, " %s", mark);
         }

@@ -50,7 +50,6 @@ symbol_record* link_new_symbol_behind(symbol_record& last) {
     last.next = record;
     record->prev = &last;
     record->in_use = 1;
-    record->line = label_list[label_cursor].line;
     return record;
 }
 
@@ -75,7 +74,6 @@ void process_declaration() {
         link_new_symbol_behind(*current);
     }
     current->in_use = 1;
-    current->line = label_list[label_cursor].line;
     bool named = false;
     while (!at_label_list_end() && label_ahead() != labels::declaration_end) {
         const std::string_view label = label_ahead();

@@ -23,7 +23,6 @@ struct symbol_record {
     std::int32_t in_use = 0;                   ///< 1 once a declaration has been written into the record
     std::int32_t complete = 0;                 ///< 1 when the declaration's end was reached
     std::int32_t initial_value = 0;            ///< value of the initializer, 0 when there is none
-    std::int32_t line = 0;                     ///< source line of the declaration
 };
 
 /// The first record ever made, or null.

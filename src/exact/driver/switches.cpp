@@ -18,8 +18,6 @@ bool is_cluster_size(std::int32_t value) { return value >= 2 && value <= 16; }
 /// Kept: negative values are accepted and stored as they are.
 bool is_optimization(std::int32_t value) { return value <= 3; }
 
-void cap_second_norm_speed() { compile_options.normspeed2 = std::min(compile_options.normspeed, 2); }
-
 /// Kept: only an -ni that comes before -no undoes it.
 void drop_redundant_postnormalization() {
     if (compile_options.inputnormalize == 1) {
@@ -45,8 +43,7 @@ constexpr std::array<switch_row, 17> switches{{
      .field = &options::normspeed,
      .takes_value = true,
      .accepts = is_norm_speed,
-     .out_of_range = message_id::ns_out_of_range,
-     .after = cap_second_norm_speed},
+     .out_of_range = message_id::ns_out_of_range},
     {.name = "-ps", .field = &options::shiftspeed, .value = 0},
     {.name = "-xc",
      .field = &options::clustersize,

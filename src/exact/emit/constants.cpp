@@ -30,7 +30,7 @@ encoding_choice choose_by_width(std::int32_t width) {
 
 encoding_choice choose_for_first_input(const dfg_node& node) {
     const std::int32_t width = node.outputs[0].width;
-    if (width == 32 || node.attributes.component->integer_constant) {
+    if (width == 32 || text_of(node.attributes.component).integer_constant) {
         return {.integer = true};
     }
     encoding_choice choice = choose_by_width(width);
@@ -56,7 +56,7 @@ encoding_choice choose_for_second_input(const dfg_node& node) {
 class constant_writer {
 public:
     constant_writer(const emission& to, std::int32_t slot)
-        : to_(to), row_(*attributes_at(slot).component), name_(slot) {}
+        : to_(to), text_(text_of(attributes_at(slot).component)), name_(slot) {}
 
     void write(const encoding_choice& choice, double value) {
         if (choice.ieee_float) {
@@ -110,7 +110,7 @@ private:
         const std::int64_t exponent = pattern >> 23 & 0xFF;
         const std::int64_t significand = (pattern & 0x7FFFFF) + 0x800000;
         write_value_comment(value);
-        switch (row_.constant) {
+        switch (text_.constant) {
             case constant_form::multiplier:
                 write_mantissa(25, sign != 0 ? 0x1FFFFFF - significand : significand, sign != 0, "X Float (mult)");
                 break;
@@ -141,7 +141,7 @@ private:
         const auto fraction = static_cast<std::int64_t>(pattern & 0xFFFFFFFFFFFFF);
         constexpr std::string_view encoding = "Y Double";
         write_value_comment(value);
-        if (row_.multiplier_bus_constant) {
+        if (text_.multiplier_bus_constant) {
             write_field(67, 41, (negative ? 0x4000000 : 0) + 0x2000000 + (fraction >> 27), encoding);
             write_field(40, 14, fraction & 0x7FFFFFF, encoding);
         } else {
@@ -159,7 +159,7 @@ private:
     }
 
     const emission& to_;
-    const component_row& row_;
+    const instance_text& text_;
     node_name name_;
 };
 

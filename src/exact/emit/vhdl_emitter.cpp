@@ -95,7 +95,7 @@ constexpr std::array<emission_section, 9> sections{{
 }};
 
 void open_instance(text_writer& out, const component_row& row, std::string_view label, std::int64_t number) {
-    write_format(out, "  %s%ld: %s\n", label, number, row.printed_name);
+    write_format(out, "  %s%ld: %s\n", label, number, row.name);
     if (!row.generics.empty()) {
         write_format(out, "  GENERIC MAP (");
     }
@@ -121,7 +121,7 @@ constexpr hdl_language vhdl{.file_extension = ".vhd",
                             .open_instance = open_instance,
                             .open_ports = open_ports,
                             .clock_ports = "sysclk=>sysclk,reset=>reset,enable=>enable,\n",
-                            .generics_indent = &component_row::indent,
+                            .generics_indent = &instance_text::indent,
                             .flag_zero = "'0'",
                             .add = "'0'",
                             .subtract = "'1'",

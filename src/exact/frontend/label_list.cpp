@@ -4,14 +4,14 @@
 
 namespace xfc {
 
-std::vector<label_entry> label_list;
+std::vector<std::string_view> label_list;
 std::size_t label_cursor = 0;
 
 namespace {
 
-void append_label(std::string_view text, std::int32_t line) {
+void append_label(std::string_view text) {
     if (!text.empty()) {
-        label_list.push_back({text.substr(0, longest_label), line});
+        label_list.push_back(text.substr(0, longest_label));
     }
 }
 
@@ -29,8 +29,8 @@ void flatten_tree() {
             postponed.pop_back();
             continue;
         }
-        append_label(node->label, node->line);
-        append_label(node->text, node->line);
+        append_label(node->label);
+        append_label(node->text);
         if (node->first == nullptr) {
             node = node->second;
             continue;
@@ -40,7 +40,7 @@ void flatten_tree() {
         }
         node = node->first;
     }
-    label_list.push_back({{}, 0});
+    label_list.emplace_back();
     label_cursor = 0;
 }
 

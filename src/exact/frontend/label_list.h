@@ -7,15 +7,9 @@
 
 namespace xfc {
 
-/// One label or token text of the flattened tree, at most 31 characters.
-struct label_entry {
-    std::string_view text;
-    std::int32_t line;  ///< source line of the node it was written for
-};
-
-/// The parse tree in pre-order. Entries follow each other in the vector; the last one has an empty text.
+/// The labels and token texts of the parse tree in pre-order, each at most 31 characters; the last one is empty.
 /// For shift, additive and multiplicative operators the right operand stands before the left one.
-extern std::vector<label_entry> label_list;
+extern std::vector<std::string_view> label_list;
 
 /// Index of the entry that a pass over the list has reached; shared by the declaration pass and the translator.
 extern std::size_t label_cursor;
@@ -26,7 +20,7 @@ void flatten_tree();
 /// The text `distance` entries behind the cursor; empty behind the list's end, like its last entry.
 [[nodiscard]] inline std::string_view label_ahead(std::size_t distance = 0) {
     const std::size_t index = label_cursor + distance;
-    return index < label_list.size() ? label_list[index].text : std::string_view{};
+    return index < label_list.size() ? label_list[index] : std::string_view{};
 }
 
 /// Whether the cursor stands on the closing empty entry or behind it.

@@ -1,7 +1,6 @@
 #include "exact/frontend/parse_tree.h"
 
 #include "base/arena.h"
-#include "exact/run/run_state.h"
 
 namespace xfc {
 
@@ -17,8 +16,7 @@ std::size_t label_count = 0;
 
 parse_node* make_node(parse_node* first, parse_node* second, std::string_view label, std::string_view text) {
     label_count += (label.empty() ? 0U : 1U) + (text.empty() ? 0U : 1U);
-    return node_memory.create<parse_node>(first, second, label, text_memory.copy_text(text.substr(0, longest_label)),
-                                          line_number);
+    return node_memory.create<parse_node>(first, second, label, text_memory.copy_text(text.substr(0, longest_label)));
 }
 
 std::size_t count_tree_labels() { return label_count; }

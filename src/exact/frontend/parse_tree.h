@@ -15,7 +15,6 @@ struct parse_node {
     parse_node* second;      ///< second subtree, or null
     std::string_view label;  ///< what was recognised; may be empty
     std::string_view text;   ///< the token's text on a leaf, at most 31 characters; else empty
-    std::int32_t line;       ///< source line that the scanner had reached when the node was made
 };
 
 /// Root of the tree: the value of the last translation unit reduced, or null.

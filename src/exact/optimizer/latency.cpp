@@ -139,11 +139,11 @@ void insert_delay(std::int32_t producer, dfg_link& link) {
         return;
     }
     const std::int32_t width = node_at(producer).outputs[0].width;
-    const std::int32_t slot = dfg_splice_node(producer, "delay", link, consumer, link.port);
+    const std::int32_t slot = dfg_splice_node(producer, node_names::delay, link, consumer, link.port);
     dfg_node& delay = node_at(slot);
     delay.inputs[0].width = width;
     delay.outputs[0].width = width;
-    delay.attributes.component = component("xfc_delay");
+    delay.attributes.component = component_id::delay;
     delay.attributes.latency = slack;
     if (final_edge) {
         attributes_at(consumer).ready_time = max_latency;

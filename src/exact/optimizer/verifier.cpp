@@ -106,7 +106,8 @@ bool has_late_port(std::int32_t slot) { return is_primary_output(node_at(slot)) 
 /// Whether the node is the delay in front of such an output.
 bool is_delay_of_late_port(const dfg_node& node) {
     const dfg_link* only = consumers_of(node);
-    return node.name == "delay" && only != nullptr && only->next == nullptr && has_late_port(only->node);
+    return node.attributes.is == node_class::delay && only != nullptr && only->next == nullptr &&
+           has_late_port(only->node);
 }
 
 }  // namespace
