@@ -106,7 +106,7 @@ enum class port_shape : std::uint8_t {
     unpacked_double,
 };
 
-/// The form of a bus for an instance's generics; `none` for a bus of plain bits.
+/// The form of a bus for an instance's generics; `none` for a bus of plain bits and for a selector without an output.
 constexpr bus_form form_of(port_shape shape, const component_generics& generics) {
     switch (shape) {
         case port_shape::long_integer:
@@ -126,9 +126,16 @@ constexpr bus_form form_of(port_shape shape, const component_generics& generics)
         case port_shape::single_by_selector:
             return generics.output_select == 0 ? bus_form::single_float : bus_form::xfloat;
         case port_shape::double_by_selector:
-            return generics.output_select == 0   ? bus_form::double_float
-                   : generics.output_select == 1 ? bus_form::ydouble
-                                                 : bus_form::ydouble_multiplier;
+            switch (generics.output_select) {
+                case 0:
+                    return bus_form::double_float;
+                case 1:
+                    return bus_form::ydouble;
+                case 2:
+                    return bus_form::ydouble_multiplier;
+                default:
+                    return bus_form::none;
+            }
         case port_shape::ydouble_by_target:
             return generics.output_select == 0 ? bus_form::ydouble_multiplier : bus_form::ydouble;
         default:
@@ -194,7 +201,8 @@ inline constexpr generic_row optimization{.name = "optimization", .field = &g::o
 inline constexpr generic_row synthesize{.name = "synthesize", .field = &g::synthesize};
 inline constexpr generic_row normspeed{.name = "normspeed", .field = &g::normspeed, .low = 1, .high = 3};
 /// For components that offer only levels 1 and 2.
-inline constexpr generic_row normspeed_up_to_2{.name = "normspeed", .field = &g::normspeed, .low = 1, .high = 2};
+inline constexpr generic_row normspeed_up_to_2{
+    .name = "normspeed", .field = &g::normspeed, .low = 1, .high = 2, .capped = true};
 inline constexpr generic_row divider{.name = "divider", .field = &g::divider};
 inline constexpr generic_row width{.name = "width", .field = &g::width, .low = 1, .high = 80};
 inline constexpr generic_row delay_cycles{.name = "delay", .field = &g::delay, .low = 1, .high = 1 << 20};

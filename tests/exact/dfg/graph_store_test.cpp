@@ -56,7 +56,7 @@ TEST(graph_store, a_new_node_is_empty_but_for_its_name_and_ports) {
     EXPECT_EQ(node.outputs[0].width, 0);
     EXPECT_EQ(consumers_of(node), nullptr);
     const node_attributes& attributes = node.attributes;
-    EXPECT_EQ(attributes.component->name, "");
+    EXPECT_EQ(attributes.component, component_id::wire);
     EXPECT_EQ(format_row(attributes.format).text, "");
     for (const std::int32_t value :
          {attributes.is_internal, attributes.latency, attributes.ready_time, attributes.is_normalized,
@@ -286,7 +286,7 @@ TEST(graph_store, a_spliced_node_has_the_consumers_format_and_no_other_attribute
     EXPECT_EQ(node.input_count, 1);
     EXPECT_EQ(node.output_count, 1);
     EXPECT_EQ(node.attributes.format, number_format::ydouble);
-    EXPECT_EQ(node.attributes.component->name, "");
+    EXPECT_EQ(row_of(node.attributes.component).name, "");
     EXPECT_EQ(node.attributes.is_normalized, 0);
     EXPECT_EQ(node.attributes.fanout, 0);
     EXPECT_EQ(node.inputs[0].width, 0);

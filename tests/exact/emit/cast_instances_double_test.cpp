@@ -54,7 +54,7 @@ TEST(cast_instances, castxtoy_with_every_option_changed) {
 
 TEST(cast_instances, castytod_with_default_options) {
     start_operands();
-    add_instance("castytod", "cast", 1, 64);
+    add_instance("xfc_castytod", "cast", 1, 64);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castytod
   GENERIC MAP (roundconvert=>0,normspeed=>3,
@@ -80,7 +80,7 @@ TEST(cast_instances, castytod_with_default_options) {
 TEST(cast_instances, castytod_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castytod", "cast", 1, 64);
+    add_instance("xfc_castytod", "cast", 1, 64);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castytod
   GENERIC MAP (roundconvert=>44,normspeed=>47,
@@ -105,7 +105,7 @@ TEST(cast_instances, castytod_with_every_option_changed) {
 
 TEST(cast_instances, castytof_with_default_options) {
     start_operands();
-    add_instance("castytof", "cast", 1, 32);
+    add_instance("xfc_castytof", "cast", 1, 32);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castytof
   GENERIC MAP (roundconvert=>0)
@@ -132,7 +132,7 @@ TEST(cast_instances, castytof_with_default_options) {
 TEST(cast_instances, castytof_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castytof", "cast", 1, 32);
+    add_instance("xfc_castytof", "cast", 1, 32);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castytof
   GENERIC MAP (roundconvert=>44)
@@ -158,7 +158,7 @@ TEST(cast_instances, castytof_with_every_option_changed) {
 
 TEST(cast_instances, castytox_with_default_options) {
     start_operands();
-    add_instance("castytox", "cast", 1, 45);
+    add_instance("xfc_castytox", "cast", 1, 45);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castytox
   GENERIC MAP (roundconvert=>0,mantissa=>32)
@@ -185,7 +185,7 @@ TEST(cast_instances, castytox_with_default_options) {
 TEST(cast_instances, castytox_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castytox", "cast", 1, 49);
+    add_instance("xfc_castytox", "cast", 1, 49);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castytox
   GENERIC MAP (roundconvert=>44,mantissa=>36)
@@ -211,7 +211,7 @@ TEST(cast_instances, castytox_with_every_option_changed) {
 
 TEST(cast_instances, castdtof_with_default_options) {
     start_operands();
-    add_instance("castdtof", "cast", 1, 32);
+    add_instance("xfc_castdtof", "cast", 1, 32);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castdtof
   GENERIC MAP (roundconvert=>0)
@@ -232,7 +232,7 @@ TEST(cast_instances, castdtof_with_default_options) {
 TEST(cast_instances, castdtof_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castdtof", "cast", 1, 32);
+    add_instance("xfc_castdtof", "cast", 1, 32);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castdtof
   GENERIC MAP (roundconvert=>44)
@@ -252,7 +252,7 @@ TEST(cast_instances, castdtof_with_every_option_changed) {
 
 TEST(cast_instances, castftod_with_default_options) {
     start_operands();
-    add_instance("castftod", "cast", 1, 64);
+    add_instance("xfc_castftod", "cast", 1, 64);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftod
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,
@@ -272,7 +272,7 @@ TEST(cast_instances, castftod_with_default_options) {
 TEST(cast_instances, castftod_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castftod", "cast", 1, 64);
+    add_instance("xfc_castftod", "cast", 1, 64);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftod
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,

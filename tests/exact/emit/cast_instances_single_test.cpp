@@ -9,7 +9,7 @@ namespace {
 
 TEST(cast_instances, castftox_with_default_options) {
     start_operands();
-    add_instance("castftox", "cast", 1, 45);
+    add_instance("xfc_castftox", "cast", 1, 45);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftox
   GENERIC MAP (target=>0,roundconvert=>0,mantissa=>32,outputpipe=>1)
@@ -33,7 +33,7 @@ TEST(cast_instances, castftox_with_default_options) {
 TEST(cast_instances, castftox_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castftox", "cast", 1, 49, 1);
+    add_instance("xfc_castftox", "cast", 1, 49, 1);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftox
   GENERIC MAP (target=>1,roundconvert=>44,mantissa=>36,outputpipe=>46)
@@ -56,7 +56,7 @@ TEST(cast_instances, castftox_with_every_option_changed) {
 
 TEST(cast_instances, castxtof_with_default_options) {
     start_operands();
-    add_instance("castxtof", "cast", 1, 32);
+    add_instance("xfc_castxtof", "cast", 1, 32);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castxtof
   GENERIC MAP (mantissa=>32,normspeed=>2)
@@ -79,10 +79,10 @@ TEST(cast_instances, castxtof_with_default_options) {
 TEST(cast_instances, castxtof_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castxtof", "cast", 1, 32);
+    add_instance("xfc_castxtof", "cast", 1, 32);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castxtof
-  GENERIC MAP (mantissa=>36,normspeed=>48)
+  GENERIC MAP (mantissa=>36,normspeed=>2)
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,
             aa=>synth0000(46 DOWNTO 1),
             aasat=>synth0000(47),aazip=>synth0000(48),aanan=>synth0000(49),
@@ -90,7 +90,7 @@ TEST(cast_instances, castxtof_with_every_option_changed) {
 
 )");
     EXPECT_EQ(instances(language::verilog), R"(
-  xfc_castxtof # (.mantissa(36),.normspeed(48))
+  xfc_castxtof # (.mantissa(36),.normspeed(2))
   cmp0 (.sysclk(sysclk),.reset(reset),.enable(enable),
             .aa(synth0000[46 : 1]),
             .aasat(synth0000[47]),.aazip(synth0000[48]),.aanan(synth0000[49]),
@@ -146,7 +146,7 @@ TEST(cast_instances, castftoy_with_every_option_changed) {
 
 TEST(cast_instances, castdtoy_with_default_options) {
     start_operands();
-    add_instance("castdtoy", "cast", 1, 80, 1);
+    add_instance("xfc_castdtoy", "cast", 1, 80, 1);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castdtoy
   GENERIC MAP (target=>1,roundconvert=>0,outputpipe=>1,
@@ -172,7 +172,7 @@ TEST(cast_instances, castdtoy_with_default_options) {
 TEST(cast_instances, castdtoy_with_every_option_changed) {
     start_operands();
     use_distinct_options();
-    add_instance("castdtoy", "cast", 1, 70);
+    add_instance("xfc_castdtoy", "cast", 1, 70);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castdtoy
   GENERIC MAP (target=>0,roundconvert=>44,outputpipe=>46,

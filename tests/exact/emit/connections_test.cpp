@@ -85,7 +85,7 @@ TEST(connections, a_wire_that_nothing_reads_is_an_output_port_and_no_wire) {
 
 TEST(connections, a_node_with_a_component_is_no_wire) {
     start_operands();
-    add_instance("castltof", "cast", 1, 32);
+    add_instance("xfc_castltof", "cast", 1, 32);
     EXPECT_EQ(vhdl_tail(), "\n  synth0000 <= a;\n  synth0001 <= b;\n\n  y <= synth0003;\n\n");
 }
 

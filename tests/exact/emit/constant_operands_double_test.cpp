@@ -356,7 +356,7 @@ TEST(constant_operands, a_normalizer_reads_its_driver_all_the_same) {
 
 TEST(constant_operands, a_cast_reads_its_driver_all_the_same) {
     start_operands();
-    mark_as_constant(add_instance("castftox", "cast", 1, 45), 0);
+    mark_as_constant(add_instance("xfc_castftox", "cast", 1, 45), 0);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftox
   GENERIC MAP (target=>0,roundconvert=>0,mantissa=>32,outputpipe=>1)

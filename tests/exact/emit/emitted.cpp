@@ -122,7 +122,6 @@ void use_distinct_options() {
     compile_options.roundnormalize = 45;
     compile_options.outputpipe = 46;
     compile_options.normspeed = 47;
-    compile_options.normspeed2 = 48;
     compile_options.shiftspeed = 49;
     compile_options.doubleaccuracy = 50;
     compile_options.device = 51;

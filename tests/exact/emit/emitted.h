@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "exact/dfg/number_format.h"
+#include "components/number_format.h"
 #include "exact/support/temporary_folder.h"
 
 // What the tests of the emitters share: graphs of single instances, and the output file or a section of it.

@@ -25,10 +25,10 @@ void build_two_outputs() {
     const std::int32_t a = add("a", 1, number_format::single_float, 32);
     const std::int32_t b = add("b", 1, number_format::double_float, 64);
     const std::int32_t y = add("y", 1, number_format::single_float, 32);
-    const std::int32_t widened = add("cast", 1, number_format::xfloat, 45, "castftox");
+    const std::int32_t widened = add("cast", 1, number_format::xfloat, 45, "xfc_castftox");
     const std::int32_t z = add("z", 1, number_format::double_float, 64);
     const std::int32_t sum = add("+", 2, number_format::xfloat, 45, "xfc_alufp1x");
-    const std::int32_t narrowed = add("cast", 1, number_format::single_float, 32, "castxtof");
+    const std::int32_t narrowed = add("cast", 1, number_format::single_float, 32, "xfc_castxtof");
     const std::int32_t t = add("t", 1, number_format::single_float, 32);
     const std::int32_t root = add("sqrt", 1, number_format::single_float, 32, "fp_sqr");
     const std::int32_t delay = add("delay", 1, number_format::double_float, 64, "xfc_delay");

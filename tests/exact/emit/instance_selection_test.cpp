@@ -34,8 +34,9 @@ bool has_instance(std::string_view component, bool removed) {
 
 TEST(instance_selection, a_removed_normalizer_delay_or_cast_has_no_instance) {
     for (const std::string_view component :
-         {"xfc_normfp1x", "xfc_normfp2x", "xfc_delay", "castftox", "castxtof", "castftoy", "castdtoy", "castdtox",
-          "castxtod", "castxtoy", "castytod", "castytof", "castytox", "castdtof", "castftod"}) {
+         {"xfc_normfp1x", "xfc_normfp2x", "xfc_delay", "xfc_castftox", "xfc_castxtof", "castftoy", "xfc_castdtoy",
+          "castdtox", "castxtod", "castxtoy", "xfc_castytod", "xfc_castytof", "xfc_castytox", "xfc_castdtof",
+          "xfc_castftod"}) {
         EXPECT_TRUE(has_instance(component, false)) << component;
         EXPECT_FALSE(has_instance(component, true)) << component;
     }
@@ -53,8 +54,9 @@ TEST(instance_selection, a_removed_arithmetic_or_function_node_is_written_anyway
 }
 
 TEST(instance_selection, a_wire_and_a_component_without_a_row_have_no_instance) {
-    for (const std::string_view component : {"", "castltof", "castltod", "castltox", "castltoy", "castftol", "castdtol",
-                                             "castxtol", "castytol", "xfc_ldexp1x", "xfc_ldexp2x"}) {
+    for (const std::string_view component :
+         {"", "xfc_castltof", "xfc_castltod", "xfc_castltox", "xfc_castltoy", "xfc_castftol", "xfc_castdtol",
+          "xfc_castxtol", "xfc_castytol", "xfc_ldexp1x", "xfc_ldexp2x"}) {
         EXPECT_FALSE(has_instance(component, false)) << component;
     }
 }
@@ -62,7 +64,7 @@ TEST(instance_selection, a_wire_and_a_component_without_a_row_have_no_instance) 
 TEST(instance_selection, operators_and_functions_are_counted_apart_and_operators_come_first) {
     start_operands();
     add_instance("fp_sqr", "sqrt", 1, 32);
-    add_instance("castftox", "cast", 1, 45);
+    add_instance("xfc_castftox", "cast", 1, 45);
     add_instance("dp_log", "log", 1, 64);
     const std::int32_t removed = add_instance("xfc_delay", "delay", 1, 45);
     attributes_at(removed).is_removed = 1;
@@ -105,8 +107,8 @@ TEST(instance_selection, other_components_have_no_adder_select) {
 
 TEST(instance_selection, instances_come_in_slot_order_each_from_its_own_drivers) {
     start_operands();
-    const std::int32_t first = add_instance("castftod", "cast", 1, 64);
-    add_instance("castftod", "cast", 1, 64);
+    const std::int32_t first = add_instance("xfc_castftod", "cast", 1, 64);
+    add_instance("xfc_castftod", "cast", 1, 64);
     dfg_set_source(first, 0, 1, 0);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftod

@@ -4,8 +4,9 @@
 #include <set>
 #include <vector>
 
-#include "exact/dfg/component_table.h"
+#include "components/component_table.h"
 #include "exact/dfg/dfg.h"
+#include "exact/dfg/instance_operands.h"
 #include "exact/emit/emitted.h"
 #include "exact/support/compile.h"
 
@@ -36,13 +37,18 @@ void build_every_component() {
     start_operands();
     use_distinct_options();
     for (const component_row& row : component_rows::table) {
-        if (row.kind == instance_kind::none) {
+        if (instance_kind_of(row) == instance_kind::none) {
             continue;
         }
         const std::int32_t slot = add_instance(row.name, "-", 2, 49, 1);
         attributes_at(slot).latency = 6;
-        if (row.accepts_constants || row.has_scale_operand) {
-            make_constant(add_instance(row.name, "+", 2, 80, 2), 0, -2.5);
+        const std::int32_t of_constant = add_instance(row.name, "+", 2, 80, 2);
+        make_constant(of_constant, 0, -2.5);
+        const bool is_operator = instance_kind_of(row) == instance_kind::operator_instance;
+        const instance_operand read =
+            is_operator ? operator_operand(node_at(of_constant), 0) : function_scale_operand(node_at(of_constant));
+        if (read.from != instance_operand::origin::constant_signal || (!is_operator && row.bb == port_shape::none)) {
+            attributes_at(of_constant).component = component_id::wire;
         }
     }
 }

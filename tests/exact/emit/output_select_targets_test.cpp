@@ -16,7 +16,7 @@ TEST(output_select, single_precision_normalizer_takes_its_option_only_with_targe
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_normfp1x
   GENERIC MAP (mantissa=>36,inputnormalize=>42,roundnormalize=>45,
-               normspeed=>48,target=>0)
+               normspeed=>2,target=>0)
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,
             aa=>synth0000(46 DOWNTO 1),
             aasat=>synth0000(47),aazip=>synth0000(48),aanan=>synth0000(49),
@@ -26,7 +26,7 @@ TEST(output_select, single_precision_normalizer_takes_its_option_only_with_targe
 
   cmp1: xfc_normfp1x
   GENERIC MAP (mantissa=>36,inputnormalize=>1,roundnormalize=>45,
-               normspeed=>48,target=>1)
+               normspeed=>2,target=>1)
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,
             aa=>synth0000(46 DOWNTO 1),
             aasat=>synth0000(47),aazip=>synth0000(48),aanan=>synth0000(49),
@@ -36,7 +36,7 @@ TEST(output_select, single_precision_normalizer_takes_its_option_only_with_targe
 
   cmp2: xfc_normfp1x
   GENERIC MAP (mantissa=>36,inputnormalize=>1,roundnormalize=>45,
-               normspeed=>48,target=>2)
+               normspeed=>2,target=>2)
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,
             aa=>synth0000(46 DOWNTO 1),
             aasat=>synth0000(47),aazip=>synth0000(48),aanan=>synth0000(49),
@@ -47,7 +47,7 @@ TEST(output_select, single_precision_normalizer_takes_its_option_only_with_targe
 )");
     EXPECT_EQ(instances(language::verilog), R"(
   xfc_normfp1x # (.mantissa(36),.inputnormalize(42),.roundnormalize(45),
-               .normspeed(48),.target(0))
+               .normspeed(2),.target(0))
   cmp0 (.sysclk(sysclk),.reset(reset),.enable(enable),
             .aa(synth0000[46 : 1]),
             .aasat(synth0000[47]),.aazip(synth0000[48]),.aanan(synth0000[49]),
@@ -56,7 +56,7 @@ TEST(output_select, single_precision_normalizer_takes_its_option_only_with_targe
             .ccsat(synth0003[47]), .cczip(synth0003[48]),.ccnan(synth0003[49]));
 
   xfc_normfp1x # (.mantissa(36),.inputnormalize(1),.roundnormalize(45),
-               .normspeed(48),.target(1))
+               .normspeed(2),.target(1))
   cmp1 (.sysclk(sysclk),.reset(reset),.enable(enable),
             .aa(synth0000[46 : 1]),
             .aasat(synth0000[47]),.aazip(synth0000[48]),.aanan(synth0000[49]),
@@ -65,7 +65,7 @@ TEST(output_select, single_precision_normalizer_takes_its_option_only_with_targe
             .ccsat(synth0004[47]), .cczip(synth0004[48]),.ccnan(synth0004[49]));
 
   xfc_normfp1x # (.mantissa(36),.inputnormalize(1),.roundnormalize(45),
-               .normspeed(48),.target(2))
+               .normspeed(2),.target(2))
   cmp2 (.sysclk(sysclk),.reset(reset),.enable(enable),
             .aa(synth0000[46 : 1]),
             .aasat(synth0000[47]),.aazip(synth0000[48]),.aanan(synth0000[49]),
@@ -149,9 +149,9 @@ TEST(output_select, double_precision_normalizer_has_ten_bits_more_per_target) {
 
 TEST(output_select, castftox_prints_any_target) {
     start_operands();
-    add_instance("castftox", "cast", 1, 45);
-    add_instance("castftox", "cast", 1, 45, 1);
-    add_instance("castftox", "cast", 1, 45, 2);
+    add_instance("xfc_castftox", "cast", 1, 45);
+    add_instance("xfc_castftox", "cast", 1, 45, 1);
+    add_instance("xfc_castftox", "cast", 1, 45, 2);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castftox
   GENERIC MAP (target=>0,roundconvert=>0,mantissa=>32,outputpipe=>1)
@@ -252,9 +252,9 @@ TEST(output_select, castftoy_takes_its_ranges_from_the_width_and_not_from_the_ta
 
 TEST(output_select, castdtoy_takes_its_ranges_from_the_width_and_not_from_the_target) {
     start_operands();
-    add_instance("castdtoy", "cast", 1, 70);
-    add_instance("castdtoy", "cast", 1, 80);
-    add_instance("castdtoy", "cast", 1, 70, 1);
+    add_instance("xfc_castdtoy", "cast", 1, 70);
+    add_instance("xfc_castdtoy", "cast", 1, 80);
+    add_instance("xfc_castdtoy", "cast", 1, 70, 1);
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_castdtoy
   GENERIC MAP (target=>0,roundconvert=>0,outputpipe=>1,

@@ -33,7 +33,7 @@ TEST(signals, a_removed_node_has_none_and_no_constant_signal_either) {
     const std::int32_t slot = add_instance("xfc_alufp1x", "+", 2, 45);
     make_constant(slot, 0);
     attributes_at(slot).is_removed = 1;
-    add_instance("castftox", "cast", 1, 49);
+    add_instance("xfc_castftox", "cast", 1, 49);
     EXPECT_EQ(signals(language::vhdl), R"(
   signal synth0000 : STD_LOGIC_VECTOR (32 DOWNTO 1);
   signal synth0001 : STD_LOGIC_VECTOR (32 DOWNTO 1);

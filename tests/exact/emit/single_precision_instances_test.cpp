@@ -421,7 +421,7 @@ TEST(single_precision_instances, normalizer_with_every_option_changed) {
     EXPECT_EQ(instances(language::vhdl), R"(
   cmp0: xfc_normfp1x
   GENERIC MAP (mantissa=>36,inputnormalize=>1,roundnormalize=>45,
-               normspeed=>48,target=>1)
+               normspeed=>2,target=>1)
   PORT MAP (sysclk=>sysclk,reset=>reset,enable=>enable,
             aa=>synth0000(46 DOWNTO 1),
             aasat=>synth0000(47),aazip=>synth0000(48),aanan=>synth0000(49),
@@ -432,7 +432,7 @@ TEST(single_precision_instances, normalizer_with_every_option_changed) {
 )");
     EXPECT_EQ(instances(language::verilog), R"(
   xfc_normfp1x # (.mantissa(36),.inputnormalize(1),.roundnormalize(45),
-               .normspeed(48),.target(1))
+               .normspeed(2),.target(1))
   cmp0 (.sysclk(sysclk),.reset(reset),.enable(enable),
             .aa(synth0000[46 : 1]),
             .aasat(synth0000[47]),.aazip(synth0000[48]),.aanan(synth0000[49]),

@@ -186,7 +186,7 @@ TEST(bus_attributes, one_width_missing_is_enough_to_replace_both) {
 TEST(bus_attributes, nodes_with_both_widths_are_passed_over) {
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
-    const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
+    const std::int32_t cast = add_node("cast", 1, in_xfloat, "xfc_castftox");
     node_at(cast).inputs[0].width = 11;
     node_at(cast).outputs[0].width = 12;
     dfg_connect(a, cast, 0);

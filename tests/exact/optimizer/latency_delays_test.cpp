@@ -34,7 +34,7 @@ void add_reader(std::int32_t producer) {
 
 void expect_delay(std::int32_t slot, std::int32_t length, std::int32_t ready_time) {
     EXPECT_EQ(node_at(slot).name, "delay");
-    EXPECT_EQ(attributes_at(slot).component->name, "xfc_delay");
+    EXPECT_EQ(component_name(slot), "xfc_delay");
     EXPECT_EQ(attributes_at(slot).latency, length);
     EXPECT_EQ(attributes_at(slot).ready_time, ready_time);
     EXPECT_EQ(node_at(slot).input_count, 1);

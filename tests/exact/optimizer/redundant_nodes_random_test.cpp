@@ -52,7 +52,7 @@ std::string merge_plainly() {
         }
     }
     for (std::int32_t a = 0; a < count; ++a) {
-        const std::string_view component = attributes_at(a).component->name;
+        const std::string_view component = component_name(a);
         if (component != "xfc_normfp1x" && component != "xfc_normfp2x") {
             continue;
         }
@@ -90,9 +90,9 @@ void build_random_graph(std::uint32_t number) {
         std::string_view component;
     };
     const std::vector<kind> kinds{
-        {"cast", number_format::xfloat, "castftox"},
-        {"cast", number_format::single_float, "castxtof"},
-        {"cast", number_format::long_integer, "castftol"},
+        {"cast", number_format::xfloat, "xfc_castftox"},
+        {"cast", number_format::single_float, "xfc_castxtof"},
+        {"cast", number_format::long_integer, "xfc_castftol"},
         {"norm", number_format::xfloat, "xfc_normfp1x"},
         {"norm", number_format::ydouble, "xfc_normfp2x"},
         {"delay", number_format::xfloat, "xfc_delay"},

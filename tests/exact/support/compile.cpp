@@ -175,10 +175,26 @@ void start_graph() {
 std::int32_t add_node(std::string_view name, std::int32_t inputs, number_format format, std::string_view component) {
     const std::int32_t slot = dfg_create_node(name, inputs, 1);
     attributes_at(slot).format = format;
-    attributes_at(slot).component = find_component(component);
-    EXPECT_NE(attributes_at(slot).component, nullptr) << component;
+    attributes_at(slot).component = component_named(component);
     return slot;
 }
+
+void rename_node(std::int32_t slot, std::string_view name) {
+    node_at(slot).name = name;
+    attributes_at(slot).is = classify_name(name);
+}
+
+component_id component_named(std::string_view name) {
+    for (const component_row& row : component_rows::table) {
+        if (row.name == name) {
+            return row.id;
+        }
+    }
+    ADD_FAILURE() << "no component named " << name;
+    return component_id::wire;
+}
+
+std::string_view component_name(std::int32_t slot) { return row_of(attributes_at(slot).component).name; }
 
 std::int32_t slot_named(std::string_view name, std::size_t position) {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
@@ -193,7 +209,7 @@ std::int32_t slot_named(std::string_view name, std::size_t position) {
 std::vector<std::int32_t> slots_with_component(std::string_view component) {
     std::vector<std::int32_t> slots;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        if (attributes_at(slot).component->name == component) {
+        if (component_name(slot) == component) {
             slots.push_back(slot);
         }
     }
@@ -215,8 +231,8 @@ std::int32_t driver(std::int32_t slot, std::int32_t port) {
 
 std::vector<std::string> labels() {
     std::vector<std::string> texts;
-    for (const label_entry& entry : label_list) {
-        texts.emplace_back(entry.text);
+    for (const std::string_view entry : label_list) {
+        texts.emplace_back(entry);
     }
     if (!texts.empty()) {
         texts.pop_back();

@@ -56,7 +56,7 @@ void insert_delays() {
             const std::int32_t delay = dfg_splice_node(slot, "delay", *link, consumer, link->port);
             node_at(delay).inputs[0].width = node_at(slot).outputs[0].width;
             node_at(delay).outputs[0].width = node_at(slot).outputs[0].width;
-            attributes_at(delay).component = component("xfc_delay");
+            attributes_at(delay).component = component_id::delay;
             attributes_at(delay).latency = slack;
             if (final_edge) {
                 attributes_at(consumer).ready_time = max_latency;
