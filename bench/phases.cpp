@@ -18,7 +18,7 @@
 #include "exact/frontend/scanner.h"
 #include "exact/optimizer/optimizer.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "program_shapes.h"
 
 namespace {
@@ -34,7 +34,7 @@ void parse_program(const std::string& source) {
     source_file = std::tmpfile();
     std::fwrite(source.data(), 1, source.size(), source_file);
     std::rewind(source_file);
-    line_number = 1;
+    current.line_number = 1;
     benchmark::DoNotOptimize(parse());
     std::fclose(std::exchange(source_file, nullptr));
 }

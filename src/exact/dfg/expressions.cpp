@@ -85,7 +85,7 @@ public:
         while (!at_end()) {
             classify();
             if (!at_end()) {
-                ++label_cursor;
+                ++current.label_cursor;
             }
         }
         return std::move(tokens_);
@@ -96,11 +96,11 @@ private:
 
     void classify() {
         if (label_ahead() == labels::unary_operation) {
-            ++label_cursor;
+            ++current.label_cursor;
         }
         bool minus = false;
         if (label_ahead() == labels::unary_minus) {
-            ++label_cursor;
+            ++current.label_cursor;
             minus = is_number_label(label_ahead());
             if (!minus) {
                 emit(token_kind::function, node_names::negation);
@@ -115,10 +115,10 @@ private:
             emit(token_kind::function, label_ahead(2));
             step_over_function_name();
         } else if (label == labels::identifier) {
-            ++label_cursor;
+            ++current.label_cursor;
             emit(token_kind::named_value, label_ahead());
         } else if (is_number_label(label)) {
-            ++label_cursor;
+            ++current.label_cursor;
             const double value = read_number(label_ahead());
             emit_constant(label == labels::float_constant ? literal_kind::floating : literal_kind::integer,
                           minus ? -value : value);
@@ -129,7 +129,7 @@ private:
     /// a called string.
     static void step_over_function_name() {
         for (int steps = 0; steps < 2 && !at_end(); ++steps) {
-            ++label_cursor;
+            ++current.label_cursor;
         }
     }
 
@@ -306,7 +306,7 @@ void assign_single_token(std::int32_t target, std::string_view target_name, cons
 }  // namespace
 
 void create_variable_nodes() {
-    for (const symbol_record* symbol = symbol_table; symbol != nullptr; symbol = following_symbol(*symbol)) {
+    for (const symbol_record* symbol = current.symbols.first; symbol != nullptr; symbol = following_symbol(*symbol)) {
         if (symbol->in_use == 0 || symbol->name.empty()) {
             continue;
         }
@@ -326,23 +326,23 @@ void create_variable_nodes() {
 
 void translate_statement() {
     while (!at_label_list_end() && label_ahead() != labels::identifier) {
-        ++label_cursor;
+        ++current.label_cursor;
     }
     if (at_label_list_end()) {
         fail(message_id::assignment_missing);
     }
-    ++label_cursor;
+    ++current.label_cursor;
     const std::string_view target_name = label_ahead();
     const std::int32_t target = look_up(target_name);
-    ++label_cursor;
+    ++current.label_cursor;
     if (label_ahead() != labels::assignment) {
         fail(message_id::assignment_missing);
     }
-    ++label_cursor;
+    ++current.label_cursor;
     if (label_ahead() != labels::plain_assignment) {
         fail(message_id::assignment_not_plain);
     }
-    ++label_cursor;
+    ++current.label_cursor;
 
     std::vector<expr_token> tokens = tokenizer(target_name).run();
     if (tokens.size() == 1) {
@@ -360,11 +360,11 @@ void make_expressions() {
     dfg_create_graph();
     create_variable_nodes();
     write_format(standard_output, "***MAKE EXPRESSIONS***\n");
-    for (label_cursor = 0; !at_label_list_end();) {
+    for (current.label_cursor = 0; !at_label_list_end();) {
         if (label_ahead() == labels::statement_begin) {
             translate_statement();
         } else {
-            ++label_cursor;
+            ++current.label_cursor;
         }
     }
 }

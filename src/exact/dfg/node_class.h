@@ -6,23 +6,12 @@
 #include <string_view>
 
 #include "components/component_table.h"
+#include "exact/run/graph_records.h"
 
 // What a node is, told by its name. A variable named like an operation or a function is taken for one; operators and
 // inserted nodes have names that no variable can have, but for "cast", "norm" and "delay".
 
 namespace xfc {
-
-enum class node_class : std::uint8_t {
-    value,
-    add,
-    subtract,
-    multiply,
-    divide,
-    conversion,
-    normalizer,
-    delay,
-    function
-};
 
 namespace node_names {
 

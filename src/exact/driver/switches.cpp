@@ -20,9 +20,9 @@ bool is_optimization(std::int32_t value) { return value <= 3; }
 
 /// Kept: only an -ni that comes before -no undoes it.
 void drop_redundant_postnormalization() {
-    if (compile_options.inputnormalize == 1) {
+    if (current.options.inputnormalize == 1) {
         report(message_id::postnormalization_redundant);
-        compile_options.outputscale = 0;
+        current.options.outputscale = 0;
     }
 }
 
@@ -66,7 +66,7 @@ constexpr std::array<switch_row, 17> switches{{
 std::int32_t read_value(const char* text) { return static_cast<std::int32_t>(std::strtoll(text, nullptr, 10)); }
 
 void apply_switch(const switch_row& row, std::int32_t value) {
-    compile_options.*row.field = value;
+    current.options.*row.field = value;
     if (row.accepts != nullptr && !row.accepts(value)) {
         fail(row.out_of_range);
     }
@@ -80,7 +80,7 @@ void apply_switch(const switch_row& row, std::int32_t value) {
 std::span<const switch_row> switch_table() { return switches; }
 
 argument_result read_switches(std::span<const char* const> arguments) {
-    compile_options = {};
+    current.options = {};
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         const std::string_view argument = arguments[index];
         const auto row = std::find_if(switches.begin(), switches.end(),

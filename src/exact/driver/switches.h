@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/run/messages.h"
 
 namespace xfc {
@@ -26,7 +26,7 @@ struct switch_row {
 /// What the argument loop came to.
 enum class argument_result : std::uint8_t { accepted, value_missing };
 
-/// Puts every field of `compile_options` at its default and then reads the arguments in order. Arguments that are no
+/// Puts every option at its default and then reads the arguments in order. Arguments that are no
 /// switch are ignored. A value out of range ends the run.
 [[nodiscard]] argument_result read_switches(std::span<const char* const> arguments);
 

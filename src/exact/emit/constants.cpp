@@ -4,8 +4,8 @@
 
 #include "base/wrapping.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/compile_options.h"
 #include "exact/run/console.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -127,8 +127,8 @@ private:
 
     /// The upper `bits` of the mantissa field, then what is left of it, filled with zeros or ones.
     void write_mantissa(std::int32_t bits, std::int64_t upper, bool ones, std::string_view encoding) {
-        const std::int32_t high = compile_options.mantissa + 10;
-        const std::int32_t fill_bits = compile_options.mantissa - bits;
+        const std::int32_t high = current.options.mantissa + 10;
+        const std::int32_t fill_bits = current.options.mantissa - bits;
         write_field(high, high - bits + 1, upper, encoding);
         write_field(high - bits, 11, ones ? (std::int64_t{1} << fill_bits) - 1 : 0, encoding);
     }

@@ -8,7 +8,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/dfg/instance_operands.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -45,7 +45,7 @@ std::optional<bus_bits> bits_of_result(const component_row& row, const component
 
 /// What the generics of the node's instance are set to.
 component_generics generics_of_instance(const dfg_node& node, const instance_text& text) {
-    component_generics generics{compile_options};
+    component_generics generics{current.options};
     generics.output_select = node.bus_modes.output_select;
     generics.width = node.outputs[0].width;
     generics.delay = node.attributes.latency;

@@ -9,7 +9,7 @@
 #include "exact/emit/hdl_language.h"
 #include "exact/emit/instances.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -76,7 +76,7 @@ void write_signals(const emission& to) {
             }
         }
     }
-    write_format(to.out, "\nreg [%ld : 1] startff;\n\n", max_latency);
+    write_format(to.out, "\nreg [%ld : 1] startff;\n\n", current.max_latency);
 }
 
 /// The start pulse travels beside the data, one register a cycle of the pipeline.
@@ -90,11 +90,11 @@ void write_processes(const emission& to) {
                  "          startff[k] <= startff[k-1];\n        end\n      end\n"
                  "    end\n"
                  "  end\n\n",
-                 max_latency, max_latency);
+                 current.max_latency, current.max_latency);
 }
 
 void write_end(const emission& to) {
-    write_format(to.out, "  assign startout = startff[%ld];\n\nendmodule\n\n", max_latency);
+    write_format(to.out, "  assign startout = startff[%ld];\n\nendmodule\n\n", current.max_latency);
 }
 
 constexpr std::array<emission_section, 10> sections{{

@@ -3,13 +3,13 @@
 #include <cstdint>
 
 #include "exact/dfg/dfg.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
 /// The generics that an instance gets from the options, with a selector of its own.
 [[nodiscard]] inline component_generics generics_of_options(std::int32_t output_select = 0) {
-    component_generics generics{compile_options};
+    component_generics generics{current.options};
     generics.output_select = output_select;
     return generics;
 }

@@ -143,7 +143,7 @@ bool sums_two_dot_products(const dfg_node& node) {
 }
 
 void map_single_adder(dfg_node& node) {
-    const bool dot = compile_options.optimization >= 2 && sums_two_dot_products(node);
+    const bool dot = current.options.optimization >= 2 && sums_two_dot_products(node);
     map_to(node, dot ? component_id::alufp1_dot : component_id::alufp1x, second_input::as_component);
 }
 

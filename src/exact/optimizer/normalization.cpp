@@ -10,7 +10,7 @@
 
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -51,7 +51,7 @@ struct depth_scan {
                 const std::int32_t depth =
                     node.attributes.is_normalized != 0 ? 1 : operand_depth(node, 0) + operand_depth(node, 1);
                 raise(node, depth);
-                if (depth >= compile_options.clustersize) {
+                if (depth >= current.options.clustersize) {
                     full_adder = slot;
                 }
             }

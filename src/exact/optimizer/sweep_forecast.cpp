@@ -23,7 +23,7 @@
 #include "exact/optimizer/depth_profile.h"
 #include "exact/optimizer/raise_merger.h"
 #include "exact/optimizer/sweep_lists.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -65,7 +65,7 @@ public:
         : merger_(raises_, doubles_, static_cast<std::size_t>(dfg_used_slots()) * merges_a_node + spare_merges),
           last_(static_cast<std::size_t>(dfg_used_slots())),
           raises_of_(static_cast<std::size_t>(dfg_used_slots()), unknown),
-          least_depth_(max_latency) {}
+          least_depth_(current.max_latency) {}
 
     std::optional<sweep_forecast> run() {
         for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
@@ -155,7 +155,7 @@ private:
     }
 
     void count_arrival(const operand& counted) {
-        if (counted.last <= max_latency) {
+        if (counted.last <= current.max_latency) {
             return;
         }
         if (counted.raises == nothing) {

@@ -10,8 +10,8 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/cycle_check.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/compile_options.h"
 #include "exact/run/console.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -102,7 +102,7 @@ bool is_dot_product_term(std::int32_t slot) {
 
 /// IEEE products of inputs that feed an adder are mapped to the dot-product multipliers later.
 void keep_dot_product_terms_in_ieee_format() {
-    if (compile_options.optimization <= 0) {
+    if (current.options.optimization <= 0) {
         return;
     }
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {

@@ -9,7 +9,7 @@
 #include "base/wrapping.h"
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -157,8 +157,9 @@ std::string verify_schedule() {
             }
         }
         const bool driven_output = is_primary_output(node) && source_of(node, 0) != nullptr;
-        if (driven_output && node.attributes.ready_time != max_latency) {
-            return sentence("output %ld is ready in cycle %ld of %ld", slot, node.attributes.ready_time, max_latency);
+        if (driven_output && node.attributes.ready_time != current.max_latency) {
+            return sentence("output %ld is ready in cycle %ld of %ld", slot, node.attributes.ready_time,
+                            current.max_latency);
         }
     }
     return {};

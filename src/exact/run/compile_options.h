@@ -14,6 +14,4 @@ struct compile_option_record : library_options {
     std::int32_t verilog = 0;           ///< 1: the output is Verilog instead of VHDL
 };
 
-extern compile_option_record compile_options;
-
 }  // namespace xfc

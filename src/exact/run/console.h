@@ -9,17 +9,18 @@ namespace xfc {
 extern text_writer standard_output;
 extern text_writer standard_error;
 
-/// Writes both streams out and ends the process. A standard output that cannot be written makes the status 1.
-[[noreturn]] void end_run(int status);
-
-/// Called by `end_run` in place of the process's end; it must not return. A program that links the compiler as a
-/// library sets it to survive a failing compilation.
-using end_run_hook_type = void (*)(int status);
-extern end_run_hook_type end_run_hook;
+/// Writes both streams out. Returns the process's exit status: `status`, or 1 when the standard output cannot be
+/// written, which is said on the standard error.
+[[nodiscard]] int finish_streams(int status);
 
 /// Where a message is written. What was said before on the other stream is written out first, so that a terminal
 /// shows both in the order in which they were said.
 text_writer& open_message_stream(message_stream stream);
+
+/// Thrown by `fail` and caught where the run began; what lies between lets go of what it holds.
+struct run_failure {
+    int status;
+};
 
 /// Prints a message whose effect is that the run goes on.
 template <class... arguments>
@@ -32,7 +33,7 @@ void report(message_id id, const arguments&... values) {
 template <class... arguments>
 [[noreturn]] void fail(message_id id, const arguments&... values) {
     report(id, values...);
-    end_run(1);
+    throw run_failure{1};
 }
 
 }  // namespace xfc

@@ -382,7 +382,7 @@ TEST(initializers, that_do_not_reduce_are_refused) {
     expect_refused("long n = a + 1 * 2;", "Initializer of n cannot be evaluated");
 }
 
-TEST(label_cursor, stands_at_the_end_of_the_list_afterwards) {
+TEST(current.label_cursor, stands_at_the_end_of_the_list_afterwards) {
     static_cast<void>(declared("float a; main() { float b; a = b; }"));
     EXPECT_TRUE(at_label_list_end());
     EXPECT_EQ(label_ahead(), "");

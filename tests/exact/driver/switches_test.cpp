@@ -5,7 +5,7 @@
 #include <array>
 
 #include "exact/driver/workspace.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc::test {
 
@@ -52,7 +52,7 @@ void expect_only(const std::vector<changed_field>& changes) {
                 expected = change.value;
             }
         }
-        EXPECT_EQ(compile_options.*each.field, expected) << each.name;
+        EXPECT_EQ(current.options.*each.field, expected) << each.name;
     }
 }
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "exact/emit/emitted.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -69,7 +69,7 @@ TEST(constants, an_xfloat_adder_constant_has_29_bits_over_a_fill_of_3) {
 
 TEST(constants, an_xfloat_adder_constant_has_a_fill_of_7_with_the_wider_mantissa) {
     start_operands();
-    compile_options.mantissa = 36;
+    current.options.mantissa = 36;
     add_constants("xfc_alufp1x", 49, number_format::xfloat, 0, {1.5, -1.5, 0.1, -1e30});
     EXPECT_EQ(constants(language::vhdl), R"(
   -- 1.500000
@@ -172,7 +172,7 @@ TEST(constants, an_xfloat_multiplier_constant_has_25_bits_and_a_complement_for_i
 
 TEST(constants, an_xfloat_multiplier_constant_has_a_fill_of_11_with_the_wider_mantissa) {
     start_operands();
-    compile_options.mantissa = 36;
+    current.options.mantissa = 36;
     add_constants("xfc_mulfp1x", 49, number_format::xfloat, 1, {1.5, -1.5, 0.1});
     EXPECT_EQ(constants(language::vhdl), R"(
   -- 1.500000
@@ -267,7 +267,7 @@ TEST(constants, an_xfloat_divider_constant_has_a_sign_over_its_magnitude) {
 
 TEST(constants, an_xfloat_divider_constant_has_a_zero_fill_of_11_with_the_wider_mantissa) {
     start_operands();
-    compile_options.mantissa = 36;
+    current.options.mantissa = 36;
     add_constants("xfc_divfp1x", 49, number_format::xfloat, 0, {-1.5, 0.1});
     EXPECT_EQ(constants(language::vhdl), R"(
   -- -1.500000

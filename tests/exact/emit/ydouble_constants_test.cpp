@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "exact/emit/emitted.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -253,7 +253,7 @@ TEST(constants, a_ydouble_divider_constant_has_the_multiplier_form) {
 
 TEST(constants, a_ydouble_constant_does_not_depend_on_the_mantissa) {
     start_operands();
-    compile_options.mantissa = 36;
+    current.options.mantissa = 36;
     add_constants("xfc_mulfp2x", 80, number_format::ydouble, 1, {0.1});
     EXPECT_EQ(constants(language::vhdl), R"(
   -- 0.100000

@@ -265,12 +265,12 @@ std::vector<token> calls(const std::string& source, int count) {
     source_file = std::tmpfile();
     std::fwrite(source.data(), 1, source.size(), source_file);
     std::rewind(source_file);
-    line_number = 1;
+    current.line_number = 1;
     reset_scanner();
     const run_result run = catch_output([&] {
         for (int call = 0; call < count; ++call) {
             const std::int32_t code = next_token();
-            found.push_back({code, token_text, line_number});
+            found.push_back({code, token_text, current.line_number});
         }
     });
     EXPECT_EQ(run.status, 0) << run.standard_error;

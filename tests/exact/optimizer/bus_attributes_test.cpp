@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -367,7 +367,7 @@ TEST(bus_attributes, a_driven_variable_named_like_a_function_is_accepted) {
     EXPECT_EQ(
         optimize_text("float a, sqrt, y; void main() { sqrt = a; y = sqrt; }", assign_remaining_bus_attributes).status,
         0);
-    EXPECT_EQ(max_latency, 28);
+    EXPECT_EQ(current.max_latency, 28);
 }
 
 TEST(bus_attributes, of_several_missing_operands_the_lowest_slot_is_named) {

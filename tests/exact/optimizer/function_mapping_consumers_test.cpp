@@ -28,7 +28,7 @@ std::int32_t add_operator(std::string_view name, number_format format, std::int3
 TEST(function_mapping_consumers, a_product_with_two_consumers_gets_the_extended_output_even_if_both_multiply) {
     for (const std::int32_t outputscale : {0, 1}) {
         start_graph();
-        compile_options.outputscale = outputscale;
+        current.options.outputscale = outputscale;
         const std::int32_t product = add_operator("*", in_xfloat, 2);
         dfg_connect(product, add_node("*", 2, in_xfloat), 0);
         dfg_connect(product, add_node("*", 2, in_xfloat), 1);
@@ -160,7 +160,7 @@ TEST(function_mapping_consumers, two_dot_products_are_summed_by_the_dot_adder_wi
     for (const std::int32_t optimization : {-1, 0, 1, 2, 3}) {
         for (const char* name : {"+", "-"}) {
             start_graph();
-            compile_options.optimization = optimization;
+            current.options.optimization = optimization;
             const dot_sum sum = add_dot_sum(name);
             catch_output(map_functions);
             EXPECT_EQ(component_name(sum.adder), optimization >= 2 ? "xfc_alufp1_dot" : "xfc_alufp1x");
@@ -178,8 +178,8 @@ TEST(function_mapping_consumers, the_dot_adder_has_the_adders_latency_and_widths
                           {&options::optimization, {2, 3}}},
                          [&] {
                              node_record expected = put_sentinels(sum.adder, "");
-                             const std::int32_t width = compile_options.mantissa + 13;
-                             const std::int32_t cycles = compile_options.outputpipe + compile_options.shiftspeed + 3;
+                             const std::int32_t width = current.options.mantissa + 13;
+                             const std::int32_t cycles = current.options.outputpipe + current.options.shiftspeed + 3;
                              expected.component = "xfc_alufp1_dot";
                              expected.latency = expected.ready_time = cycles;
                              expected.input_widths = {width, width};
@@ -194,7 +194,7 @@ TEST(function_mapping_consumers, the_dot_adder_has_the_adders_latency_and_widths
 TEST(function_mapping_consumers, a_dot_product_in_a_higher_slot_than_the_adder_is_not_recognised) {
     for (const bool first_is_higher : {false, true}) {
         start_graph();
-        compile_options.optimization = 3;
+        current.options.optimization = 3;
         const std::int32_t lower = add_node("*", 2, in_float);
         const std::int32_t adder = add_node("+", 2, in_xfloat);
         const std::int32_t higher = add_node("*", 2, in_float);
@@ -210,7 +210,7 @@ TEST(function_mapping_consumers, a_dot_product_in_a_higher_slot_than_the_adder_i
 TEST(function_mapping_consumers, one_dot_product_does_not_make_a_dot_adder) {
     for (const std::int32_t port : {0, 1}) {
         start_graph();
-        compile_options.optimization = 3;
+        current.options.optimization = 3;
         const std::int32_t product = add_node("*", 2, in_float);
         const std::int32_t other = add_node("*", 2, in_xfloat);
         const std::int32_t adder = add_node("+", 2, in_xfloat);
@@ -223,7 +223,7 @@ TEST(function_mapping_consumers, one_dot_product_does_not_make_a_dot_adder) {
 
 TEST(function_mapping_consumers, one_dot_product_on_both_inputs_makes_a_dot_adder) {
     start_graph();
-    compile_options.optimization = 2;
+    current.options.optimization = 2;
     const std::int32_t product = add_node("*", 2, in_float);
     const std::int32_t adder = add_node("-", 2, in_xfloat);
     dfg_connect(product, adder, 0);
@@ -235,7 +235,7 @@ TEST(function_mapping_consumers, one_dot_product_on_both_inputs_makes_a_dot_adde
 TEST(function_mapping_consumers, an_adder_with_an_operand_that_nothing_drives_is_no_dot_adder) {
     for (const std::int32_t port : {0, 1}) {
         start_graph();
-        compile_options.optimization = 3;
+        current.options.optimization = 3;
         const std::int32_t product = add_node("*", 2, in_float);
         const std::int32_t adder = add_node("+", 2, in_xfloat);
         dfg_connect(product, adder, port);
@@ -250,7 +250,7 @@ TEST(function_mapping_consumers, an_adder_with_an_operand_that_nothing_drives_is
 
 TEST(function_mapping_consumers, a_double_adder_is_never_a_dot_adder) {
     start_graph();
-    compile_options.optimization = 3;
+    current.options.optimization = 3;
     const dot_sum sum = add_dot_sum();
     attributes_at(sum.adder).format = in_ydouble;
     catch_output(map_functions);

@@ -234,7 +234,7 @@ void expect_rows_for_every_option_value(const std::vector<planted_node>& planted
         {&options::outputpipe, {0, 1}},   {&options::shiftspeed, {0, 1}},
     };
     for_each_combination(ranges, [&] {
-        const options& o = compile_options;
+        const options& o = current.options;
         const numbers n{o.mantissa,     o.optimization, o.device,     o.outputscale,
                         o.roundconvert, o.doublespeed,  o.outputpipe, o.shiftspeed};
         std::vector<node_record> expected;

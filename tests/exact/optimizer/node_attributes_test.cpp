@@ -166,7 +166,7 @@ void expect_rows_for_every_option_value(const std::vector<planted_node>& planted
         {&options::inputnormalize, {0, 1}},
     };
     for_each_combination(ranges, [&] {
-        const options& o = compile_options;
+        const options& o = current.options;
         const numbers n{o.mantissa,   o.roundconvert, o.roundnormalize,    o.doublespeed,
                         o.outputpipe, o.normspeed,    normspeed_of_two(o), o.inputnormalize};
         std::vector<node_record> expected;
@@ -245,7 +245,7 @@ TEST(node_attributes, an_empty_graph_and_a_graph_without_slots_are_left_alone) {
     EXPECT_EQ(dfg_used_slots(), 0);
     dfg_clear();
     EXPECT_EQ(catch_output(assign_node_attributes).standard_output, "");
-    EXPECT_EQ(graph.capacity, 0);
+    EXPECT_EQ(current.graph.capacity, 0);
 }
 
 TEST(node_attributes, nodes_that_match_no_row_keep_everything) {

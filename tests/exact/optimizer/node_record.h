@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "exact/dfg/dfg.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // What the attribute passes may write on a node, as one comparable value.
@@ -78,7 +78,7 @@ inline void for_each_combination(const std::vector<option_range>& ranges, const 
         return;
     }
     for (const std::int32_t value : ranges[first].second) {
-        compile_options.*ranges[first].first = value;
+        current.options.*ranges[first].first = value;
         for_each_combination(ranges, action, first + 1);
     }
 }

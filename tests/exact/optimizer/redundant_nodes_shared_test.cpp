@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // Merging of normalizers and delays.
@@ -263,7 +263,7 @@ TEST(redundant_delays, a_delay_merged_once_is_not_merged_again_when_its_driver_c
 
 TEST(redundant_delays, three_early_consumers_of_one_value_end_with_one_delay) {
     start_graph();
-    max_latency = 9;
+    current.max_latency = 9;
     const std::int32_t producer = add_node("x", 1, in_float);
     attributes_at(producer).ready_time = 4;
     for (const std::int32_t latency : {5, 2, 2}) {

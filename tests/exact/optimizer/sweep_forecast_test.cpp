@@ -12,7 +12,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/optimizer.h"
 #include "exact/reference/optimizer/reference_passes.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // What is told of the sweeps to come is held against sweeps that really are made.
@@ -42,7 +42,7 @@ void build(const std::vector<planned_node>& plan, const std::vector<std::size_t>
             dfg_connect(slots[plan[place].drivers[port]], slots[place], static_cast<std::int32_t>(port));
         }
     }
-    max_latency = 0;
+    current.max_latency = 0;
 }
 
 std::vector<std::size_t> slots_as_planned(std::size_t count) {
@@ -80,9 +80,9 @@ std::string compare_with_sweeps(const sweep_forecast& forecast) {
         if (forecast.balances[sweep] != balances) {
             return where + std::to_string(forecast.balances[sweep]) + " raises instead of " + std::to_string(balances);
         }
-        if (forecast.depths[sweep] != max_latency) {
+        if (forecast.depths[sweep] != current.max_latency) {
             return where + "depth " + std::to_string(forecast.depths[sweep]) + " instead of " +
-                   std::to_string(max_latency);
+                   std::to_string(current.max_latency);
         }
         ++sweep;
     } while (balances != 0);
@@ -127,9 +127,9 @@ TEST(sweep_forecast, tells_how_a_chain_against_the_slots_moves_on_by_one_node_a_
 
 TEST(sweep_forecast, changes_nothing) {
     build(chain({2, 3, 4, 5}), slots_against_the_data(5));
-    max_latency = 3;
+    current.max_latency = 3;
     ASSERT_TRUE(forecast_sweeps().has_value());
-    EXPECT_EQ(max_latency, 3);
+    EXPECT_EQ(current.max_latency, 3);
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         EXPECT_EQ(attributes_at(slot).ready_time, attributes_at(slot).latency);
     }
@@ -414,10 +414,10 @@ TEST(sweep_forecast, continues_the_sweeps_that_balancing_has_made) {
         const std::vector<planned_node> plan = chain(mostly_regular_latencies(random, 200));
         build(plan, slots_against_the_data(plan.size()));
         const std::string lines = catch_output(balance_latencies).standard_output;
-        const std::int32_t depth = max_latency;
+        const std::int32_t depth = current.max_latency;
         build(plan, slots_against_the_data(plan.size()));
         ASSERT_EQ(lines, catch_output(reference::balance_latencies).standard_output) << "round " << round;
-        ASSERT_EQ(depth, max_latency) << "round " << round;
+        ASSERT_EQ(depth, current.max_latency) << "round " << round;
     }
 }
 

@@ -6,7 +6,7 @@
 
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {

@@ -6,7 +6,7 @@
 
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -120,7 +120,7 @@ void make_schedule() {
     attributes_at(2).latency = 5;
     attributes_at(2).ready_time = 7;
     attributes_at(3).ready_time = 7;
-    max_latency = 7;
+    current.max_latency = 7;
 }
 
 TEST(schedule_verifier, passes_a_punctual_graph) {
@@ -142,7 +142,7 @@ TEST(schedule_verifier, finds_a_late_operand) {
 
 TEST(schedule_verifier, finds_an_output_that_is_ready_early) {
     make_schedule();
-    max_latency = 9;
+    current.max_latency = 9;
     EXPECT_EQ(verify_schedule(), "output 3 is ready in cycle 7 of 9");
 }
 

@@ -6,7 +6,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/verifier.h"
 #include "exact/properties/program_generator.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -35,7 +35,7 @@ void expect_punctual_graph(schedule_tally& seen) {
             }
         }
         if (driven && consumers(slot).empty()) {
-            EXPECT_EQ(to.ready_time, max_latency) << "output " << slot;
+            EXPECT_EQ(to.ready_time, current.max_latency) << "output " << slot;
             ++seen.outputs;
         }
     }

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <utility>
 
 #include "exact/dfg/expressions.h"
 #include "exact/dfg/symbol_table.h"
@@ -17,7 +16,7 @@
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/temporary_folder.h"
 
 namespace xfc::test {
@@ -25,11 +24,6 @@ namespace xfc::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Thrown in place of the process's end.
-struct run_ended {
-    int status;
-};
 
 /// The files in a folder with their contents, by name.
 std::map<std::string, std::string> files_in(const fs::path& folder) {
@@ -55,20 +49,13 @@ run_result run_in_folder(const std::vector<std::string>& arguments) {
 }
 
 void start_parse(const std::string& source) {
-    set_options();
-    clear_parse_tree();
-    clear_symbol_table();
-    dfg_clear();
-    label_list.clear();
-    label_cursor = 0;
-    max_latency = 0;
-    reset_scanner();
-    source_file = std::tmpfile();
-    std::fwrite(source.data(), 1, source.size(), source_file);
-    std::rewind(source_file);
-    line_number = 1;
+    current = {};
+    current.source.reset(std::tmpfile());
+    std::fwrite(source.data(), 1, source.size(), current.source.get());
+    std::rewind(current.source.get());
+    current.line_number = 1;
     static_cast<void>(parse());
-    std::fclose(std::exchange(source_file, nullptr));
+    current.source.reset();
 }
 
 }  // namespace
@@ -76,14 +63,12 @@ void start_parse(const std::string& source) {
 run_result catch_output(const std::function<void()>& action) {
     standard_output.redirect(nullptr);
     standard_error.redirect(nullptr);
-    end_run_hook = [](int status) { throw run_ended{status}; };
     run_result result;
     try {
         action();
-    } catch (const run_ended& ended) {
-        result.status = ended.status;
+    } catch (const run_failure& failure) {
+        result.status = failure.status;
     }
-    end_run_hook = nullptr;
     result.standard_output = standard_output.take_text();
     result.standard_error = standard_error.take_text();
     standard_output.redirect(stdout);
@@ -167,8 +152,7 @@ void set_options(const std::vector<std::string>& switches) {
 }
 
 void start_graph() {
-    set_options();
-    max_latency = 0;
+    current = {};
     dfg_create_graph();
 }
 
@@ -231,7 +215,7 @@ std::int32_t driver(std::int32_t slot, std::int32_t port) {
 
 std::vector<std::string> labels() {
     std::vector<std::string> texts;
-    for (const std::string_view entry : label_list) {
+    for (const std::string_view entry : current.labels) {
         texts.emplace_back(entry);
     }
     if (!texts.empty()) {

@@ -3,7 +3,7 @@
 
 #include "exact/reference/optimizer/reference_graph.h"
 #include "exact/reference/optimizer/reference_passes.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
 
 namespace xfc::reference {
@@ -21,7 +21,7 @@ component_id conversion_of_kind(std::string_view kind) {
 }
 
 bool reaches_itself(std::int32_t start) {
-    std::vector<bool> reached(static_cast<std::size_t>(graph.capacity), false);
+    std::vector<bool> reached(static_cast<std::size_t>(current.graph.capacity), false);
     std::vector<std::int32_t> open{start};
     while (!open.empty()) {
         const std::int32_t slot = open.back();
@@ -104,7 +104,7 @@ void follow_variables_one_by_one() {
 }
 
 void keep_products_of_inputs() {
-    if (compile_options.optimization <= 0) {
+    if (current.options.optimization <= 0) {
         return;
     }
     for_each_node([](std::int32_t slot) {

@@ -2,7 +2,7 @@
 
 #include "exact/reference/optimizer/reference_graph.h"
 #include "exact/reference/optimizer/reference_passes.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc::reference {
 
@@ -55,7 +55,7 @@ void renormalize_complex_clusters() {
                 const std::int32_t depth =
                     attributes_at(slot).is_normalized != 0 ? 1 : depth_of_operand(slot, 0) + depth_of_operand(slot, 1);
                 store(slot, depth);
-                if (depth >= compile_options.clustersize) {
+                if (depth >= current.options.clustersize) {
                     full = slot;
                 }
             }

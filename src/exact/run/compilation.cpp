@@ -1,0 +1,7 @@
+#include "exact/run/compilation.h"
+
+namespace xfc {
+
+compilation current;
+
+}  // namespace xfc
