@@ -18,7 +18,7 @@ std::vector<const symbol_record*> declared(const std::string& source, const std:
     EXPECT_EQ(result.standard_output, printed) << source;
     EXPECT_EQ(result.standard_error, "") << source;
     std::vector<const symbol_record*> records;
-    for (const symbol_record* record = symbol_table; record != nullptr; record = following_symbol(*record)) {
+    for (const symbol_record* record = current.symbols.first; record != nullptr; record = following_symbol(*record)) {
         records.push_back(record);
     }
     return records;
@@ -51,9 +51,9 @@ void expect_refused(const std::string& source, const std::string& line) {
 }
 
 TEST(symbol_records, are_empty_when_they_are_new) {
-    clear_symbol_table();
+    current = {};
     const symbol_record* record = new_symbol();
-    EXPECT_EQ(symbol_table, record);
+    EXPECT_EQ(current.symbols.first, record);
     EXPECT_EQ(record->next, nullptr);
     EXPECT_EQ(record->prev, nullptr);
     EXPECT_EQ(record->block_successor, nullptr);
@@ -63,7 +63,7 @@ TEST(symbol_records, are_empty_when_they_are_new) {
     EXPECT_EQ(record->qualifier, "");
     EXPECT_EQ(record->block + record->depth + record->in_use + record->complete + record->initial_value, 0);
     const symbol_record* second = new_symbol();
-    EXPECT_EQ(symbol_table, record);
+    EXPECT_EQ(current.symbols.first, record);
     EXPECT_EQ(record->next, nullptr);
     EXPECT_EQ(second->prev, nullptr);
 }
@@ -382,7 +382,7 @@ TEST(initializers, that_do_not_reduce_are_refused) {
     expect_refused("long n = a + 1 * 2;", "Initializer of n cannot be evaluated");
 }
 
-TEST(current.label_cursor, stands_at_the_end_of_the_list_afterwards) {
+TEST(label_cursor, stands_at_the_end_of_the_list_afterwards) {
     static_cast<void>(declared("float a; main() { float b; a = b; }"));
     EXPECT_TRUE(at_label_list_end());
     EXPECT_EQ(label_ahead(), "");

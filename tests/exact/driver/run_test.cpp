@@ -40,7 +40,7 @@ TEST(usage, is_explained_without_arguments) {
     EXPECT_EQ(result.standard_output, "\nCompiler Version MVTK - October 12 2010\n\n");
     EXPECT_EQ(result.standard_error, usage_text);
     EXPECT_TRUE(result.files.empty());
-    EXPECT_EQ(source_file, nullptr);
+    EXPECT_EQ(current.source, nullptr);
 }
 
 TEST(source, that_cannot_be_opened_ends_the_run_before_the_switches_are_read) {
@@ -112,8 +112,8 @@ TEST(verdict, one_error_is_counted_in_the_singular) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.standard_error, "\n\n 1 error found by the parser  \n\n\n");
     // Five newlines were read.
-    EXPECT_TRUE(ends_with(result.standard_output,
-                          report_banner + " Maximum Latency " + std::to_string(current.max_latency) + "    \nlinenumber 6\n"));
+    EXPECT_TRUE(ends_with(result.standard_output, report_banner + " Maximum Latency " +
+                                                      std::to_string(current.max_latency) + "    \nlinenumber 6\n"));
     ASSERT_EQ(result.files.size(), 1U);
     EXPECT_EQ(result.files.begin()->first, "prog.vhd");
     EXPECT_NE(result.files.begin()->second.find("END "), std::string::npos);
@@ -163,7 +163,7 @@ TEST(state, the_line_is_minus_1_before_the_parse) {
 
 TEST(state, the_source_is_closed_after_the_parse) {
     static_cast<void>(compile({.source = small_program}));
-    EXPECT_EQ(source_file, nullptr);
+    EXPECT_EQ(current.source, nullptr);
 }
 
 TEST(state, a_run_forgets_the_run_before) {

@@ -8,7 +8,6 @@
 
 #include "exact/emit/emitter.h"
 #include "exact/run/compilation.h"
-#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {

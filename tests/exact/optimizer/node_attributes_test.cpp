@@ -243,7 +243,7 @@ TEST(node_attributes, an_empty_graph_and_a_graph_without_slots_are_left_alone) {
     start_graph();
     EXPECT_EQ(catch_output(assign_node_attributes).standard_output, "");
     EXPECT_EQ(dfg_used_slots(), 0);
-    dfg_clear();
+    current.graph = {};
     EXPECT_EQ(catch_output(assign_node_attributes).standard_output, "");
     EXPECT_EQ(current.graph.capacity, 0);
 }

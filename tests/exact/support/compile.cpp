@@ -15,8 +15,8 @@
 #include "exact/frontend/parse_tree.h"
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
-#include "exact/run/console.h"
 #include "exact/run/compilation.h"
+#include "exact/run/console.h"
 #include "exact/support/temporary_folder.h"
 
 namespace xfc::test {
@@ -49,16 +49,20 @@ run_result run_in_folder(const std::vector<std::string>& arguments) {
 }
 
 void start_parse(const std::string& source) {
-    current = {};
-    current.source.reset(std::tmpfile());
-    std::fwrite(source.data(), 1, source.size(), current.source.get());
-    std::rewind(current.source.get());
-    current.line_number = 1;
+    open_source_text(source);
     static_cast<void>(parse());
     current.source.reset();
 }
 
 }  // namespace
+
+void open_source_text(const std::string& source) {
+    current = {};
+    current.source.reset(std::tmpfile());
+    std::fwrite(source.data(), 1, source.size(), current.source.get());
+    std::rewind(current.source.get());
+    current.line_number = 1;
+}
 
 run_result catch_output(const std::function<void()>& action) {
     standard_output.redirect(nullptr);

@@ -38,6 +38,9 @@ run_result run_with_arguments(const std::vector<std::string>& arguments);
 /// Calls `action` with both streams caught; a fatal error ends the action with status 1, else the status is 0.
 run_result catch_output(const std::function<void()>& action);
 
+/// Forgets the run so far and opens a file with this text as the source program.
+void open_source_text(const std::string& source);
+
 // The phases up to a point, on a source text; the records of that phase can then be looked at. The state of an
 // earlier call is forgotten. Each returns what was printed; a fatal error gives status 1.
 

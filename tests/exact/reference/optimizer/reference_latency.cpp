@@ -1,7 +1,7 @@
 #include "exact/reference/optimizer/reference_graph.h"
 #include "exact/reference/optimizer/reference_passes.h"
-#include "exact/run/console.h"
 #include "exact/run/compilation.h"
+#include "exact/run/console.h"
 
 namespace xfc::reference {
 
@@ -37,7 +37,8 @@ void balance_latencies() {
     do {
         ++iterations;
         balances = sweep_ready_times();
-        write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, current.max_latency);
+        write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances,
+                     current.max_latency);
     } while (balances != 0);
 }
 
