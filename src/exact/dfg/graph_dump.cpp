@@ -31,7 +31,8 @@ void dump_node(text_writer& out, std::int32_t slot) {
     }
     write_format(out, " latency %ld ready %ld widths ", attributes.latency, attributes.ready_time);
     for (std::int32_t port = 0; port < node.input_count; ++port) {
-        write_format(out, port == 0 ? "%ld" : ",%ld", node.inputs[port].width);
+        out.append(port == 0 ? "" : ",");
+        out.append_integer(node.inputs[port].width);
     }
     write_format(out, ">%ld from", node.outputs[0].width);
     for (std::int32_t port = 0; port < node.input_count; ++port) {

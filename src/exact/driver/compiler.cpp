@@ -16,7 +16,6 @@
 #include "exact/optimizer/optimizer.h"
 #include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/compilation.h"
 
 namespace xfc {
 

@@ -4,8 +4,8 @@
 
 #include "base/wrapping.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/console.h"
 #include "exact/run/compilation.h"
+#include "exact/run/console.h"
 
 namespace xfc {
 

@@ -120,7 +120,8 @@ void open_instance(text_writer& out, const component_row& row, std::string_view,
 }
 
 void open_ports(text_writer& out, const component_row& row, std::string_view label, std::int64_t number) {
-    write_format(out, text_of(row.id).verilog_double_blank ? "  %s%ld  (" : "  %s%ld (", label, number);
+    write_format(out, "  %s%ld", label, number);
+    out.append(text_of(row.id).verilog_double_blank ? "  (" : " (");
 }
 
 void write_number(text_writer& out, std::int64_t value, std::int64_t width) {

@@ -10,8 +10,8 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/cycle_check.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/console.h"
 #include "exact/run/compilation.h"
+#include "exact/run/console.h"
 
 namespace xfc {
 

@@ -1,14 +1,11 @@
 #include "exact/optimizer/verifier.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <unordered_set>
 #include <vector>
 
 #include "base/text_writer.h"
 #include "base/wrapping.h"
 #include "exact/dfg/dfg.h"
-#include "exact/optimizer/optimizer.h"
 #include "exact/run/compilation.h"
 
 namespace xfc {
@@ -16,9 +13,9 @@ namespace xfc {
 namespace {
 
 template <class... arguments>
-std::string sentence(std::string_view format, const arguments&... values) {
+std::string sentence(std::type_identity_t<format_text<arguments...>> format, const arguments&... values) {
     text_writer out;
-    write_format(out, format, values...);
+    write_fitting(out, format.text(), values...);
     return out.take_text();
 }
 
@@ -136,7 +133,12 @@ std::string verify_graph(const graph_expectations& expected) {
     if (std::string violation = verify_sources(); !violation.empty()) {
         return violation;
     }
-    return expected.acyclic ? verify_acyclic() : std::string{};
+    if (expected.acyclic) {
+        if (std::string violation = verify_acyclic(); !violation.empty()) {
+            return violation;
+        }
+    }
+    return expected.balanced ? verify_schedule() : std::string{};
 }
 
 std::string verify_schedule() {
@@ -163,32 +165,6 @@ std::string verify_schedule() {
         }
     }
     return {};
-}
-
-void verify_after_pass(std::size_t index) {
-    static bool agreed = false;
-    const auto passes = optimizer_passes();
-    const auto reached = [&](void (*pass)()) {
-        for (std::size_t row = 0; row <= index; ++row) {
-            if (passes[row].run == pass) {
-                return true;
-            }
-        }
-        return false;
-    };
-    if (index == 0) {
-        agreed = consumers_agree();
-    }
-    std::string violation = verify_graph({.every_consumer_agrees = agreed && !reached(remove_redundant_nodes),
-                                          .acyclic = agreed && reached(insert_type_conversions)});
-    if (violation.empty() && agreed && passes[index].run == insert_delays) {
-        violation = verify_schedule();
-    }
-    if (!violation.empty()) {
-        static_cast<void>(
-            std::fprintf(stderr, "%sgraph check: %s\n", std::string(passes[index].banner).c_str(), violation.c_str()));
-        std::abort();
-    }
 }
 
 }  // namespace xfc

@@ -22,17 +22,29 @@ struct run_failure {
     int status;
 };
 
+/// A message whose text takes arguments of these types; another one does not compile.
+template <class... arguments>
+struct fitting_message {
+    // NOLINTNEXTLINE(google-explicit-constructor): an id is meant to become a checked message.
+    consteval fitting_message(message_id id) : entry(catalogue_entry(id)) {
+        if (!format_text<arguments...>::fits(entry.text)) {
+            throw "the message takes other arguments";
+        }
+    }
+    const message& entry;
+};
+
 /// Prints a message whose effect is that the run goes on.
 template <class... arguments>
-void report(message_id id, const arguments&... values) {
-    const message& entry = catalogue_entry(id);
-    write_format(open_message_stream(entry.stream), entry.text, values...);
+void report(std::type_identity_t<fitting_message<std::decay_t<arguments>...>> what, const arguments&... values) {
+    write_fitting(open_message_stream(what.entry.stream), what.entry.text, values...);
 }
 
 /// Prints a message and ends the run with status 1.
 template <class... arguments>
-[[noreturn]] void fail(message_id id, const arguments&... values) {
-    report(id, values...);
+[[noreturn]] void fail(std::type_identity_t<fitting_message<std::decay_t<arguments>...>> what,
+                       const arguments&... values) {
+    write_fitting(open_message_stream(what.entry.stream), what.entry.text, values...);
     throw run_failure{1};
 }
 

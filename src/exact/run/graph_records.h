@@ -155,6 +155,10 @@ struct dfg_graph {
     name_table first_slot_by_name;  ///< lowest slot of each name
     recent_names recently_registered;
     arena memory;  ///< links behind the first ones
+
+    /// Whether every consumer entry was its consumer's source before the passes; kept for the checks of verifying
+    /// builds.
+    bool consumers_agreed = false;
 };
 
 }  // namespace xfc

@@ -10,7 +10,7 @@
 
 #include "exact/driver/compiler.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/optimizer/verifier.h"
+#include "exact/optimizer/pass_checks.h"
 #include "exact/run/console.h"
 
 namespace xfc::fuzz {
@@ -94,20 +94,11 @@ std::map<std::string, std::string> take_files() {
 graph_checks chosen_checks = graph_checks::general;
 
 void check_after_pass(std::size_t index) {
-    verify_after_pass(index);
+    check_behind_pass(index);
     if (chosen_checks == graph_checks::general) {
         return;
     }
-    const auto passes = optimizer_passes();
-    const auto has_run = [&](void (*run)()) {
-        const auto* const reached = passes.data() + index + 1;
-        return std::any_of(passes.data(), reached, [run](const optimizer_pass& pass) { return pass.run == run; });
-    };
-    std::string violation = verify_graph(
-        {.every_consumer_agrees = !has_run(remove_redundant_nodes), .acyclic = has_run(insert_type_conversions)});
-    if (violation.empty() && passes[index].run == insert_delays) {
-        violation = verify_schedule();
-    }
+    const std::string violation = verify_graph(expectations_behind(index));
     require(violation.empty(), "behind pass " + std::to_string(index) + ": " + violation);
 }
 
