@@ -356,6 +356,26 @@ constexpr bool rows_stand_at_their_id() {
 }
 static_assert(rows_stand_at_their_id());
 
+/// Whether generics with a default stand behind the others, and output selectors in front of another one.
+constexpr bool generics_stand_in_order() {
+    for (const component_row& row : table) {
+        const generic_row* last_required = nullptr;
+        bool default_seen = false;
+        for (const generic_row& generic : row.generics) {
+            if (default_seen && !generic.has_default) {
+                return false;
+            }
+            default_seen = generic.has_default;
+            last_required = generic.has_default ? last_required : &generic;
+        }
+        if (!row.generics.empty() && (last_required == nullptr || last_required->flag != generic_row::no_flag)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(generics_stand_in_order());
+
 }  // namespace component_rows
 
 constexpr const component_row& row_of(component_id id) { return component_rows::table[static_cast<std::size_t>(id)]; }

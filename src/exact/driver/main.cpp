@@ -14,9 +14,7 @@ namespace {
 
 [[noreturn]] void end_without_memory() {
     // Nothing that allocates may run any more.
-    if (xfc::current.unfinished_output != nullptr) {
-        static_cast<void>(std::remove(xfc::current.unfinished_output));
-    }
+    xfc::remove_unfinished_output();
     const std::string_view text = xfc::catalogue_entry(xfc::message_id::out_of_memory).text;
     static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
     std::_Exit(1);

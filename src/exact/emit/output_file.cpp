@@ -39,22 +39,28 @@ std::string output_file_name(std::string base_name, std::string_view extension) 
 
 output_file::output_file(std::string name)
     : name_(std::move(name)), stream_(open_unless_source(name_)), writer_(stream_) {
-    current.unfinished_output = name_.c_str();
+    current.unfinished_output = {name_.c_str(), fileno(stream_)};
 }
 
 output_file::~output_file() {
-    current.unfinished_output = nullptr;
+    current.unfinished_output = {};
     if (stream_ != nullptr) {
         static_cast<void>(std::fclose(stream_));
     }
 }
 
 void output_file::close() {
-    const bool written = writer_.flush();
-    current.unfinished_output = nullptr;
-    const bool closed = std::fclose(std::exchange(stream_, nullptr)) == 0;
-    if (!written || !closed) {
-        static_cast<void>(std::remove(name_.c_str()));
+    if (!writer_.flush()) {
+        remove_unfinished_output();
+        fail(message_id::cannot_write_output, name_);
+    }
+    // What a closing file system still refuses can only be told by then; the name is checked while it is open.
+    const bool removable = is_unfinished_output_removable();
+    current.unfinished_output = {};
+    if (std::fclose(std::exchange(stream_, nullptr)) != 0) {
+        if (removable) {
+            static_cast<void>(std::remove(name_.c_str()));
+        }
         fail(message_id::cannot_write_output, name_);
     }
 }

@@ -13,6 +13,7 @@
 
 %require "3.8"
 %define api.prefix {xfc_yy}
+%define api.token.prefix {token_}
 %define api.value.type {parse_node*}
 
 // Conflicts fall to yacc's rules. Five shift/reduce: the dangling else, and an identifier that may begin a declaration

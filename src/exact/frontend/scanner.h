@@ -3,16 +3,19 @@
 #include <cstdint>
 #include <string_view>
 
+#include "grammar.hpp"
+
 namespace xfc {
 
-// Codes of the tokens that are not a single character; the keywords' codes stand in `keyword_table`.
-inline constexpr std::int32_t token_end_of_input = 0;
-inline constexpr std::int32_t token_character_constant = 258;
-inline constexpr std::int32_t token_floating_constant = 259;
-inline constexpr std::int32_t token_integer_constant = 260;
-inline constexpr std::int32_t token_string_literal = 261;
-inline constexpr std::int32_t token_identifier = 262;
-inline constexpr std::int32_t token_first_operator = 297;
+// Codes of the tokens that are not a single character, as the grammar gives them; the keywords' stand in their table.
+inline constexpr std::int32_t token_end_of_input = token_END_OF_INPUT;
+inline constexpr std::int32_t token_character_constant = token_CHARACTER_CONSTANT;
+inline constexpr std::int32_t token_floating_constant = token_FLOATING_CONSTANT;
+inline constexpr std::int32_t token_integer_constant = token_INTEGER_CONSTANT;
+inline constexpr std::int32_t token_string_literal = token_STRING;
+inline constexpr std::int32_t token_identifier = token_IDENTIFIER;
+/// The operators of more than one character have the codes from this one on.
+inline constexpr std::int32_t token_first_operator = token_OROR;
 
 /// The characters of the token just read, a terminator behind them; valid until the next call of `next_token`.
 [[nodiscard]] std::string_view token_text();

@@ -15,6 +15,12 @@
 
 namespace xfc {
 
+/// The output while it is being written.
+struct open_output {
+    const char* name = nullptr;  ///< null while there is none
+    int descriptor = -1;         ///< of the open file
+};
+
 /// Everything that one run of the compiler knows, in the order in which the phases fill it. The phases are functions
 /// without arguments over the one record; `current = {}` forgets an earlier run.
 struct compilation {
@@ -40,11 +46,17 @@ struct compilation {
     dfg_graph graph;
     std::int32_t max_latency = 0;  ///< depth of the pipeline in cycles
 
-    /// Name of the output while it is open, else null; for the end of a run that may not allocate any more.
-    const char* unfinished_output = nullptr;
+    open_output unfinished_output;
 };
 
 /// The run of this process.
 extern compilation current;
+
+/// Whether the output's name stands for the very file that the run opened, and that is a regular one: what the user put
+/// there, a symbolic link to a device say, is not ours to remove. Allocates nothing.
+[[nodiscard]] bool is_unfinished_output_removable();
+
+/// Removes the output that could not be written whole, if it may be removed. Allocates nothing.
+void remove_unfinished_output();
 
 }  // namespace xfc
