@@ -10,18 +10,13 @@ module xfc_shift_left
    output [width-1:0] shifted);
 
   reg [width-1:0] current;
-  integer level, amount, i;
+  integer level;
 
   always @* begin : shift
     current = value;
-    amount = unit;
-    for (level = levels - 1; level >= 0; level = level - 1) begin
-      amount = unit * (1 << level);
+    for (level = levels - 1; level >= 0; level = level - 1)
       if (distance[level])
-        for (i = width - 1; i >= 0; i = i - 1)
-          if (i >= amount) current[i] = current[i-amount];
-          else current[i] = fill;
-    end
+        current = (current << (unit << level)) | ({width{fill}} & ~({width{1'b1}} << (unit << level)));
   end
 
   assign shifted = current;

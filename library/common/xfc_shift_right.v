@@ -10,24 +10,18 @@ module xfc_shift_right
    output [width-1:0] shifted,
    output lost);
 
-  reg [width-1:0] current;
+  reg signed [width-1:0] current;
   reg sticky;
-  integer level, amount, i;
+  integer level;
 
   always @* begin : shift
     current = value;
     sticky = lost_before;
-    amount = unit;
-    for (level = levels - 1; level >= 0; level = level - 1) begin
-      amount = unit * (1 << level);
+    for (level = levels - 1; level >= 0; level = level - 1)
       if (distance[level]) begin
-        for (i = 0; i < width; i = i + 1)
-          if (i < amount) sticky = sticky | current[i];
-        for (i = 0; i < width; i = i + 1)
-          if (i + amount < width) current[i] = current[i+amount];
-          else current[i] = value[width-1];
+        sticky = sticky | (|(current & ~({width{1'b1}} << (unit << level))));
+        current = current >>> (unit << level);
       end
-    end
   end
 
   assign shifted = current;
