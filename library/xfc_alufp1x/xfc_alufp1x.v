@@ -10,7 +10,7 @@
 // Latency 3 + shiftspeed + outputpipe cycles: a register behind order, align and settle always, the fourth behind
 // add, the fifth behind difference.
 module xfc_alufp1x
-  #(parameter mantissa = 32, shiftspeed = -1, outputpipe = -1)
+  #(parameter mantissa = 32, shiftspeed = 1, outputpipe = 1)
   (input sysclk, reset, enable, addsub,
    input [mantissa+10:1] aa,
    input aasat, aazip, aanan,

@@ -4,7 +4,7 @@
 //   cycle 2  convert:  one more makes it the two's complement; a divider takes sign and magnitude
 // Latency 1 + outputpipe cycles, 1 for a divider.
 module xfc_castftox
-  #(parameter target = -1, roundconvert = -1, mantissa = 32, outputpipe = -1)
+  #(parameter target = 0, roundconvert = 0, mantissa = 32, outputpipe = 1)
   (input sysclk, reset, enable,
    input [32:1] aa,
    output [mantissa+10:1] cc,

@@ -9,7 +9,7 @@
 //   step pack:        range and flags
 // Latency 3 + 2 * normspeed cycles: without the registers behind complement and decide when normspeed is 1.
 module xfc_castxtof
-  #(parameter mantissa = 32, normspeed = -1)
+  #(parameter mantissa = 32, normspeed = 2)
   (input sysclk, reset, enable,
    input [mantissa+10:1] aa,
    input aasat, aazip, aanan,

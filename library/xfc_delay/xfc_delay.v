@@ -13,14 +13,17 @@ module xfc_delay
   endgenerate
   wire unused = &{1'b0, reset};
 
-  // What entered `cycle` cycles ago, at bit cycle * width and up.
-  wire [(delay+1)*width-1:0] line;
-  assign line[width-1:0] = aa;
+  // q of steps[cycle] is what entered `cycle` cycles ago.
   genvar cycle;
   generate
-    for (cycle = 1; cycle <= delay; cycle = cycle + 1) begin : steps
-      xfc_register #(width, 1) step (sysclk, enable, line[(cycle-1)*width +: width], line[cycle*width +: width]);
+    for (cycle = 0; cycle <= delay; cycle = cycle + 1) begin : steps
+      wire [width:1] q;
+      if (cycle == 0) begin : first
+        assign q = aa;
+      end else begin : later
+        xfc_register #(width, 1) step (sysclk, enable, steps[cycle-1].q, q);
+      end
     end
   endgenerate
-  assign cc = line[delay*width +: width];
+  assign cc = steps[delay].q;
 endmodule

@@ -299,6 +299,32 @@ end test;
 )";
 }
 
+std::string scan_wrapper(const bench& layout) {
+    return for_each_set(layout, verilog, filled(R"(module measured
+  (input sysclk, reset, enable, input [@operand_top@:0] operands, output [@result_top@:0] out_0);
+)",
+                                                sizes_of(layout)) +
+                                             "  @name@@generics@ measured_component (@ports@);\nendmodule\n") +
+           filled(R"(
+module scan(input sysclk, reset, enable, load, data, output scanned);
+  reg [@operand_top@:0] operands;
+  reg [@result_top@:0] results;
+  wire [@result_top@:0] out;
+  always @at@(posedge sysclk) begin
+    operands <= {operands, data};
+    results <= load ? out : results << 1;
+  end
+  measured component (sysclk, reset, enable, operands, out);
+  assign scanned = results[@result_top@];
+endmodule
+)",
+                  [&] {
+                      substitutions words = sizes_of(layout);
+                      words.emplace("at", "@");
+                      return words;
+                  }());
+}
+
 void write_vectors(const std::filesystem::path& path, const bench& layout, const std::vector<bench_line>& lines) {
     std::ofstream file(path);
     for (const bench_line& line : lines) {

@@ -54,6 +54,9 @@ inline constexpr std::int32_t latency_limit = 128;
 
 [[nodiscard]] std::string verilog_bench(const bench& layout);
 [[nodiscard]] std::string vhdl_bench(const bench& layout);
+/// Two modules for measuring: `measured` with all operands on one bus and the result on another, its generics set, and
+/// `scan`, which feeds it from a shift register and reads it into one, so that pins limit nothing.
+[[nodiscard]] std::string scan_wrapper(const bench& layout);
 void write_vectors(const std::filesystem::path& path, const bench& layout, const std::vector<bench_line>& lines);
 
 }  // namespace xfc::proof

@@ -1,4 +1,5 @@
 // Usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] [--simulators LIST] [--formal]
+//        prove_library LIBRARY BENCHES WORK NAME --measured [GENERIC=VALUE...]
 // Proves the named components of the library, or all. LIST is of icarus, verilator, ghdl with commas, or none.
 
 #include <algorithm>
@@ -53,6 +54,7 @@ std::vector<std::string> split_list(const std::string& text) {
 struct request {
     proof::prover_settings settings;
     std::vector<std::string> names;
+    std::vector<std::string> settled;  ///< GENERIC=VALUE
 };
 
 /// Reads the command line; false when it is not understood.
@@ -67,6 +69,10 @@ bool read_arguments(const std::vector<std::string>& arguments, request& wanted) 
         const std::string& word = arguments[i];
         if (word == "--formal") {
             wanted.settings.formal = true;
+        } else if (word == "--measured") {
+            wanted.settings.measured = true;
+        } else if (word.find('=') != std::string::npos) {
+            wanted.settled.push_back(word);
         } else if (word.substr(0, 2) == "--") {
             if (++i == arguments.size()) {
                 return false;
@@ -85,7 +91,8 @@ bool read_arguments(const std::vector<std::string>& arguments, request& wanted) 
 }
 
 /// What is wrong with one folder of the library.
-std::vector<std::string> prove_folder(const std::string& name, const proof::prover_settings& settings) {
+std::vector<std::string> prove_folder(const std::string& name, const request& wanted) {
+    const proof::prover_settings& settings = wanted.settings;
     const component_row* const row = row_named(name);
     if (row == nullptr) {
         return {name + ": no row of the component table has this name"};
@@ -94,6 +101,9 @@ std::vector<std::string> prove_folder(const std::string& name, const proof::prov
         if (!fs::exists(settings.library / name / (name + extension))) {
             return {name + ": there is no " + name + extension};
         }
+    }
+    if (settings.measured) {
+        return proof::write_measured(*row, settings, wanted.settled);
     }
     return settings.formal ? proof::prove_formally(*row, settings) : proof::prove_component(*row, settings);
 }
@@ -104,19 +114,21 @@ int main(int argc, char** argv) {
     request wanted;
     if (!read_arguments({argv + 1, argv + argc}, wanted)) {
         std::cerr << "usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] "
-                     "[--simulators icarus,verilator,ghdl|none] [--formal]\n";
+                     "[--simulators icarus,verilator,ghdl|none] [--formal] [--measured GENERIC=VALUE...]\n";
         return 2;
     }
     try {
         const auto names = wanted.names.empty() ? folders_of(wanted.settings.library) : wanted.names;
         bool proven = true;
         for (const std::string& name : names) {
-            for (const std::string& failure : prove_folder(name, wanted.settings)) {
+            for (const std::string& failure : prove_folder(name, wanted)) {
                 std::cout << failure << '\n';
                 proven = false;
             }
         }
-        std::cout << (proven ? "proven" : "NOT proven") << '\n';
+        if (!wanted.settings.measured || !proven) {
+            std::cout << (proven ? "proven" : "NOT proven") << '\n';
+        }
         return proven ? 0 : 1;
     } catch (const std::exception& error) {
         std::cerr << "prove_library: " << error.what() << '\n';

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -330,6 +331,31 @@ private:
 };
 
 }  // namespace
+
+std::vector<std::string> write_measured(const component_row& row, const prover_settings& settings,
+                                        const std::vector<std::string>& settled) {
+    component_generics generics;
+    for (const std::string& setting : settled) {
+        const std::size_t equals = setting.find('=');
+        const auto generic = std::find_if(row.generics.begin(), row.generics.end(), [&](const generic_row& each) {
+            return each.name == std::string_view(setting).substr(0, equals);
+        });
+        if (generic == row.generics.end()) {
+            return {std::string(row.name) + " has no generic for " + setting};
+        }
+        const bool chosen = generic->flag != generic_row::no_flag;
+        generics.*generic->field = chosen ? generic->flag : std::atoi(setting.c_str() + equals + 1);
+    }
+    const bench layout{.row = &row,
+                       .sets = {{.generics = generics, .latency = row.latency(generics)}},
+                       .class_widths = {bus_width(row.cc, generics)},
+                       .aa_width = bus_width(row.aa, generics),
+                       .bb_width = bus_width(row.bb, generics)};
+    fs::create_directories(settings.work);
+    write_file(settings.work / "measured.v", scan_wrapper(layout));
+    std::cout << row.name << " | " << text_of(row, generics) << " | " << row.latency(generics) << '\n';
+    return {};
+}
 
 std::vector<std::string> prove_component(const component_row& row, const prover_settings& settings) {
     return run(row, settings).all();

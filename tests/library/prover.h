@@ -18,7 +18,8 @@ struct prover_settings {
     std::size_t vectors = 10000;    ///< operands a component and set of generics
     std::uint64_t seed = 1;
     std::vector<std::string> simulators{"icarus", "verilator", "ghdl"};
-    bool formal = false;
+    bool formal = false;                ///< prove VHDL and Verilog equal instead
+    bool measured = false;              ///< only write what scripts/measure-library synthesizes
 };
 
 /// What was found wrong with a component; nothing when it is proven. Prints what was measured as it goes.
@@ -26,6 +27,11 @@ struct prover_settings {
 
 /// The same for one component's VHDL against its Verilog, for all operands, set by set.
 [[nodiscard]] std::vector<std::string> prove_formally(const component_row& row, const prover_settings& settings);
+
+/// Writes measured.v, the component between shift registers, for the options' defaults but where `settled` (such as
+/// "mantissa=36") says otherwise. Says what is wrong with `settled`.
+[[nodiscard]] std::vector<std::string> write_measured(const component_row& row, const prover_settings& settings,
+                                                      const std::vector<std::string>& settled);
 
 /// The output of a command of the shell, both streams; its exit status goes to `status`.
 [[nodiscard]] std::string output_of(const std::string& command, int& status);
