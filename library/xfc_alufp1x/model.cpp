@@ -17,9 +17,10 @@ bus_bits xfc_alufp1x(const component_generics& generics, const component_operand
     const bus_bits b_mantissa = field(operands.bb, layout.mantissa);
     const bool a_zero = a_flags.zip || a_exponent == 0;
     const bool b_zero = b_flags.zip || b_exponent == 0;
-
-    // order: a zero never leads another operand, and is shifted as zero
+    // A zero never leads another operand.
     const bool b_leads = a_zero || (!b_zero && a_exponent < b_exponent);
+
+    // order: a zero is shifted as zero
     const std::int32_t difference = b_leads ? b_exponent - a_exponent : a_exponent - b_exponent;
     const std::int32_t distance = std::min(difference, (1 << static_cast<unsigned>(levels)) - 1);
     const std::int32_t larger_exponent = b_leads ? b_exponent : a_exponent;

@@ -2,7 +2,7 @@
 // exponent is rounded to odd where it is shifted over the edge; the sum of this and the other one is exact, and is
 // halved (the lost bit or'ed into the lowest) when it uses up the guard bits. A sum of two converted IEEE singles,
 // converted back, is correctly rounded. inf - inf is nan, 0 - 0 is +0 but -0 - 0 is -0; exponent field 0 is zero.
-//   step difference:  which operand is zero, by how much the exponents differ
+//   step difference:  which operand is zero, which one leads, by how much the exponents differ
 //   step order:       the operand with the larger exponent and the other one, shifted by whole bytes
 //   step align:       the shift by single bits; lost bits are or'ed into the lowest
 //   step add:         one carry chain
@@ -43,26 +43,28 @@ module xfc_alufp1x
   wire [2:0] b_flags_d = {bbnan, b_zero, bbsat};
   wire [exponent_bits:0] a_minus_b_d = {1'b0, a_exponent_d} - {1'b0, b_exponent_d};   // two's complement
   wire [exponent_bits-1:0] b_minus_a_d = b_exponent_d - a_exponent_d;
+  // A zero never leads another operand.
+  wire b_leads_d = a_zero | (!b_zero & a_minus_b_d[exponent_bits]);
 
   wire [exponent_bits-1:0] a_exponent, b_exponent;
   wire [mantissa-1:0] a_mantissa, b_mantissa;
-  wire [exponent_bits:0] a_minus_b;
-  wire [exponent_bits-1:0] b_minus_a;
+  wire [exponent_bits-1:0] a_minus_b, b_minus_a;
   wire [2:0] a_flags, b_flags;
-  wire subtract;
+  wire subtract, b_leads;
   xfc_register #(exponent_bits, difference_border) difference_0 (sysclk, enable, a_exponent_d, a_exponent);
   xfc_register #(exponent_bits, difference_border) difference_1 (sysclk, enable, b_exponent_d, b_exponent);
   xfc_register #(mantissa, difference_border) difference_2 (sysclk, enable, a_mantissa_d, a_mantissa);
   xfc_register #(mantissa, difference_border) difference_3 (sysclk, enable, b_mantissa_d, b_mantissa);
-  xfc_register #(exponent_bits + 1, difference_border) difference_4 (sysclk, enable, a_minus_b_d, a_minus_b);
+  xfc_register #(exponent_bits, difference_border) difference_4
+    (sysclk, enable, a_minus_b_d[exponent_bits-1:0], a_minus_b);
   xfc_register #(exponent_bits, difference_border) difference_5 (sysclk, enable, b_minus_a_d, b_minus_a);
   xfc_register #(3, difference_border) difference_6 (sysclk, enable, a_flags_d, a_flags);
   xfc_register #(3, difference_border) difference_7 (sysclk, enable, b_flags_d, b_flags);
   xfc_register #(1, difference_border) difference_8 (sysclk, enable, addsub, subtract);
+  xfc_register #(1, difference_border) difference_9 (sysclk, enable, b_leads_d, b_leads);
 
-  // order: a zero never leads another operand, and is shifted as zero
-  wire b_leads = a_flags[1] | (!b_flags[1] & a_minus_b[exponent_bits]);
-  wire [exponent_bits-1:0] difference = b_leads ? b_minus_a : a_minus_b[exponent_bits-1:0];
+  // order: a zero is shifted as zero
+  wire [exponent_bits-1:0] difference = b_leads ? b_minus_a : a_minus_b;
   wire far = |difference[exponent_bits-1:levels];
   wire [levels-1:0] distance = difference[levels-1:0] | {levels{far}};
   wire [fine_levels-1:0] fine_d = distance[fine_levels-1:0];

@@ -2,7 +2,7 @@
 -- exponent is rounded to odd where it is shifted over the edge; the sum of this and the other one is exact, and is
 -- halved (the lost bit or'ed into the lowest) when it uses up the guard bits. A sum of two converted IEEE singles,
 -- converted back, is correctly rounded. inf - inf is nan, 0 - 0 is +0 but -0 - 0 is -0; exponent field 0 is zero.
---   step difference:  which operand is zero, by how much the exponents differ
+--   step difference:  which operand is zero, which one leads, by how much the exponents differ
 --   step order:       the operand with the larger exponent and the other one, shifted by whole bytes
 --   step align:       the shift by single bits; lost bits are or'ed into the lowest
 --   step add:         one carry chain
@@ -40,14 +40,14 @@ architecture rtl of xfc_alufp1x is
   -- difference
   signal a_exponent_d, b_exponent_d, a_exponent, b_exponent : exponent_field;
   signal a_mantissa_d, b_mantissa_d, a_mantissa, b_mantissa : mantissa_field;
-  signal a_minus_b_d, a_minus_b : exponent_difference;
-  signal b_minus_a_d, b_minus_a : exponent_field;
+  signal a_minus_b_d : exponent_difference;
+  signal b_minus_a_d, a_minus_b, b_minus_a : exponent_field;
   signal a_flags_d, b_flags_d, a_flags, b_flags : std_logic_vector(2 downto 0);   -- nan, zip, sat
-  signal subtract_d, subtract : std_logic_vector(0 downto 0);
+  signal subtract_d, subtract, b_leads_d, b_leads : std_logic_vector(0 downto 0);
   signal a_zero, b_zero : std_logic;
 
   -- order
-  signal a_sign, b_sign, b_leads, far, smaller_is_zero : std_logic;
+  signal a_sign, b_sign, far, smaller_is_zero : std_logic;
   signal nan, zip, sat, mark_sign : std_logic;
   signal difference : exponent_field;
   signal distance : std_logic_vector(levels - 1 downto 0);
@@ -95,6 +95,8 @@ begin
   subtract_d(0) <= addsub;
   a_minus_b_d <= std_logic_vector(resize(unsigned(a_exponent_d), exponent_bits + 1) - unsigned(b_exponent_d));
   b_minus_a_d <= std_logic_vector(unsigned(b_exponent_d) - unsigned(a_exponent_d));
+  -- A zero never leads another operand.
+  b_leads_d(0) <= a_zero or (not b_zero and a_minus_b_d(exponent_bits));
 
   difference_0 : entity work.xfc_register generic map (exponent_bits, difference_border)
     port map (sysclk, enable, a_exponent_d, a_exponent);
@@ -104,8 +106,8 @@ begin
     port map (sysclk, enable, a_mantissa_d, a_mantissa);
   difference_3 : entity work.xfc_register generic map (mantissa, difference_border)
     port map (sysclk, enable, b_mantissa_d, b_mantissa);
-  difference_4 : entity work.xfc_register generic map (exponent_bits + 1, difference_border)
-    port map (sysclk, enable, a_minus_b_d, a_minus_b);
+  difference_4 : entity work.xfc_register generic map (exponent_bits, difference_border)
+    port map (sysclk, enable, a_minus_b_d(exponent_bits - 1 downto 0), a_minus_b);
   difference_5 : entity work.xfc_register generic map (exponent_bits, difference_border)
     port map (sysclk, enable, b_minus_a_d, b_minus_a);
   difference_6 : entity work.xfc_register generic map (3, difference_border)
@@ -114,18 +116,19 @@ begin
     port map (sysclk, enable, b_flags_d, b_flags);
   difference_8 : entity work.xfc_register generic map (1, difference_border)
     port map (sysclk, enable, subtract_d, subtract);
+  difference_9 : entity work.xfc_register generic map (1, difference_border)
+    port map (sysclk, enable, b_leads_d, b_leads);
 
-  -- order: a zero never leads another operand, and is shifted as zero
-  b_leads <= a_flags(1) or (not b_flags(1) and a_minus_b(exponent_bits));
-  difference <= b_minus_a when b_leads = '1' else a_minus_b(exponent_bits - 1 downto 0);
+  -- order: a zero is shifted as zero
+  difference <= b_minus_a when b_leads(0) = '1' else a_minus_b;
   far <= '1' when unsigned(difference(exponent_bits - 1 downto levels)) /= 0 else '0';
   distance <= (others => '1') when far = '1' else difference(levels - 1 downto 0);
   fine_d <= distance(fine_levels - 1 downto 0);
-  larger_exponent_d <= b_exponent when b_leads = '1' else a_exponent;
-  larger_d <= a_mantissa when b_leads = '0' else not b_mantissa when subtract(0) = '1' else b_mantissa;
-  smaller_is_zero <= a_flags(1) when b_leads = '1' else b_flags(1);
-  smaller_d <= (others => '0') when smaller_is_zero = '1' else a_mantissa when b_leads = '1' else b_mantissa;
-  inverts_d <= subtract(0) & (subtract(0) and not b_leads);
+  larger_exponent_d <= b_exponent when b_leads(0) = '1' else a_exponent;
+  larger_d <= a_mantissa when b_leads(0) = '0' else not b_mantissa when subtract(0) = '1' else b_mantissa;
+  smaller_is_zero <= a_flags(1) when b_leads(0) = '1' else b_flags(1);
+  smaller_d <= (others => '0') when smaller_is_zero = '1' else a_mantissa when b_leads(0) = '1' else b_mantissa;
+  inverts_d <= subtract(0) & (subtract(0) and not b_leads(0));
   shift_coarse : entity work.xfc_shift_right generic map (mantissa, coarse_levels, 2 ** fine_levels)
     port map (smaller_d, distance(levels - 1 downto fine_levels), '0', coarse_d, lost_d(0));
 
