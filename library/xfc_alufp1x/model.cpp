@@ -48,8 +48,8 @@ bus_bits xfc_alufp1x(const component_generics& generics, const component_operand
     const bool halve = bit(sum_bits, width) != bit(sum_bits, width - 1);
     const bus_bits settled = halve ? (sum_bits >> 1) | (sum_bits & 1) : sum_bits & low_ones(width);
     const bool marked = nan || zip || sat;
-    const bus_bits result = marked ? (settled & low_ones(width - 1)) | (bus_bits{mark_sign} << static_cast<unsigned>(width - 1))
-                                   : settled;
+    const bus_bits result =
+        marked ? (settled & low_ones(width - 1)) | (bus_bits{mark_sign} << static_cast<unsigned>(width - 1)) : settled;
     const std::int32_t exponent = larger_exponent + (halve ? 1 : 0);
     const bool too_large = exponent >= xfloat_overflow;
     return internal_bus(layout, result, static_cast<bus_bits>(exponent) & low_ones(xfloat_exponent_bits),

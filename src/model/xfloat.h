@@ -27,7 +27,7 @@ struct shifted_right {
 constexpr shifted_right shift_right(bus_bits value, std::int32_t width, std::int32_t distance) {
     const std::int32_t effective = std::min(distance, width);
     const signed_bus_bits shifted = sign_extended(value, width) >> static_cast<unsigned>(std::min(effective, 127));
-    const bool beyond = distance > width && bit(value, width - 1);   // copies of the sign go over the edge too
+    const bool beyond = distance > width && bit(value, width - 1);  // copies of the sign go over the edge too
     return {bits_of(shifted, width), (value & low_ones(effective)) != 0 || beyond};
 }
 

@@ -102,16 +102,17 @@ std::string for_each_set(const bench& layout, const language& words, std::string
         const std::int32_t low = layout.class_low(set.result_class);
         const std::string generics = generic_list_of(words, layout, set);
         const bool is_vhdl = &words == &vhdl;
-        text += filled(format, {{"set", std::to_string(index)},
-                                {"name", std::string(layout.row->name)},
-                                {"top", std::to_string(width - 1)},
-                                {"generics", generics.empty() ? "" : (is_vhdl ? " generic map (" : " #(") + generics + ")"},
-                                {"ports", port_list_of(words, layout, set, index)},
-                                {"latency", std::to_string(set.latency)},
-                                {"high", std::to_string(low + width - 1)},
-                                {"low", std::to_string(low)},
-                                {"measured", std::to_string(measured_lines)},
-                                {"last", std::to_string(latency_limit - 1)}});
+        text +=
+            filled(format, {{"set", std::to_string(index)},
+                            {"name", std::string(layout.row->name)},
+                            {"top", std::to_string(width - 1)},
+                            {"generics", generics.empty() ? "" : (is_vhdl ? " generic map (" : " #(") + generics + ")"},
+                            {"ports", port_list_of(words, layout, set, index)},
+                            {"latency", std::to_string(set.latency)},
+                            {"high", std::to_string(low + width - 1)},
+                            {"low", std::to_string(low)},
+                            {"measured", std::to_string(measured_lines)},
+                            {"last", std::to_string(latency_limit - 1)}});
     }
     return text;
 }
@@ -138,9 +139,9 @@ public:
         for (std::size_t i = 0; i < bits_.size(); ++i) {
             if (bits_[i]) {
                 char& digit = text[text.size() - 1 - i / 4];
-                const unsigned value = (digit <= '9' ? static_cast<unsigned>(digit - '0')
-                                                     : static_cast<unsigned>(digit - 'a') + 10) +
-                                       (1U << (i % 4));
+                const unsigned value =
+                    (digit <= '9' ? static_cast<unsigned>(digit - '0') : static_cast<unsigned>(digit - 'a') + 10) +
+                    (1U << (i % 4));
                 digit = "0123456789abcdef"[value];
             }
         }
@@ -250,7 +251,8 @@ architecture test of bench is
     variable lines, consumed : natural := 0;
 )",
                    sizes);
-    text += for_each_set(layout, vhdl, "    variable fits_@set@ : std_logic_vector(@last@ downto 0) := (others => '1');\n");
+    text +=
+        for_each_set(layout, vhdl, "    variable fits_@set@ : std_logic_vector(@last@ downto 0) := (others => '1');\n");
     text += filled(R"(  begin
     while not endfile(vectors) loop
       readline(vectors, source);
@@ -300,11 +302,12 @@ end test;
 }
 
 std::string scan_wrapper(const bench& layout) {
-    return for_each_set(layout, verilog, filled(R"(module measured
+    return for_each_set(layout, verilog,
+                        filled(R"(module measured
   (input sysclk, reset, enable, input [@operand_top@:0] operands, output [@result_top@:0] out_0);
 )",
-                                                sizes_of(layout)) +
-                                             "  @name@@generics@ measured_component (@ports@);\nendmodule\n") +
+                               sizes_of(layout)) +
+                            "  @name@@generics@ measured_component (@ports@);\nendmodule\n") +
            filled(R"(
 module scan(input sysclk, reset, enable, load, data, output scanned);
   reg [@operand_top@:0] operands;

@@ -22,8 +22,8 @@ namespace xfc::proof {
 
 struct bench_set {
     component_generics generics;
-    std::int32_t latency = 0;       ///< cycles, by the row
-    std::size_t result_class = 0;   ///< sets that deliver the same results share a column
+    std::int32_t latency = 0;      ///< cycles, by the row
+    std::size_t result_class = 0;  ///< sets that deliver the same results share a column
 };
 
 struct bench {

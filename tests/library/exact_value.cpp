@@ -50,8 +50,8 @@ exact_value ieee_value(bus_bits bus, bus_form form, const bus_layout& layout) {
         value.is = fraction == 0 ? exact_value::kind::infinity : exact_value::kind::nan;
     } else if (exponent != 0) {
         value.is = exact_value::kind::number;
-        value.mantissa = static_cast<signed_bus_bits>(fraction) +
-                         (signed_bus_bits{1} << static_cast<unsigned>(shape.precision - 1));
+        value.mantissa =
+            static_cast<signed_bus_bits>(fraction) + (signed_bus_bits{1} << static_cast<unsigned>(shape.precision - 1));
         value.mantissa = value.negative ? -value.mantissa : value.mantissa;
         value.exponent = exponent - shape.bias - (shape.precision - 1);
     }

@@ -66,10 +66,10 @@ std::string prove_set(const component_row& row, const component_generics& generi
                       const fs::path& place) {
     const std::string name(row.name);
     write_script(place / "miter.ys", row, generics, settings);
-    const std::string steps =
-        "cd '" + place.string() + "' && ghdl -i --std=93" + quoted(bypassed_texts(row, settings, ".vhd")) +
-        " && ghdl -m --std=93 " + name + " && ghdl --synth --std=93 --out=verilog" +
-        settings_of(row, generics, " -g", "=") + " " + name + " >vhdl.v && yosys -q -s miter.ys";
+    const std::string steps = "cd '" + place.string() + "' && ghdl -i --std=93" +
+                              quoted(bypassed_texts(row, settings, ".vhd")) + " && ghdl -m --std=93 " + name +
+                              " && ghdl --synth --std=93 --out=verilog" + settings_of(row, generics, " -g", "=") + " " +
+                              name + " >vhdl.v && yosys -q -s miter.ys";
     int status = 0;
     const std::string built = output_of(steps, status);
     if (status != 0) {

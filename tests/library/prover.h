@@ -18,8 +18,8 @@ struct prover_settings {
     std::size_t vectors = 10000;    ///< operands a component and set of generics
     std::uint64_t seed = 1;
     std::vector<std::string> simulators{"icarus", "verilator", "ghdl"};
-    bool formal = false;                ///< prove VHDL and Verilog equal instead
-    bool measured = false;              ///< only write what scripts/measure-library synthesizes
+    bool formal = false;    ///< prove VHDL and Verilog equal instead
+    bool measured = false;  ///< only write what scripts/measure-library synthesizes
 };
 
 /// What was found wrong with a component; nothing when it is proven. Prints what was measured as it goes.

@@ -14,9 +14,7 @@ public:
 
     bool one_in(std::uint64_t n) { return random_() % n == 0; }
     std::int32_t below(std::int32_t n) { return static_cast<std::int32_t>(random_() % static_cast<std::uint64_t>(n)); }
-    bus_bits random_bits(std::int32_t width) {
-        return ((bus_bits{random_()} << 64U) | random_()) & low_ones(width);
-    }
+    bus_bits random_bits(std::int32_t width) { return ((bus_bits{random_()} << 64U) | random_()) & low_ones(width); }
 
     /// Bits with long runs: carries through all bits, halfway cases, lonely ones.
     bus_bits pattern(std::int32_t width) {
