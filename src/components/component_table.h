@@ -73,7 +73,7 @@ enum class component_id : std::uint8_t {
 
 enum class component_operation : std::uint8_t {
     pass_on,
-    add_or_subtract,  ///< the port addsub is 1 to add, 0 to subtract bb from aa
+    add_or_subtract,  ///< the port addsub is 0 to add, 1 to subtract bb from aa
     multiply,
     divide,
     normalize,
