@@ -14,7 +14,7 @@ namespace xfc {
 /// Bits of the node's constant signal: what the component's row says, else the output without its three flags.
 [[nodiscard]] inline std::int32_t constant_signal_width(const dfg_node& node) {
     const std::int32_t width = text_of(node.attributes.component).constant_signal_width;
-    return width != 0 ? width : node.outputs[0].width - 3;
+    return width != 0 ? width : node.outputs[0].width - flag_count;
 }
 
 /// Fills the constant signals, split into the fields that the consuming component expects.
