@@ -1,4 +1,4 @@
-#include "exact/optimizer/sweep_forecast.h"
+#include "exact/optimizer/sweeps/sweep_forecast.h"
 
 #include <gtest/gtest.h>
 

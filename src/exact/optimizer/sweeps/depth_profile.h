@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "exact/optimizer/sweep_lists.h"
+#include "exact/optimizer/sweeps/sweep_lists.h"
 
 namespace xfc {
 

@@ -1,7 +1,7 @@
 // What two operands together do to a node, out of what each of them asks for sweep by sweep: in each sweep the later of
 // the two times counts, and the node is raised by what that time gains on the one of the sweep before.
 
-#include "exact/optimizer/raise_merger.h"
+#include "exact/optimizer/sweeps/raise_merger.h"
 
 #include <algorithm>
 

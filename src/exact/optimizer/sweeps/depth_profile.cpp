@@ -4,7 +4,7 @@
 // along a chain, a later node is ahead by the same time for as long as its list goes on like that of the node one
 // period before, and only the rest of the shorter list is followed.
 
-#include "exact/optimizer/depth_profile.h"
+#include "exact/optimizer/sweeps/depth_profile.h"
 
 #include <algorithm>
 #include <numeric>

@@ -12,7 +12,7 @@
 // of sweeps that still raise it, which gives the balances. Its ready time after some sweeps is the last one less what
 // then remains of the list, which gives the depth.
 
-#include "exact/optimizer/sweep_forecast.h"
+#include "exact/optimizer/sweeps/forecast_by_lists.h"
 
 #include <algorithm>
 #include <array>
@@ -20,9 +20,10 @@
 #include <utility>
 
 #include "exact/dfg/dfg.h"
-#include "exact/optimizer/depth_profile.h"
-#include "exact/optimizer/raise_merger.h"
-#include "exact/optimizer/sweep_lists.h"
+#include "exact/optimizer/sweeps/depth_profile.h"
+#include "exact/optimizer/sweeps/drivers_first.h"
+#include "exact/optimizer/sweeps/raise_merger.h"
+#include "exact/optimizer/sweeps/sweep_lists.h"
 #include "exact/run/run_state.h"
 
 namespace xfc {
@@ -64,12 +65,12 @@ public:
     forecaster()
         : merger_(raises_, doubles_, static_cast<std::size_t>(dfg_used_slots()) * merges_a_node + spare_merges),
           last_(static_cast<std::size_t>(dfg_used_slots())),
-          raises_of_(static_cast<std::size_t>(dfg_used_slots()), unknown),
+          raises_of_(static_cast<std::size_t>(dfg_used_slots()), nothing),
           least_depth_(max_latency) {}
 
     std::optional<sweep_forecast> run() {
-        for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-            if (!follow(slot)) {
+        for (const std::int32_t slot : slots_behind_drivers()) {
+            if (!settle(slot)) {
                 return std::nullopt;
             }
         }
@@ -82,7 +83,6 @@ public:
     }
 
 private:
-    static constexpr std::int32_t unknown = -2;
     static constexpr std::size_t merges_a_node = 4;
     static constexpr std::size_t spare_merges = 10000;
     /// Sweeps until a node has caught up with its drivers; in a chain that more sweeps have run over it is 1.
@@ -90,37 +90,6 @@ private:
 
     std::int32_t& raises_of(std::int32_t slot) { return raises_of_[static_cast<std::size_t>(slot)]; }
     std::int32_t& last_of(std::int32_t slot) { return last_[static_cast<std::size_t>(slot)]; }
-
-    /// Settles the slot after all that drive it; false when its raises cannot be told.
-    bool follow(std::int32_t first) {
-        if (raises_of(first) != unknown) {
-            return true;
-        }
-        path_.push_back(first);
-        while (!path_.empty()) {
-            const std::int32_t slot = path_.back();
-            const std::int32_t driver = unknown_driver(slot);
-            if (driver != no_slot) {
-                path_.push_back(driver);
-                continue;
-            }
-            path_.pop_back();
-            if (raises_of(slot) == unknown && !settle(slot)) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    std::int32_t unknown_driver(std::int32_t slot) {
-        for (std::int32_t port = 0; port < 2; ++port) {
-            const dfg_source* source = source_of(node_at(slot), port);
-            if (source != nullptr && raises_of(source->node) == unknown) {
-                return source->node;
-            }
-        }
-        return no_slot;
-    }
 
     /// What a port asks of its node: `last` less the total of `raises` once `lag` sweeps have passed, and so on.
     struct operand {
@@ -265,12 +234,11 @@ private:
     std::vector<std::int32_t> raises_of_;  // each slot's list
     std::vector<std::int32_t> doubled_;    // lists of nodes that both ports raise at times
     std::vector<arrival> arrivals_;
-    std::vector<std::int32_t> path_;
     std::int32_t least_depth_;
 };
 
 }  // namespace
 
-std::optional<sweep_forecast> forecast_sweeps() { return forecaster().run(); }
+std::optional<sweep_forecast> forecast_by_lists() { return forecaster().run(); }
 
 }  // namespace xfc

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "exact/optimizer/sweep_lists.h"
+#include "exact/optimizer/sweeps/sweep_lists.h"
 
 namespace xfc {
 
