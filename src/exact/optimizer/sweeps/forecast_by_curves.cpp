@@ -8,11 +8,10 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <utility>
 
 #include "exact/dfg/dfg.h"
-#include "exact/optimizer/sweeps/drivers_first.h"
+#include "exact/optimizer/sweeps/data_order.h"
 #include "exact/optimizer/sweeps/later_operand.h"
 #include "exact/optimizer/sweeps/ready_curve.h"
 #include "exact/optimizer/sweeps/sweep_counts.h"
@@ -29,13 +28,18 @@ public:
           depths_(unused_, slots() * steps_a_node + spare_steps),
           curves_(slots()),
           readers_(slots(), 0),
-          last_(slots()) {
+          covered_(slots()) {
         depth_.start = depth_.last = max_latency;
     }
 
     std::optional<sweep_forecast> run() {
-        count_readers();
-        for (const std::int32_t slot : slots_behind_drivers()) {
+        const std::vector<std::int32_t> order = slots_behind_drivers();
+        std::optional<std::vector<std::int32_t>> final_times = final_ready_times(order);
+        if (!final_times) {
+            return std::nullopt;
+        }
+        look_at_readers();
+        for (const std::int32_t slot : order) {
             if (!settle(slot)) {
                 return std::nullopt;
             }
@@ -44,64 +48,58 @@ public:
         forecast.balances = balances_.counts();
         forecast.balances.push_back(0);
         forecast.depths = depths(forecast.balances.size());
-        forecast.ready_times = std::move(last_);
+        forecast.ready_times = std::move(*final_times);
         return forecast;
     }
 
 private:
-    static constexpr std::size_t steps_a_node = 1000;
-    static constexpr std::size_t spare_steps = 100000;
+    /// Chains that repeat themselves take 5 to 50.
+    static constexpr std::size_t steps_a_node = 128;
+    static constexpr std::size_t spare_steps = 10000;
 
     static std::size_t slots() { return static_cast<std::size_t>(dfg_used_slots()); }
 
-    void count_readers() {
+    void look_at_readers() {
         for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
             for (std::int32_t port = 0; port < 2; ++port) {
                 if (const dfg_source* source = source_of(node_at(slot), port)) {
-                    ++readers_[static_cast<std::size_t>(source->node)];
+                    const auto driver = static_cast<std::size_t>(source->node);
+                    ++readers_[driver];
+                    covered_[driver] = covered_[driver] || (source->node < slot && attributes_at(slot).latency >= 0 &&
+                                                            port == port_counted_for_depth(slot));
                 }
             }
         }
     }
 
-    /// Finds the slot's curve and counts it; false when it cannot be told.
+    /// Finds the slot's curve and counts it; false when that would take too long.
     bool settle(std::int32_t slot) {
         const node_attributes& attributes = attributes_at(slot);
         std::array<operand_curve, 2> operands;
-        operand_curve counted;  // Kept: only the second port, if it has a driver, counts for the depth.
-        std::int64_t earliest = attributes.ready_time;
-        std::int64_t latest = attributes.ready_time;
         for (std::int32_t port = 0; port < 2; ++port) {
-            const dfg_source* source = source_of(node_at(slot), port);
-            if (source == nullptr) {
-                continue;
+            if (const dfg_source* source = source_of(node_at(slot), port)) {
+                operands[static_cast<std::size_t>(port)] = {&curves_[static_cast<std::size_t>(source->node)],
+                                                            source->node < slot ? 0 : 1, attributes.latency};
             }
-            const ready_curve& driver = curves_[static_cast<std::size_t>(source->node)];
-            counted = {&driver, source->node < slot ? 0 : 1, attributes.latency};
-            operands[static_cast<std::size_t>(port)] = counted;
-            earliest = std::min(earliest, driver.start + attributes.latency);
-            latest = std::max(latest, driver.last + attributes.latency);
         }
-        constexpr std::numeric_limits<std::int32_t> cycles;
-        if (earliest < cycles.min() || latest > cycles.max() || latest - earliest > cycles.max()) {
-            return false;
-        }
-        last_[static_cast<std::size_t>(slot)] = static_cast<std::int32_t>(latest);
         ready_curve& curve = curves_[static_cast<std::size_t>(slot)];
         curve = nodes_.of(attributes.ready_time, operands[0], operands[1]);
-        if (nodes_.exceeded() || !count_for_depth(counted)) {
+        const std::int32_t counted = port_counted_for_depth(slot);
+        if (counted >= 0 && !covered_[static_cast<std::size_t>(slot)]) {
+            count_for_depth(operands[static_cast<std::size_t>(counted)]);
+        }
+        if (nodes_.exceeded() || depths_.exceeded()) {
             return false;
         }
         count_raises(curve);
-        drop_drivers(slot);
+        drop_read_curves(slot);
         return true;
     }
 
-    bool count_for_depth(const operand_curve& counted) {
-        if (counted.driver != nullptr && counted.driver->last + counted.latency > depth_.start) {
+    void count_for_depth(const operand_curve& counted) {
+        if (counted.driver->last + counted.latency > depth_.start) {
             depth_ = depths_.of(depth_.start, {&depth_, 0, 0}, counted);
         }
-        return !depths_.exceeded();
     }
 
     void count_raises(const ready_curve& curve) {
@@ -119,12 +117,15 @@ private:
     }
 
     /// Drops the curves that no other node reads.
-    void drop_drivers(std::int32_t slot) {
+    void drop_read_curves(std::int32_t slot) {
         for (std::int32_t port = 0; port < 2; ++port) {
             const dfg_source* source = source_of(node_at(slot), port);
             if (source != nullptr && --readers_[static_cast<std::size_t>(source->node)] == 0) {
                 curves_[static_cast<std::size_t>(source->node)] = {};
             }
+        }
+        if (readers_[static_cast<std::size_t>(slot)] == 0) {
+            curves_[static_cast<std::size_t>(slot)] = {};
         }
     }
 
@@ -145,7 +146,8 @@ private:
     later_operand depths_;
     std::vector<ready_curve> curves_;    // each slot's, while it has readers
     std::vector<std::int32_t> readers_;  // ports that are still to read each slot's curve
-    std::vector<std::int32_t> last_;     // ready time after the last sweep, in cycles
+    // Whether a reader that sees a slot's time in the same sweep counts for the depth: then the slot itself need not.
+    std::vector<bool> covered_;
     ready_curve depth_;
 };
 

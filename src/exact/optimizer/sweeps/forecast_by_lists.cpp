@@ -20,8 +20,8 @@
 #include <utility>
 
 #include "exact/dfg/dfg.h"
+#include "exact/optimizer/sweeps/data_order.h"
 #include "exact/optimizer/sweeps/depth_profile.h"
-#include "exact/optimizer/sweeps/drivers_first.h"
 #include "exact/optimizer/sweeps/raise_merger.h"
 #include "exact/optimizer/sweeps/sweep_lists.h"
 #include "exact/run/run_state.h"
