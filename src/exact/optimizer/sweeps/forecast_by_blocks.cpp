@@ -1,5 +1,5 @@
-// Makes the sweeps over ready times, but not one by one over all nodes: node by node, a block of sweeps at a time. What a
-// node's drivers do in a block is complete when the node's turn comes, and the node's times are the later ones of two
+// Makes the sweeps over ready times, but not one by one over all nodes: node by node, a block of sweeps at a time. What
+// a node's drivers do in a block is complete when the node's turn comes, and the node's times are the later ones of two
 // arrays, which the machine compares several at a time:
 //
 //     sweep of the block       0 (before)  1   2   3   4
@@ -23,7 +23,7 @@ namespace xfc {
 
 namespace {
 
-constexpr std::size_t block_sweeps = 1024;
+constexpr std::size_t block_sweeps = 512;
 
 /// Times before a block and after each of its sweeps, in cycles.
 using block_times = std::array<std::int32_t, block_sweeps + 1>;
@@ -142,16 +142,16 @@ private:
     bool is_raised(std::int32_t slot) const {
         for (std::int32_t port = 0; port < 2; ++port) {
             const dfg_source* source = source_of(node_at(slot), port);
-            if (source != nullptr &&
-                (block_of_[index(source->node)] != not_raised ||
-                 now_[index(source->node)] + attributes_at(slot).latency > now_[index(slot)])) {
+            if (source != nullptr && (block_of_[index(source->node)] != not_raised ||
+                                      now_[index(source->node)] + attributes_at(slot).latency > now_[index(slot)])) {
                 return true;
             }
         }
         return false;
     }
 
-    /// The driver's times as the slot sees them in the sweeps 1, 2, ... of the block; null when nothing drives the port.
+    /// The driver's times as the slot sees them in the sweeps 1, 2, ... of the block; null when nothing drives the
+    /// port.
     const std::int32_t* driver_times(std::int32_t slot, std::int32_t port) {
         const dfg_source* source = source_of(node_at(slot), port);
         if (source == nullptr) {

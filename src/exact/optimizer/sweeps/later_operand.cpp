@@ -130,8 +130,7 @@ private:
         std::int64_t more = holder_before == holder_ ? most : 0;
         for (std::int32_t place = 0; place < block && more > 0; ++place) {
             const sweep_result& result = results[static_cast<std::size_t>(place)];
-            more = std::min({more,
-                             blocks_alike(result.first.ahead, gains[first_port] - gains[result.first.against]),
+            more = std::min({more, blocks_alike(result.first.ahead, gains[first_port] - gains[result.first.against]),
                              blocks_alike(result.second.ahead, gains[second_port] - gains[result.second.against])});
         }
         const auto blocks = static_cast<std::int32_t>(more);
@@ -151,7 +150,7 @@ private:
 
     curve_reader first_;
     curve_reader second_;
-    std::int64_t first_time_;   // what the ports ask for now, in cycles
+    std::int64_t first_time_;  // what the ports ask for now, in cycles
     std::int64_t second_time_;
     std::int64_t node_time_;
     holder holder_ = own_time;

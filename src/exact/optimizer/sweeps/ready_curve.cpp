@@ -11,17 +11,13 @@ constexpr std::int32_t no_raise = 0;
 
 }  // namespace
 
-/// The raise with which the stretch goes on repeating.
-std::int32_t curve_writer::continuation() const {
-    const raise_stretch& stretch = curve_.stretches.back();
-    return newest(stretch.period - 1 - stretch.length % stretch.period);
-}
-
 void curve_writer::append(std::int32_t raise) {
     curve_.last += raise;
     if (repeats_) {
-        if (raise == continuation()) {
-            ++curve_.stretches.back().length;
+        if (raise == newest(left_in_period_ - 1)) {
+            raise_stretch& stretch = curve_.stretches.back();
+            ++stretch.length;
+            left_in_period_ = left_in_period_ == 1 ? stretch.period : left_in_period_ - 1;
             return;
         }
         repeats_ = false;
@@ -65,6 +61,7 @@ void curve_writer::find_repetition() {
     }
     curve_.stretches.push_back({period, same + period});
     repeats_ = true;
+    left_in_period_ = period - same % period;
 }
 
 void curve_writer::append_repeated(const std::int32_t* block, std::int32_t period, std::int32_t length) {
@@ -92,7 +89,9 @@ void curve_writer::append_repeated(const std::int32_t* block, std::int32_t perio
         curve_.last += block[place];
         place = place + 1 == period ? 0 : place + 1;
     }
-    curve_.stretches.back().length += length;
+    raise_stretch& stretch = curve_.stretches.back();
+    stretch.length += length;
+    left_in_period_ = stretch.period - stretch.length % stretch.period;
 }
 
 ready_curve curve_writer::finish() {

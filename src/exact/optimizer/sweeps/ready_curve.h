@@ -6,8 +6,8 @@
 
 namespace xfc {
 
-/// Sweeps one behind the other whose raises repeat after `period` of them. Only the raises of the first period are kept;
-/// a stretch that does not repeat is its own period.
+/// Sweeps one behind the other whose raises repeat after `period` of them. Only the raises of the first period are
+/// kept; a stretch that does not repeat is its own period.
 struct raise_stretch {
     std::int32_t period;  ///< sweeps, 1 to `length`
     std::int32_t length;  ///< sweeps
@@ -38,17 +38,18 @@ public:
     [[nodiscard]] ready_curve finish();
 
 private:
-    /// Sweeps until a stretch is taken to repeat. Two periods: no shorter repetition within a period is mistaken for one.
+    /// Sweeps until a stretch is taken to repeat. Two periods: no shorter repetition within a period is mistaken for
+    /// one.
     static constexpr std::int32_t shortest_repetition = 2 * longest_period;
 
     [[nodiscard]] std::int32_t newest(std::int32_t back) const {
         return curve_.raises[curve_.raises.size() - 1 - static_cast<std::size_t>(back)];
     }
-    [[nodiscard]] std::int32_t continuation() const;
     void find_repetition();
 
     ready_curve curve_;
-    bool repeats_ = false;  // the stretch that is being written
+    bool repeats_ = false;             // the stretch that is being written
+    std::int32_t left_in_period_ = 0;  // if it does: sweeps to the end of the period it is in
 };
 
 /// Reads the raises of a curve sweep by sweep; behind the curve they are 0 for ever.
