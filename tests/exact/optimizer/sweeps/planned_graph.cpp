@@ -51,33 +51,33 @@ planned_graph chain(const std::vector<std::int32_t>& latencies) {
     return plan;
 }
 
-std::string compare_with_sweeps(const sweep_forecast& forecast) {
-    std::size_t sweep = 0;
-    std::int32_t balances = 0;
+sweep_forecast make_sweeps() {
+    sweep_forecast made;
     do {
-        balances = reference::sweep_ready_times();
-        const std::string where = "sweep " + std::to_string(sweep) + ": ";
-        if (sweep == forecast.balances.size() || sweep == forecast.depths.size()) {
-            return where + "not told";
-        }
-        if (forecast.balances[sweep] != balances) {
-            return where + std::to_string(forecast.balances[sweep]) + " raises instead of " + std::to_string(balances);
-        }
-        if (forecast.depths[sweep] != max_latency) {
-            return where + "depth " + std::to_string(forecast.depths[sweep]) + " instead of " +
-                   std::to_string(max_latency);
-        }
-        ++sweep;
-    } while (balances != 0);
-    if (sweep != forecast.balances.size() || sweep != forecast.depths.size()) {
-        return "too many sweeps told";
-    }
+        made.balances.push_back(reference::sweep_ready_times());
+        made.depths.push_back(max_latency);
+    } while (made.balances.back() != 0);
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        if (forecast.ready_times[static_cast<std::size_t>(slot)] != attributes_at(slot).ready_time) {
-            return "another ready time in slot " + std::to_string(slot);
-        }
+        made.ready_times.push_back(attributes_at(slot).ready_time);
     }
-    return {};
+    return made;
+}
+
+std::string difference(const sweep_forecast& told, const sweep_forecast& made) {
+    const auto compare = [](const std::vector<std::int32_t>& these, const std::vector<std::int32_t>& those,
+                            const std::string& what) -> std::string {
+        if (these == those) {
+            return {};
+        }
+        if (these.size() != those.size()) {
+            return std::to_string(these.size()) + what + " told instead of " + std::to_string(those.size());
+        }
+        const auto place = std::ranges::mismatch(these, those);
+        return what + " " + std::to_string(place.in1 - these.begin()) + ": " + std::to_string(*place.in1) +
+               " told instead of " + std::to_string(*place.in2);
+    };
+    return compare(told.balances, made.balances, " balances") + compare(told.depths, made.depths, " depths") +
+           compare(told.ready_times, made.ready_times, " ready times");
 }
 
 namespace {

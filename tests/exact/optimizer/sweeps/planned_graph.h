@@ -35,8 +35,11 @@ void build(const planned_graph& plan, const std::vector<std::size_t>& order);
 /// An input and nodes of those latencies, each driven by the one before.
 [[nodiscard]] planned_graph chain(const std::vector<std::int32_t>& latencies);
 
-/// Makes the sweeps that are told. Empty when both agree; otherwise the first difference.
-[[nodiscard]] std::string compare_with_sweeps(const sweep_forecast& forecast);
+/// Makes all sweeps that are to come.
+[[nodiscard]] sweep_forecast make_sweeps();
+
+/// Empty when the sweeps that are told are those that were made; otherwise the first difference.
+[[nodiscard]] std::string difference(const sweep_forecast& told, const sweep_forecast& made);
 
 /// A planned graph and its slots.
 struct planned_slots {
