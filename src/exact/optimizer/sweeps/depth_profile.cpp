@@ -14,17 +14,19 @@ namespace xfc {
 
 namespace {
 
+constexpr std::int32_t no_arrival = -1;
+
 /// An arrival among those of its list.
 struct listed_arrival {
     std::int32_t lag;
     std::int32_t last;
-    std::int32_t next;  // index of the next arrival of the same list, or `nothing`
+    std::int32_t next;  // index of the next arrival of the same list, or `no_arrival`
 };
 
 /// For each element the lists' neighbourhood at the distance of a period.
 struct list_period {
-    std::vector<std::int32_t> earlier;  // the element a period further down the list, or `nothing`
-    std::vector<std::int32_t> later;    // the element a period further up the longest branch, or `nothing`
+    std::vector<std::int32_t> earlier;  // the element a period further down the list, or `empty_list`
+    std::vector<std::int32_t> later;    // the element a period further up the longest branch, or `empty_list`
     std::vector<std::int32_t> cycles;   // of the raises of one period from this element on
     std::vector<std::int32_t> run_end;  // the last element down the list up to which `cycles` stays the same
 };
@@ -33,23 +35,23 @@ class depth_profile {
 public:
     explicit depth_profile(const sweep_lists& raises)
         : raises_(raises),
-          first_arrival_(static_cast<std::size_t>(raises.count()), nothing),
-          straight_(static_cast<std::size_t>(raises.count()), 1) {
-        for (std::int32_t raise = 1; raise < raises.count(); ++raise) {
-            if (raises.next_of(raise) == raise - 1) {
-                straight_[index(raise)] = straight_[index(raise - 1)] + 1;
+          first_arrival_(static_cast<std::size_t>(raises.count()), no_arrival),
+          consecutive_(static_cast<std::size_t>(raises.count()), 1) {
+        for (std::int32_t element = 1; element < raises.count(); ++element) {
+            if (raises.next_of(element) == element - 1) {
+                consecutive_[index(element)] = consecutive_[index(element - 1)] + 1;
             }
         }
     }
 
-    void add_arrival(std::int32_t raise, std::int32_t lag, std::int32_t last) {
-        const std::int32_t same = find_arrival(raise, lag);
-        if (same != nothing) {
+    void add_arrival(std::int32_t element, std::int32_t lag, std::int32_t last) {
+        const std::int32_t same = find_arrival(element, lag);
+        if (same != no_arrival) {
             arrivals_[index(same)].last = std::max(arrivals_[index(same)].last, last);
             return;
         }
-        arrivals_.push_back({lag, last, first_arrival_[index(raise)]});
-        first_arrival_[index(raise)] = static_cast<std::int32_t>(arrivals_.size()) - 1;
+        arrivals_.push_back({lag, last, first_arrival_[index(element)]});
+        first_arrival_[index(element)] = static_cast<std::int32_t>(arrivals_.size()) - 1;
     }
 
     /// Depths after the sweeps 1 to `sweeps`, none below `least`.
@@ -57,11 +59,11 @@ public:
         // One element more in front: sweeps count from 1.
         depths_.assign(index(sweeps) + 1, least);
         find_longest_branches();
-        move_arrivals_of_twigs();
+        move_arrivals_off_side_branches();
         choose_period();
-        for (std::int32_t raise = 0; raise < raises_.count(); ++raise) {
-            for (std::int32_t at = first_arrival_[index(raise)]; at != nothing; at = arrivals_[index(at)].next) {
-                take_in(raise, arrivals_[index(at)]);
+        for (std::int32_t element = 0; element < raises_.count(); ++element) {
+            for (std::int32_t at = first_arrival_[index(element)]; at != no_arrival; at = arrivals_[index(at)].next) {
+                raise_depths_by(element, arrivals_[index(at)]);
             }
         }
         for (std::size_t sweep = 1; sweep < depths_.size(); ++sweep) {
@@ -72,14 +74,14 @@ public:
     }
 
 private:
-    static constexpr std::int32_t longest_period = 16;  // elements
-    static constexpr std::int32_t longest_twig = 8;     // elements
+    static constexpr std::int32_t longest_period = 16;      // elements
+    static constexpr std::int32_t longest_side_branch = 8;  // elements
 
     static std::size_t index(std::int32_t number) { return static_cast<std::size_t>(number); }
 
-    [[nodiscard]] std::int32_t find_arrival(std::int32_t raise, std::int32_t lag) const {
-        std::int32_t at = first_arrival_[index(raise)];
-        while (at != nothing && arrivals_[index(at)].lag != lag) {
+    [[nodiscard]] std::int32_t find_arrival(std::int32_t element, std::int32_t lag) const {
+        std::int32_t at = first_arrival_[index(element)];
+        while (at != no_arrival && arrivals_[index(at)].lag != lag) {
             at = arrivals_[index(at)].next;
         }
         return at;
@@ -89,16 +91,17 @@ private:
         depths_[index(sweep)] = std::max(depths_[index(sweep)], depth);
     }
 
-    /// Takes in `last` less the totals of `count` elements from `raise` on, the first of them after `sweep`.
-    void take_in_elements(std::int32_t last, std::int32_t raise, std::int32_t sweep, std::int32_t count) {
+    /// Raises the depths to `last` less the totals of `count` elements from `element` on, the first of them after
+    /// `sweep`.
+    void raise_depths(std::int32_t last, std::int32_t element, std::int32_t sweep, std::int32_t count) {
         while (count > 0) {
-            const std::int32_t together = std::min(count, straight_[index(raise)]);
-            const std::int32_t* totals = raises_.totals() + (raise - together + 1);
+            const std::int32_t together = std::min(count, consecutive_[index(element)]);
+            const std::int32_t* totals = raises_.totals() + (element - together + 1);
             std::int32_t* reached = &depths_[index(sweep)];
             for (std::int32_t place = 0; place < together; ++place) {
                 reached[place] = std::max(reached[place], last - totals[together - 1 - place]);
             }
-            raise = raises_.next_of(raise - together + 1);
+            element = raises_.next_of(element - together + 1);
             sweep += together;
             count -= together;
         }
@@ -108,39 +111,40 @@ private:
     void find_longest_branches() {
         const std::size_t count = index(raises_.count());
         branch_length_.assign(count, 1);
-        longest_branch_.assign(count, nothing);
-        for (std::int32_t raise = raises_.count() - 1; raise >= 0; --raise) {
-            const std::int32_t next = raises_.next_of(raise);
-            if (next != nothing && branch_length_[index(next)] <= branch_length_[index(raise)]) {
-                branch_length_[index(next)] = branch_length_[index(raise)] + 1;
-                longest_branch_[index(next)] = raise;
+        longest_branch_.assign(count, empty_list);
+        for (std::int32_t element = raises_.count() - 1; element >= 0; --element) {
+            const std::int32_t next = raises_.next_of(element);
+            if (next != empty_list && branch_length_[index(next)] <= branch_length_[index(element)]) {
+                branch_length_[index(next)] = branch_length_[index(element)] + 1;
+                longest_branch_[index(next)] = element;
             }
         }
     }
 
     /// Arrivals of short side branches become arrivals of the list that the branch leaves, so that they can be compared
     /// with those of other branches of that list.
-    void move_arrivals_of_twigs() {
-        std::vector<bool> on_twig(index(raises_.count()));
-        for (std::int32_t raise = 0; raise < raises_.count(); ++raise) {
-            const std::int32_t next = raises_.next_of(raise);
-            on_twig[index(raise)] =
-                next != nothing && (on_twig[index(next)] || (longest_branch_[index(next)] != raise &&
-                                                             branch_length_[index(raise)] <= longest_twig));
+    void move_arrivals_off_side_branches() {
+        std::vector<bool> on_side_branch(index(raises_.count()));
+        for (std::int32_t element = 0; element < raises_.count(); ++element) {
+            const std::int32_t next = raises_.next_of(element);
+            on_side_branch[index(element)] =
+                next != empty_list &&
+                (on_side_branch[index(next)] ||
+                 (longest_branch_[index(next)] != element && branch_length_[index(element)] <= longest_side_branch));
         }
-        for (std::int32_t raise = raises_.count() - 1; raise >= 0; --raise) {
-            if (!on_twig[index(raise)]) {
+        for (std::int32_t element = raises_.count() - 1; element >= 0; --element) {
+            if (!on_side_branch[index(element)]) {
                 continue;
             }
-            const std::int32_t next = raises_.next_of(raise);
-            for (std::int32_t at = first_arrival_[index(raise)]; at != nothing; at = arrivals_[index(at)].next) {
+            const std::int32_t next = raises_.next_of(element);
+            for (std::int32_t at = first_arrival_[index(element)]; at != no_arrival; at = arrivals_[index(at)].next) {
                 const listed_arrival moved = arrivals_[index(at)];
                 if (moved.lag > 0) {
-                    raise_depth(moved.lag, moved.last - raises_.total_of(raise));
+                    raise_depth(moved.lag, moved.last - raises_.total_of(element));
                 }
                 add_arrival(next, moved.lag + 1, moved.last);
             }
-            first_arrival_[index(raise)] = nothing;
+            first_arrival_[index(element)] = no_arrival;
         }
     }
 
@@ -167,65 +171,65 @@ private:
         tried.cycles.resize(count);
         tried.run_end.resize(count);
         std::size_t breaks = 0;
-        for (std::int32_t raise = 0; raise < raises_.count(); ++raise) {
-            std::int32_t& earlier = tried.earlier[index(raise)];
-            std::int32_t& later = tried.later[index(raise)];
-            earlier = earlier == nothing ? nothing : raises_.next_of(earlier);
-            later = later == nothing ? nothing : longest_branch_[index(later)];
-            tried.cycles[index(raise)] = raises_.total_of(raise) - raises_.total_of(earlier);
-            const std::int32_t next = raises_.next_of(raise);
-            const bool goes_on = next != nothing && tried.cycles[index(next)] == tried.cycles[index(raise)];
-            tried.run_end[index(raise)] = goes_on ? tried.run_end[index(next)] : raise;
-            breaks += (goes_on ? 0U : 1U) + arrivals_without_partner(raise, later);
+        for (std::int32_t element = 0; element < raises_.count(); ++element) {
+            std::int32_t& earlier = tried.earlier[index(element)];
+            std::int32_t& later = tried.later[index(element)];
+            earlier = earlier == empty_list ? empty_list : raises_.next_of(earlier);
+            later = later == empty_list ? empty_list : longest_branch_[index(later)];
+            tried.cycles[index(element)] = raises_.total_of(element) - raises_.total_of(earlier);
+            const std::int32_t next = raises_.next_of(element);
+            const bool goes_on = next != empty_list && tried.cycles[index(next)] == tried.cycles[index(element)];
+            tried.run_end[index(element)] = goes_on ? tried.run_end[index(next)] : element;
+            breaks += (goes_on ? 0U : 1U) + arrivals_without_partner(element, later);
         }
         return breaks;
     }
 
     /// Arrivals of the list that have no like among those of the later one.
-    [[nodiscard]] std::size_t arrivals_without_partner(std::int32_t raise, std::int32_t later) const {
+    [[nodiscard]] std::size_t arrivals_without_partner(std::int32_t element, std::int32_t later) const {
         std::size_t count = 0;
-        for (std::int32_t at = first_arrival_[index(raise)]; at != nothing && later != nothing;
+        for (std::int32_t at = first_arrival_[index(element)]; at != no_arrival && later != empty_list;
              at = arrivals_[index(at)].next) {
-            count += find_arrival(later, arrivals_[index(at)].lag) == nothing ? 1U : 0U;
+            count += find_arrival(later, arrivals_[index(at)].lag) == no_arrival ? 1U : 0U;
         }
         return count;
     }
 
-    void take_in(std::int32_t raise, const listed_arrival& late) {
-        const std::int32_t later = period_.later.empty() ? nothing : period_.later[index(raise)];
-        const std::int32_t partner = later == nothing ? nothing : find_arrival(later, late.lag);
-        const std::int32_t first = late.lag == 0 ? raises_.next_of(raise) : raise;
-        const std::int32_t first_sweep = std::max(late.lag, 1);
-        if (partner == nothing) {
-            take_in_elements(late.last, first, first_sweep, raises_.length_of(first));
+    void raise_depths_by(std::int32_t element, const listed_arrival& arrived) {
+        const std::int32_t later = period_.later.empty() ? empty_list : period_.later[index(element)];
+        const std::int32_t partner = later == empty_list ? no_arrival : find_arrival(later, arrived.lag);
+        const std::int32_t first = arrived.lag == 0 ? raises_.next_of(element) : element;
+        const std::int32_t first_sweep = std::max(arrived.lag, 1);
+        if (partner == no_arrival) {
+            raise_depths(arrived.last, first, first_sweep, raises_.length_of(first));
         } else {
-            take_in_where_later(late, first, first_sweep, late.lag == 0 ? raises_.next_of(later) : later,
-                                arrivals_[index(partner)].last - late.last);
+            raise_depths_where_later(arrived, first, first_sweep, arrived.lag == 0 ? raises_.next_of(later) : later,
+                                     arrivals_[index(partner)].last - arrived.last);
         }
-        raise_depth(first_sweep + raises_.length_of(first), late.last);
+        raise_depth(first_sweep + raises_.length_of(first), arrived.last);
     }
 
-    /// Takes in an arrival only where the one a period further up, which ends `ahead` cycles later, is earlier: where
-    /// more than that is raised within the period.
-    void take_in_where_later(const listed_arrival& late, std::int32_t raise, std::int32_t sweep, std::int32_t later,
-                             std::int32_t ahead) {
-        while (raise != nothing) {
+    /// Raises the depths by an arrival only where the one a period further up, which ends `ahead` cycles later, is
+    /// earlier: where more than that is raised within the period.
+    void raise_depths_where_later(const listed_arrival& arrived, std::int32_t element, std::int32_t sweep,
+                                  std::int32_t later, std::int32_t ahead) {
+        while (element != empty_list) {
             const std::int32_t end = period_.run_end[index(later)];
             const std::int32_t count =
-                std::min(raises_.length_of(later) - raises_.length_of(end) + 1, raises_.length_of(raise));
+                std::min(raises_.length_of(later) - raises_.length_of(end) + 1, raises_.length_of(element));
             if (period_.cycles[index(later)] > ahead) {
-                take_in_elements(late.last, raise, sweep, count);
+                raise_depths(arrived.last, element, sweep, count);
             }
             sweep += count;
             later = raises_.next_of(end);
-            raise = later == nothing ? nothing : period_.earlier[index(later)];
+            element = later == empty_list ? empty_list : period_.earlier[index(later)];
         }
     }
 
     const sweep_lists& raises_;
     std::vector<listed_arrival> arrivals_;
     std::vector<std::int32_t> first_arrival_;   // of each element's list
-    std::vector<std::int32_t> straight_;        // elements from this one on whose indices fall by 1
+    std::vector<std::int32_t> consecutive_;     // elements from this one on whose indices fall by 1
     std::vector<std::int32_t> branch_length_;   // elements of the longest branch from this one up, it included
     std::vector<std::int32_t> longest_branch_;  // the element that this one follows on the longest branch
     list_period period_;
@@ -237,8 +241,8 @@ private:
 std::vector<std::int32_t> depths_of_sweeps(const sweep_lists& raises, std::span<const arrival> arrivals,
                                            std::int32_t sweeps, std::int32_t least) {
     depth_profile profile(raises);
-    for (const arrival& late : arrivals) {
-        profile.add_arrival(late.raise, late.lag, late.last);
+    for (const arrival& arrived : arrivals) {
+        profile.add_arrival(arrived.raises, arrived.lag, arrived.last);
     }
     return profile.depths(sweeps, least);
 }
