@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <random>
 #include <string>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "exact/optimizer/sweeps/forecast_by_curves.h"
 #include "exact/optimizer/sweeps/forecast_by_lists.h"
 #include "exact/optimizer/sweeps/planned_graph.h"
+#include "exact/optimizer/sweeps/rounds.h"
 #include "exact/reference/optimizer/reference_passes.h"
 #include "exact/run/run_state.h"
 #include "exact/support/compile.h"
@@ -266,12 +266,6 @@ private:
     std::array<int, methods_.size()> told_{};
     std::size_t sweeps_ = 0;
 };
-
-/// More rounds for a proof that takes minutes: times the number in XFC_FORECAST_ROUNDS.
-int rounds(int usual) {
-    const char* times = std::getenv("XFC_FORECAST_ROUNDS");
-    return times == nullptr ? usual : usual * std::stoi(times);
-}
 
 TEST(sweep_forecast, over_random_chains_is_what_sweeps_come_to) {
     std::mt19937 random(19580);  // NOLINT: the same graphs in every run
