@@ -130,6 +130,9 @@ private:
         std::int64_t more = holder_before == holder_ ? most : 0;
         for (std::int32_t place = 0; place < block && more > 0; ++place) {
             const sweep_result& result = results[static_cast<std::size_t>(place)];
+            if (gains[result.first.against] != gains[holder_]) {
+                more = 0;  // The node's raises change from block to block while two times that drift apart take turns.
+            }
             more = std::min({more, blocks_alike(result.first.ahead, gains[first_port] - gains[result.first.against]),
                              blocks_alike(result.second.ahead, gains[second_port] - gains[result.second.against])});
         }

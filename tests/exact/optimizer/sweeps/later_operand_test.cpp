@@ -118,7 +118,7 @@ private:
 
 TEST(later_operand, raises_a_node_as_sweeps_do) {
     random_operands random(4711);  // the same operands in every run
-    const int count = rounds(300);
+    const int count = rounds(1000);
     for (int round = 0; round < count; ++round) {
         const planned_operand first = random.make();
         const planned_operand second = random.make();
@@ -127,6 +127,19 @@ TEST(later_operand, raises_a_node_as_sweeps_do) {
         ASSERT_TRUE(sweep_by_sweep(start, first, second, sweeps) == many_at_a_time(start, first, second, sweeps))
             << "round " << round;
     }
+}
+
+TEST(later_operand, goes_sweep_by_sweep_while_two_operands_that_drift_apart_take_turns) {
+    raises_by_sweep fast;
+    raises_by_sweep slow;
+    for (int block = 0; block < 50; ++block) {
+        fast.insert(fast.end(), {10, 28});
+        slow.insert(slow.end(), {27, 10});
+    }
+    const planned_operand first{0, fast, 0, 3};
+    const planned_operand second{0, slow, 0, 0};
+    const std::size_t sweeps = 101;
+    EXPECT_TRUE(sweep_by_sweep(0, first, second, sweeps) == many_at_a_time(0, first, second, sweeps));
 }
 
 ready_curve steady_rise(std::int32_t raise, std::int32_t sweeps) {
