@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <random>
 #include <string>
@@ -297,6 +298,51 @@ TEST(sweep_forecast, over_random_values_that_read_the_one_before_twice_is_what_s
     EXPECT_GT(checks.told_by_curves(), count * 9 / 10);
     EXPECT_EQ(checks.told_by_blocks(), count);
     EXPECT_GT(checks.sweeps(), static_cast<std::size_t>(count) * 30);
+}
+
+/// Adds rungs, each a step behind the one before, which it sees a sweep late, and behind each rung the latest one so
+/// far. Returns the latest of all.
+std::size_t add_ladder(planned_slots& graph, std::size_t foot, const std::vector<std::int32_t>& steps) {
+    std::size_t rung = foot;
+    std::size_t latest = foot;
+    for (const std::int32_t step : steps) {
+        graph.plan.push_back({step, {rung}});
+        rung = graph.plan.size() - 1;
+        graph.order.insert(graph.order.begin(), rung);
+        graph.plan.push_back({0, {latest, rung}});
+        latest = graph.plan.size() - 1;
+        graph.order.push_back(latest);
+    }
+    return latest;
+}
+
+TEST(sweep_forecast, over_two_ladders_has_the_max_plus_convolution_of_their_steps_as_depths) {
+    std::mt19937 random(1729);  // NOLINT: the same graph in every run
+    constexpr std::size_t rungs = 60;
+    constexpr std::int32_t before = 10000;
+    planned_slots graph{{{before, {}}}, {0}};
+    std::array<std::vector<std::int32_t>, 2> sums;
+    std::size_t foot = 0;
+    for (std::vector<std::int32_t>& sum : sums) {
+        std::vector<std::int32_t> steps(rungs);
+        sum = {0};
+        for (std::int32_t& step : steps) {
+            step = std::uniform_int_distribution<std::int32_t>(0, 9)(random);
+            sum.push_back(sum.back() + step);
+        }
+        foot = add_ladder(graph, foot, steps);
+    }
+    build(graph.plan, graph.order);
+    const std::optional<sweep_forecast> forecast = forecast_sweeps();
+    ASSERT_TRUE(forecast.has_value());
+    for (std::size_t sweep = 1; sweep <= 2 * rungs; ++sweep) {
+        std::int32_t depth = 0;
+        for (std::size_t first = 1; first <= std::min(sweep, rungs); ++first) {
+            depth = std::max(depth, before + sums[0][first] + sums[1][std::min(sweep - first, rungs)]);
+        }
+        ASSERT_EQ(forecast->depths[std::min(sweep, forecast->depths.size()) - 1], depth) << sweep;
+    }
+    EXPECT_EQ(difference(*forecast, make_sweeps()), "");
 }
 
 TEST(sweep_forecast, is_what_sweeps_over_mostly_regular_chains_come_to) {
