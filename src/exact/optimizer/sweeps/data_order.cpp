@@ -53,8 +53,8 @@ std::optional<std::vector<std::int32_t>> final_ready_times(std::span<const std::
                 latest = std::max(latest, latency + times[static_cast<std::size_t>(source->node)]);
             }
         }
-        constexpr std::numeric_limits<std::int32_t> cycles;
-        if (earliest < cycles.min() || latest > cycles.max() || latest - earliest > cycles.max()) {
+        using cycles = std::numeric_limits<std::int32_t>;
+        if (earliest < cycles::min() || latest > cycles::max() || latest - earliest > cycles::max()) {
             return std::nullopt;
         }
         times[static_cast<std::size_t>(slot)] = static_cast<std::int32_t>(latest);

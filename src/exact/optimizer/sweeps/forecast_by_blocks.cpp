@@ -31,7 +31,8 @@ constexpr std::size_t block_sweeps = 512;
 #endif
 
 /// Times before a block and after each of its sweeps, in cycles.
-using block_times = std::array<std::int32_t, block_sweeps + 1>;
+constexpr std::size_t times_a_block = block_sweeps + 1;
+using block_times = std::array<std::int32_t, times_a_block>;
 
 /// Raises `node` by one operand: `asked` less `latency` holds what it asks for after the sweeps 1, 2, ...
 void raise_by_one(block_times& node, const std::int32_t* asked, std::int32_t latency, block_times& balances) {

@@ -153,8 +153,8 @@ planned_slots chain_that_skips_values(const std::vector<std::int32_t>& latencies
 }
 
 TEST(sweep_forecast, tells_how_the_way_of_more_cycles_overtakes_the_one_of_fewer_sweeps) {
-    const planned_slots graph = chain_that_skips_values(std::vector<std::int32_t>(500, 3));
-    build(graph.plan, graph.order);
+    const planned_slots planned = chain_that_skips_values(std::vector<std::int32_t>(500, 3));
+    build(planned.plan, planned.order);
     EXPECT_FALSE(forecast_by_lists().has_value());
     const std::optional<sweep_forecast> forecast = forecast_by_curves();
     ASSERT_TRUE(forecast.has_value());
@@ -167,12 +167,12 @@ TEST(sweep_forecast, tells_how_ways_overtake_each_other_that_do_not_repeat) {
     for (std::int32_t& latency : latencies) {
         latency = std::uniform_int_distribution<std::int32_t>(1, 9)(random);
     }
-    const planned_slots graph = chain_that_skips_values(latencies);
-    build(graph.plan, graph.order);
+    const planned_slots planned = chain_that_skips_values(latencies);
+    build(planned.plan, planned.order);
     EXPECT_FALSE(forecast_by_lists().has_value());
     EXPECT_FALSE(forecast_by_curves().has_value());
     const std::string lines = catch_output(balance_latencies).standard_output;
-    build(graph.plan, graph.order);
+    build(planned.plan, planned.order);
     EXPECT_EQ(lines, catch_output(reference::balance_latencies).standard_output);
 }
 
@@ -237,8 +237,8 @@ struct forecast_method {
 /// Tells the sweeps over graphs in every way and then makes them.
 class random_rounds {
 public:
-    void check(const planned_slots& graph, int sweeps_before) {
-        build(graph.plan, graph.order);
+    void check(const planned_slots& planned, int sweeps_before) {
+        build(planned.plan, planned.order);
         for (; sweeps_before > 0; --sweeps_before) {
             reference::sweep_ready_times();
         }
@@ -274,8 +274,8 @@ TEST(sweep_forecast, over_random_chains_is_what_sweeps_come_to) {
     const int count = rounds(200);
     for (int round = 0; round < count; ++round) {
         SCOPED_TRACE(round);
-        const planned_slots graph = random_chains(random);
-        checks.check(graph, std::uniform_int_distribution<int>(0, 20)(random));
+        const planned_slots planned = random_chains(random);
+        checks.check(planned, std::uniform_int_distribution<int>(0, 20)(random));
         ASSERT_FALSE(HasFatalFailure());
     }
     EXPECT_GT(checks.told_by_lists(), count * 19 / 20);
@@ -290,8 +290,8 @@ TEST(sweep_forecast, over_random_values_that_read_the_one_before_twice_is_what_s
     const int count = rounds(100);
     for (int round = 0; round < count; ++round) {
         SCOPED_TRACE(round);
-        const planned_slots graph = random_double_reads(random, round % 10 == 0 ? 200 : 80);
-        checks.check(graph, std::uniform_int_distribution<int>(0, 3)(random) * 6);
+        const planned_slots planned = random_double_reads(random, round % 10 == 0 ? 200 : 80);
+        checks.check(planned, std::uniform_int_distribution<int>(0, 3)(random) * 6);
         ASSERT_FALSE(HasFatalFailure());
     }
     EXPECT_GT(checks.told_by_lists(), count * 7 / 10);
@@ -302,16 +302,16 @@ TEST(sweep_forecast, over_random_values_that_read_the_one_before_twice_is_what_s
 
 /// Adds rungs, each a step behind the one before, which it sees a sweep late, and behind each rung the latest one so
 /// far. Returns the latest of all.
-std::size_t add_ladder(planned_slots& graph, std::size_t foot, const std::vector<std::int32_t>& steps) {
+std::size_t add_ladder(planned_slots& planned, std::size_t foot, const std::vector<std::int32_t>& steps) {
     std::size_t rung = foot;
     std::size_t latest = foot;
     for (const std::int32_t step : steps) {
-        graph.plan.push_back({step, {rung}});
-        rung = graph.plan.size() - 1;
-        graph.order.insert(graph.order.begin(), rung);
-        graph.plan.push_back({0, {latest, rung}});
-        latest = graph.plan.size() - 1;
-        graph.order.push_back(latest);
+        planned.plan.push_back({step, {rung}});
+        rung = planned.plan.size() - 1;
+        planned.order.insert(planned.order.begin(), rung);
+        planned.plan.push_back({0, {latest, rung}});
+        latest = planned.plan.size() - 1;
+        planned.order.push_back(latest);
     }
     return latest;
 }
@@ -320,7 +320,7 @@ TEST(sweep_forecast, over_two_ladders_has_the_max_plus_convolution_of_their_step
     std::mt19937 random(1729);  // NOLINT: the same graph in every run
     constexpr std::size_t rungs = 60;
     constexpr std::int32_t before = 10000;
-    planned_slots graph{{{before, {}}}, {0}};
+    planned_slots planned{{{before, {}}}, {0}};
     std::array<std::vector<std::int32_t>, 2> sums;
     std::size_t foot = 0;
     for (std::vector<std::int32_t>& sum : sums) {
@@ -330,9 +330,9 @@ TEST(sweep_forecast, over_two_ladders_has_the_max_plus_convolution_of_their_step
             step = std::uniform_int_distribution<std::int32_t>(0, 9)(random);
             sum.push_back(sum.back() + step);
         }
-        foot = add_ladder(graph, foot, steps);
+        foot = add_ladder(planned, foot, steps);
     }
-    build(graph.plan, graph.order);
+    build(planned.plan, planned.order);
     const std::optional<sweep_forecast> forecast = forecast_sweeps();
     ASSERT_TRUE(forecast.has_value());
     for (std::size_t sweep = 1; sweep <= 2 * rungs; ++sweep) {
