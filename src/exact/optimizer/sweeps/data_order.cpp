@@ -23,7 +23,9 @@ std::vector<std::int32_t> slots_behind_drivers() {
     };
     std::vector<std::int32_t> path;
     for (std::int32_t first = 0; first < dfg_used_slots(); ++first) {
-        path.push_back(first);
+        if (!placed[static_cast<std::size_t>(first)]) {
+            path.push_back(first);
+        }
         while (!path.empty()) {
             const std::int32_t slot = path.back();
             if (const std::int32_t driver = waits_for(slot); driver != no_slot) {
