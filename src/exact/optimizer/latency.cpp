@@ -13,7 +13,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/cycle_check.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/optimizer/sweep_forecast.h"
+#include "exact/optimizer/sweeps/sweep_forecast.h"
 #include "exact/run/compilation.h"
 #include "exact/run/console.h"
 

@@ -7,14 +7,14 @@
 #include <optional>
 #include <vector>
 
-#include "exact/optimizer/sweep_lists.h"
+#include "exact/optimizer/sweeps/sweep_lists.h"
 
 namespace xfc {
 
 /// What two operands together still do to a node.
 struct merged_raises {
-    std::int32_t raises;   ///< cycles in each sweep, in the lists of raises
-    std::int32_t doubles;  ///< 1 for each sweep in which both ports raise the node, in the lists of doubles
+    std::int32_t raises;         ///< cycles in each sweep, in the lists of raises
+    std::int32_t second_raises;  ///< 1 for each sweep in which both ports raise the node, in lists of their own
 };
 
 /// Merges the raises of two operands: the later one counts in each sweep. What is once merged is known from then on;
@@ -22,8 +22,8 @@ struct merged_raises {
 class raise_merger {
 public:
     /// `most_merges` bounds the time and memory that all merges together take.
-    raise_merger(sweep_lists& raises, sweep_lists& doubles, std::size_t most_merges)
-        : raises_(raises), doubles_(doubles), most_merges_(most_merges) {}
+    raise_merger(sweep_lists& raises, sweep_lists& second_raises, std::size_t most_merges)
+        : raises_(raises), second_raises_(second_raises), most_merges_(most_merges) {}
 
     /// Two lists of raises, `first` for the first port; `first_ahead` is how many cycles its last time is after the
     /// second one's, negative when it is before. The node has the later of the two times now. Nothing comes back when
@@ -50,10 +50,10 @@ private:
     [[nodiscard]] std::optional<merged_raises> known(const merge_key& key) const;
 
     sweep_lists& raises_;
-    sweep_lists& doubles_;
+    sweep_lists& second_raises_;
     std::size_t most_merges_;
     tsl::robin_map<merge_key, merged_raises, merge_hash> merges_;
-    std::vector<merge_key> path_;
+    std::vector<merge_key> unmerged_;
 };
 
 }  // namespace xfc

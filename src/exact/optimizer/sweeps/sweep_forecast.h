@@ -14,9 +14,8 @@ struct sweep_forecast {
 };
 
 /// Tells all sweeps to come from the ready times and `max_latency` as they are; changes nothing. Takes time near linear
-/// in nodes and sweeps where a chain repeats itself. Nothing comes back when it would take much longer, when a node is
-/// far behind its drivers, or when a time is negative or leaves 32 bits; after more sweeps it may. The graph must have
-/// no cycle.
+/// in nodes and sweeps where a chain repeats itself, at worst a small part of what making the sweeps takes. Nothing
+/// comes back when a time leaves 32 bits; after more sweeps it may. The graph must have no cycle.
 [[nodiscard]] std::optional<sweep_forecast> forecast_sweeps();
 
 }  // namespace xfc

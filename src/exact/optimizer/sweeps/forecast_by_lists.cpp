@@ -12,7 +12,7 @@
 // of sweeps that still raise it, which gives the balances. Its ready time after some sweeps is the last one less what
 // then remains of the list, which gives the depth.
 
-#include "exact/optimizer/sweep_forecast.h"
+#include "exact/optimizer/sweeps/forecast_by_lists.h"
 
 #include <algorithm>
 #include <array>
@@ -20,9 +20,10 @@
 #include <utility>
 
 #include "exact/dfg/dfg.h"
-#include "exact/optimizer/depth_profile.h"
-#include "exact/optimizer/raise_merger.h"
-#include "exact/optimizer/sweep_lists.h"
+#include "exact/optimizer/sweeps/data_order.h"
+#include "exact/optimizer/sweeps/depth_profile.h"
+#include "exact/optimizer/sweeps/raise_merger.h"
+#include "exact/optimizer/sweeps/sweep_lists.h"
 #include "exact/run/compilation.h"
 
 namespace xfc {
@@ -45,7 +46,7 @@ void add_elements(const sweep_lists& lists, std::vector<std::int32_t> nodes, ele
             }
         }
         const std::int32_t next = lists.next_of(list);
-        if (next == nothing) {
+        if (next == empty_list) {
             continue;
         }
         std::vector<std::int32_t>& behind = leading[static_cast<std::size_t>(next)];
@@ -62,14 +63,14 @@ void add_elements(const sweep_lists& lists, std::vector<std::int32_t> nodes, ele
 class forecaster {
 public:
     forecaster()
-        : merger_(raises_, doubles_, static_cast<std::size_t>(dfg_used_slots()) * merges_a_node + spare_merges),
+        : merger_(raises_, second_raises_, static_cast<std::size_t>(dfg_used_slots()) * merges_a_node + spare_merges),
           last_(static_cast<std::size_t>(dfg_used_slots())),
-          raises_of_(static_cast<std::size_t>(dfg_used_slots()), unknown),
+          raises_of_(static_cast<std::size_t>(dfg_used_slots()), empty_list),
           least_depth_(current.max_latency) {}
 
     std::optional<sweep_forecast> run() {
-        for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-            if (!follow(slot)) {
+        for (const std::int32_t slot : slots_behind_drivers()) {
+            if (!settle(slot)) {
                 return std::nullopt;
             }
         }
@@ -82,7 +83,6 @@ public:
     }
 
 private:
-    static constexpr std::int32_t unknown = -2;
     static constexpr std::size_t merges_a_node = 4;
     static constexpr std::size_t spare_merges = 10000;
     /// Sweeps until a node has caught up with its drivers; in a chain that more sweeps have run over it is 1.
@@ -91,42 +91,12 @@ private:
     std::int32_t& raises_of(std::int32_t slot) { return raises_of_[static_cast<std::size_t>(slot)]; }
     std::int32_t& last_of(std::int32_t slot) { return last_[static_cast<std::size_t>(slot)]; }
 
-    /// Settles the slot after all that drive it; false when its raises cannot be told.
-    bool follow(std::int32_t first) {
-        if (raises_of(first) != unknown) {
-            return true;
-        }
-        path_.push_back(first);
-        while (!path_.empty()) {
-            const std::int32_t slot = path_.back();
-            const std::int32_t driver = unknown_driver(slot);
-            if (driver != no_slot) {
-                path_.push_back(driver);
-                continue;
-            }
-            path_.pop_back();
-            if (raises_of(slot) == unknown && !settle(slot)) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    std::int32_t unknown_driver(std::int32_t slot) {
-        for (std::int32_t port = 0; port < 2; ++port) {
-            const dfg_source* source = source_of(node_at(slot), port);
-            if (source != nullptr && raises_of(source->node) == unknown) {
-                return source->node;
-            }
-        }
-        return no_slot;
-    }
-
     /// What a port asks of its node: `last` less the total of `raises` once `lag` sweeps have passed, and so on.
     struct operand {
-        std::int32_t raises = nothing;
-        std::int32_t lag = 0;                                          // sweeps
-        std::int32_t last = std::numeric_limits<std::int32_t>::min();  // cycles; the least when nothing drives the port
+        std::int32_t raises = empty_list;
+        std::int32_t lag = 0;  // sweeps
+        std::int32_t last =
+            std::numeric_limits<std::int32_t>::min();  // cycles; the least when empty_list drives the port
     };
 
     bool settle(std::int32_t slot) {
@@ -150,15 +120,15 @@ private:
         }
         count_arrival(counted);
         last_of(slot) = std::max({attributes.ready_time, operands[0].last, operands[1].last});
-        raises_of(slot) = nothing;
-        return last_of(slot) == attributes.ready_time || hand_down(operands, slot);
+        raises_of(slot) = empty_list;
+        return last_of(slot) == attributes.ready_time || list_raises(operands, slot);
     }
 
     void count_arrival(const operand& counted) {
         if (counted.last <= current.max_latency) {
             return;
         }
-        if (counted.raises == nothing) {
+        if (counted.raises == empty_list) {
             least_depth_ = std::max(least_depth_, counted.last);
         } else {
             arrivals_.push_back({counted.raises, counted.lag, counted.last});
@@ -166,7 +136,7 @@ private:
     }
 
     /// Gives the slot its list of raises, out of its operands'.
-    bool hand_down(std::array<operand, 2> operands, std::int32_t slot) {
+    bool list_raises(std::array<operand, 2> operands, std::int32_t slot) {
         const std::int32_t ready_time = attributes_at(slot).ready_time;
         for (operand& each : operands) {
             if (each.last <= ready_time) {
@@ -175,8 +145,8 @@ private:
         }
         // Sweep by sweep, until the operands have passed the node's own time.
         std::array<std::int32_t, most_sweeps_behind> raises{};
-        std::array<std::int32_t, most_sweeps_behind> doubles{};
-        std::array<std::int32_t, 2> left{nothing, nothing};
+        std::array<std::int32_t, most_sweeps_behind> second_raises{};
+        std::array<std::int32_t, 2> left{empty_list, empty_list};
         std::int32_t time = ready_time;
         std::int32_t asked = 0;
         std::int32_t sweeps = 0;
@@ -193,7 +163,7 @@ private:
             asked = std::max(times[0], times[1]);
             const auto place = static_cast<std::size_t>(sweeps);
             raises[place] = std::max(asked - time, 0);
-            doubles[place] = times[0] > time && times[1] > times[0] ? 1 : 0;
+            second_raises[place] = times[0] > time && times[1] > times[0] ? 1 : 0;
             time = std::max(time, asked);
             ++sweeps;
         } while (asked < ready_time);
@@ -201,14 +171,14 @@ private:
         if (!rest) {
             return false;
         }
-        std::int32_t both = rest->doubles;
+        std::int32_t both = rest->second_raises;
         raises_of(slot) = rest->raises;
         for (std::int32_t sweep = sweeps - 1; sweep >= 0; --sweep) {
             raises_of(slot) = raises_.prepend(raises[static_cast<std::size_t>(sweep)], raises_of(slot));
-            both = doubles_.prepend(doubles[static_cast<std::size_t>(sweep)], both);
+            both = second_raises_.prepend(second_raises[static_cast<std::size_t>(sweep)], both);
         }
-        if (both != nothing) {
-            doubled_.push_back(both);
+        if (both != empty_list) {
+            second_raises_of_nodes_.push_back(both);
         }
         return true;
     }
@@ -217,7 +187,7 @@ private:
                                             const std::array<std::int32_t, 2>& left) {
         for (std::size_t port = 0; port < 2; ++port) {
             if (operands[1 - port].last == operand{}.last) {
-                return merged_raises{left[port], nothing};
+                return merged_raises{left[port], empty_list};
             }
         }
         return merger_.merge(left[0], left[1], operands[0].last - operands[1].last);
@@ -228,7 +198,7 @@ private:
         std::vector<std::int32_t> nodes(static_cast<std::size_t>(raises_.count()));
         std::int32_t longest = 0;
         for (const std::int32_t raises : raises_of_) {
-            if (raises != nothing) {
+            if (raises != empty_list) {
                 ++nodes[static_cast<std::size_t>(raises)];
                 longest = std::max(longest, raises_.length_of(raises));
             }
@@ -247,30 +217,30 @@ private:
                 raises_, std::move(nodes), [this](std::int32_t list) { return raises_.amount_of(list) == 0 ? -1 : 0; },
                 result);
         }
-        if (!doubled_.empty()) {
-            std::vector<std::int32_t> doubled(static_cast<std::size_t>(doubles_.count()));
-            for (const std::int32_t list : doubled_) {
-                ++doubled[static_cast<std::size_t>(list)];
+        if (!second_raises_of_nodes_.empty()) {
+            std::vector<std::int32_t> nodes_raised_twice(static_cast<std::size_t>(second_raises_.count()));
+            for (const std::int32_t list : second_raises_of_nodes_) {
+                ++nodes_raised_twice[static_cast<std::size_t>(list)];
             }
             add_elements(
-                doubles_, std::move(doubled), [this](std::int32_t list) { return doubles_.amount_of(list); }, result);
+                second_raises_, std::move(nodes_raised_twice),
+                [this](std::int32_t list) { return second_raises_.amount_of(list); }, result);
         }
         return result;
     }
 
     sweep_lists raises_;
-    sweep_lists doubles_;
+    sweep_lists second_raises_;
     raise_merger merger_;
-    std::vector<std::int32_t> last_;       // ready time after the last sweep, in cycles
-    std::vector<std::int32_t> raises_of_;  // each slot's list
-    std::vector<std::int32_t> doubled_;    // lists of nodes that both ports raise at times
+    std::vector<std::int32_t> last_;                    // ready time after the last sweep, in cycles
+    std::vector<std::int32_t> raises_of_;               // each slot's list
+    std::vector<std::int32_t> second_raises_of_nodes_;  // lists of nodes that both ports raise at times
     std::vector<arrival> arrivals_;
-    std::vector<std::int32_t> path_;
     std::int32_t least_depth_;
 };
 
 }  // namespace
 
-std::optional<sweep_forecast> forecast_sweeps() { return forecaster().run(); }
+std::optional<sweep_forecast> forecast_by_lists() { return forecaster().run(); }
 
 }  // namespace xfc

@@ -8,8 +8,8 @@
 
 namespace xfc {
 
-/// In place of an element: the end of a list.
-inline constexpr std::int32_t nothing = -1;
+/// The list of no elements; also stands where a list ends.
+inline constexpr std::int32_t empty_list = -1;
 
 /// Mixes the bits of a 64-bit key, so that keys that differ little do not meet in a hash table.
 struct key_hash {
@@ -26,8 +26,8 @@ class sweep_lists {
 public:
     /// A list that begins with `amount`, which is at least 0, and goes on with `rest`.
     std::int32_t prepend(std::int32_t amount, std::int32_t rest) {
-        if (amount == 0 && rest == nothing) {
-            return nothing;
+        if (amount == 0 && rest == empty_list) {
+            return empty_list;
         }
         const std::uint64_t key =
             (static_cast<std::uint64_t>(rest) << 32U) | static_cast<std::uint64_t>(static_cast<std::uint32_t>(amount));
@@ -46,17 +46,17 @@ public:
     [[nodiscard]] std::int32_t next_of(std::int32_t list) const { return next_[static_cast<std::size_t>(list)]; }
     /// The sum of all elements.
     [[nodiscard]] std::int32_t total_of(std::int32_t list) const {
-        return list == nothing ? 0 : total_[static_cast<std::size_t>(list)];
+        return list == empty_list ? 0 : total_[static_cast<std::size_t>(list)];
     }
     [[nodiscard]] std::int32_t length_of(std::int32_t list) const {
-        return list == nothing ? 0 : length_[static_cast<std::size_t>(list)];
+        return list == empty_list ? 0 : length_[static_cast<std::size_t>(list)];
     }
     /// The first element; there is one.
     [[nodiscard]] std::int32_t amount_of(std::int32_t list) const { return total_of(list) - total_of(next_of(list)); }
 
     /// The list without its first `number` elements.
     [[nodiscard]] std::int32_t skip(std::int32_t list, std::int32_t number) const {
-        for (; number > 0 && list != nothing; --number) {
+        for (; number > 0 && list != empty_list; --number) {
             list = next_of(list);
         }
         return list;
