@@ -196,8 +196,8 @@ struct field {
 
 /// The lines that assign a field; every other line must be a comment with a value or an empty last line.
 std::vector<field> fields_in(const std::string& text, language in) {
-    static const std::regex vhdl(
-        R"~(  constsynth(\d{4})\((\d+) DOWNTO (\d+)\) <= (?:conv_std_logic_vector\((-?\d+),(\d+)\)|"(000000)");  -- (.+))~");
+    static const std::regex vhdl(R"~(  constsynth(\d{4})\((\d+) DOWNTO (\d+)\) <= )~"
+                                 R"~((?:conv_std_logic_vector\((-?\d+),(\d+)\)|"(000000)");  -- (.+))~");
     static const std::regex verilog(
         R"(  assign constsynth(\d{4})\[(\d+) : (\d+)\] = (?:(\d+)'d(\d+)|6'b(000000));  // (.+))");
     std::vector<field> found;
@@ -288,15 +288,17 @@ private:
         switch (form) {
             case lines::integer:
                 EXPECT_EQ(static_cast<std::int32_t>(static_cast<std::uint32_t>(take(32, 1, "Long"))),
-                          static_cast<std::int32_t>(std::trunc(value)));
+                          static_cast<std::int32_t>(std::trunc(value)))
+                    << case_.rule;
                 break;
             case lines::ieee_float:
                 EXPECT_EQ(std::bit_cast<float>(static_cast<std::uint32_t>(take(32, 1, "IEEE Float"))),
-                          static_cast<float>(value));
+                          static_cast<float>(value))
+                    << case_.rule;
                 break;
             case lines::ieee_double: {
                 const std::int64_t upper = take(64, 33, "IEEE Double");
-                EXPECT_EQ(std::bit_cast<double>((upper << 32) + take(32, 1, "IEEE Double")), value);
+                EXPECT_EQ(std::bit_cast<double>((upper << 32) + take(32, 1, "IEEE Double")), value) << case_.rule;
                 break;
             }
             case lines::xfloat_adder: {
@@ -317,7 +319,7 @@ private:
             case lines::ydouble_adder: {
                 const std::int64_t upper = take(77, 49, "Y Double");
                 const std::int64_t lower = take(48, 20, "Y Double");
-                EXPECT_EQ(take(19, 14, "Y Double"), 0);
+                EXPECT_EQ(take(19, 14, "Y Double"), 0) << case_.rule;
                 const std::int64_t high_part = negative ? ones - upper : upper;
                 expect_double(upper >> 28 != 0, (high_part << 29) + (negative ? ones - lower : lower),
                               take(13, 1, "Y Double"), value);
