@@ -104,7 +104,7 @@ void make_constant(std::int32_t slot, std::int32_t port, double value) {
 }
 
 void add_constants(std::string_view component, std::int32_t width, number_format format, std::int32_t port,
-                   std::initializer_list<double> values) {
+                   std::span<const double> values) {
     for (const double value : values) {
         const std::int32_t slot = add_instance(component, "op", 2, width);
         attributes_at(slot).format = format;
@@ -129,5 +129,9 @@ void use_distinct_options() {
     current.options.fittingregisters = 54;
     current.options.clustersize = 55;
 }
+
+void set_mantissa(std::int32_t bits) { current.options.mantissa = bits; }
+
+void use_slowest_normalizer() { current.options.normspeed = 1; }
 
 }  // namespace xfc::test

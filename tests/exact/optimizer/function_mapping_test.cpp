@@ -225,6 +225,21 @@ node_record expected_record(node_record record, const table_row& row, const numb
     return record;
 }
 
+/// Maps all nodes with the options as they stand.
+void expect_rows(const std::vector<planted_node>& planted) {
+    const compile_option_record& o = current.options;
+    const numbers n{o.mantissa,     o.optimization, o.device,     o.outputscale,
+                    o.roundconvert, o.doublespeed,  o.outputpipe, o.shiftspeed};
+    std::vector<node_record> expected;
+    for (const planted_node& node : planted) {
+        expected.push_back(expected_record(put_sentinels(node.slot, ""), node.row, n));
+    }
+    catch_output(map_functions);
+    for (std::size_t index = 0; index < planted.size(); ++index) {
+        EXPECT_EQ(record_of(planted[index].slot), expected[index]) << planted[index].where << " with " << n;
+    }
+}
+
 void expect_rows_for_every_option_value(const std::vector<planted_node>& planted) {
     using options = compile_option_record;
     const std::vector<option_range> ranges{
@@ -233,19 +248,7 @@ void expect_rows_for_every_option_value(const std::vector<planted_node>& planted
         {&options::roundconvert, {0, 1}}, {&options::doublespeed, {0, 1}},
         {&options::outputpipe, {0, 1}},   {&options::shiftspeed, {0, 1}},
     };
-    for_each_combination(ranges, [&] {
-        const options& o = current.options;
-        const numbers n{o.mantissa,     o.optimization, o.device,     o.outputscale,
-                        o.roundconvert, o.doublespeed,  o.outputpipe, o.shiftspeed};
-        std::vector<node_record> expected;
-        for (const planted_node& node : planted) {
-            expected.push_back(expected_record(put_sentinels(node.slot, ""), node.row, n));
-        }
-        catch_output(map_functions);
-        for (std::size_t index = 0; index < planted.size(); ++index) {
-            EXPECT_EQ(record_of(planted[index].slot), expected[index]) << planted[index].where << " with " << n;
-        }
-    });
+    for_each_combination(ranges, [&] { expect_rows(planted); });
 }
 
 /// A two-input node with drivers and one consumer.
@@ -266,13 +269,14 @@ TEST(function_mapping, every_operation_follows_its_row_for_every_option_value) {
     expect_rows_for_every_option_value(planted);
 }
 
-TEST(function_mapping, every_multiplier_and_divider_follows_its_only_consumer_for_every_option_value) {
+/// Multipliers and dividers with every consumer. A fanout is the count of consumers before the passes inserted nodes;
+/// only 1 lets the consumer decide.
+std::vector<planted_node> plant_products(std::initializer_list<std::int32_t> fanouts) {
     start_graph();
     std::vector<planted_node> planted;
     for (const select_table& table : select_tables()) {
         for (const only_consumer& consumer : only_consumers) {
-            // The count of consumers before the passes inserted nodes; only 1 lets the consumer decide.
-            for (const std::int32_t fanout : {0, 1, 2, 3}) {
+            for (const std::int32_t fanout : fanouts) {
                 const std::int32_t slot = add_node(table.name, 2, table.format);
                 dfg_connect(slot, add_node(consumer.name, 2, consumer.format), 1);
                 attributes_at(slot).fanout = fanout;
@@ -290,7 +294,15 @@ TEST(function_mapping, every_multiplier_and_divider_follows_its_only_consumer_fo
             }
         }
     }
-    expect_rows_for_every_option_value(planted);
+    return planted;
+}
+
+TEST(function_mapping, every_multiplier_and_divider_follows_its_only_consumer_for_every_option_value) {
+    expect_rows_for_every_option_value(plant_products({1, 2}));
+}
+
+TEST(function_mapping, no_count_of_consumers_but_one_lets_the_consumer_decide) {
+    expect_rows(plant_products({0, 2, 3}));
 }
 
 TEST(function_mapping, latencies_at_the_default_options) {

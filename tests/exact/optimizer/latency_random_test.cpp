@@ -46,7 +46,7 @@ void build_random_graph(std::mt19937& random, std::int32_t count) {
 
 TEST(latency_random, ready_times_depth_and_lines_are_those_of_the_plain_version) {
     std::mt19937 random(20260);  // NOLINT: the same graphs in every run
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 100; ++round) {
         const std::int32_t count = 1 + std::uniform_int_distribution<std::int32_t>(0, 199)(random);
         build_random_graph(random, count);
         std::vector<std::int32_t> start;

@@ -64,19 +64,19 @@ void expect_many(const schedule_tally& seen, std::int64_t programs) {
 }
 
 TEST(schedule, single_precision_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::single_precision}, 100), 100);
+    expect_many(expect_punctual_programs({.kind = program_kind::single_precision}, 45), 45);
 }
 
 TEST(schedule, double_precision_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::double_precision}, 100), 100);
+    expect_many(expect_punctual_programs({.kind = program_kind::double_precision}, 45), 45);
 }
 
 TEST(schedule, integer_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::integer}, 100), 100);
+    expect_many(expect_punctual_programs({.kind = program_kind::integer}, 45), 45);
 }
 
 TEST(schedule, mixed_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::mixed}, 200), 200);
+    expect_many(expect_punctual_programs({.kind = program_kind::mixed}, 90), 90);
 }
 
 // ---- Links ----
@@ -121,19 +121,19 @@ void expect_matching_links(program_request request, std::uint64_t count) {
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_single_precision_programs) {
-    expect_matching_links({.kind = program_kind::single_precision}, 60);
+    expect_matching_links({.kind = program_kind::single_precision}, 27);
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_double_precision_programs) {
-    expect_matching_links({.kind = program_kind::double_precision}, 60);
+    expect_matching_links({.kind = program_kind::double_precision}, 27);
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_integer_programs) {
-    expect_matching_links({.kind = program_kind::integer}, 60);
+    expect_matching_links({.kind = program_kind::integer}, 27);
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_mixed_programs) {
-    expect_matching_links({.kind = program_kind::mixed}, 100);
+    expect_matching_links({.kind = program_kind::mixed}, 54);
 }
 
 }  // namespace
