@@ -419,6 +419,14 @@ std::uint64_t compute(operation op, number_format result, std::span<const known_
     return 0;
 }
 
+known_number power_of(const known_number& base, const known_number& exponent) {
+    wide_number exact(wide_value(base));
+    wide_number wide_exponent(wide_value(exponent));
+    mpfr_pow(exact.get(), exact.get(), wide_exponent.get(), MPFR_RNDN);
+    return base.format == number_format::single_float ? known_single(rounded<float>(exact))
+                                                      : known_double(rounded<double>(exact));
+}
+
 value_id make_folded(graph& target, operation op, number_format format, std::span<const value_id> operands,
                      source_range where, call_id call) {
     std::array<known_number, most_operands> numbers;

@@ -23,6 +23,9 @@ struct known_number {
 /// count modulo 32. Neither inputs nor constants have a result.
 [[nodiscard]] std::uint64_t compute(operation op, number_format result, std::span<const known_number> operands);
 
+/// Base to any exponent, rounded correctly to the format that both have.
+[[nodiscard]] known_number power_of(const known_number& base, const known_number& exponent);
+
 /// Like graph::make, but what is known is computed, and operations that leave an operand's bits as they are give the
 /// operand: x * 1, x / 1, x - 0, x + -0, select of one value, and the like of integers and booleans. Nothing else
 /// changes a bit, so +0 is not left out of a sum: -0 + 0 is +0.

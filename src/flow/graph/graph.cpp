@@ -134,9 +134,9 @@ double graph::double_of(value_id id) const {
 
 std::size_t graph::memory() const { return values_.capacity() * sizeof(value) + index_.capacity() * sizeof(value_id); }
 
-graph without_unused(const graph& source) {
+std::vector<bool> needed_for(const graph& source, std::span<const port> outputs) {
     std::vector<bool> needed(source.size(), false);
-    for (const port& output : source.outputs()) {
+    for (const port& output : outputs) {
         needed[output.value] = true;
     }
     for (value_id id = source.size(); id-- > 0;) {
@@ -146,12 +146,17 @@ graph without_unused(const graph& source) {
             }
         }
     }
+    return needed;
+}
+
+graph extracted(const graph& source, std::span<const port> inputs, std::span<const port> outputs) {
+    const std::vector<bool> needed = needed_for(source, outputs);
     graph result;
     for (call_id id = 1; id < source.call_count(); ++id) {
         result.add_call(source.call_at(id));
     }
     std::vector<value_id> renumbered(source.size(), no_value);
-    for (const port& input : source.inputs()) {
+    for (const port& input : inputs) {
         renumbered[input.value] = result.add_input(input);
     }
     for (value_id id = 0; id < source.size(); ++id) {
@@ -170,11 +175,13 @@ graph without_unused(const graph& source) {
         }
         renumbered[id] = result.make(one.op, one.format, {operands.data(), old.size()}, one.where, one.call);
     }
-    for (port output : source.outputs()) {
+    for (port output : outputs) {
         output.value = renumbered[output.value];
         result.add_output(std::move(output));
     }
     return result;
 }
+
+graph without_unused(const graph& source) { return extracted(source, source.inputs(), source.outputs()); }
 
 }  // namespace xfc::flow

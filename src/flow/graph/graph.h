@@ -118,4 +118,11 @@ private:
 /// port, read or not.
 [[nodiscard]] graph without_unused(const graph& source);
 
+/// A graph of what these outputs need of the source, with these inputs as its only ones. An input's `value` is the
+/// source's own for it; an output's too.
+[[nodiscard]] graph extracted(const graph& source, std::span<const port> inputs, std::span<const port> outputs);
+
+/// Whether the outputs need a value of the source, by value.
+[[nodiscard]] std::vector<bool> needed_for(const graph& source, std::span<const port> outputs);
+
 }  // namespace xfc::flow
