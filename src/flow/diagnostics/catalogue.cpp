@@ -103,7 +103,7 @@ constexpr message_row rows[] = {
     {id::input_without_effect, "no-effect", warning, "no output depends on '%0': it becomes no port", ""},
 
     {id::constant_format, "constant-format", note,
-     "this constant without suffix takes the other operand's format, single%0; C computes in double",
+     "this constant without suffix takes the other operand's format, single, where C computes in double%0",
      "write the suffix f to say so, or use --c-constants for C's meaning"},
     {id::functions_in_order, "order", note, "functions without parameters run in the order of the source: %0", ""},
     {id::input_and_output, "in-out", note, "'%0' is read before it is written: ports %1 and %2", ""},

@@ -108,6 +108,7 @@ private:
     bool is_output(const candidate& variable, const port_place& one) const;
     value_id output_value(const port_place& one);
     void finish_graph();
+    void give_legal_names(std::vector<port>& inputs, std::vector<port>& outputs);
     void report_unused(const std::vector<bool>& is_port);
     void check_kept_values();
     void note_deviations();

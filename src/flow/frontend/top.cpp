@@ -7,6 +7,7 @@
 
 #include "flow/frontend/executor.h"
 #include "flow/graph/fold.h"
+#include "flow/graph/port_names.h"
 
 namespace xfc::flow {
 
@@ -97,7 +98,7 @@ program executor::run(const std::string& base_name) {
     const std::vector<const clang::FunctionDecl*> tops = choose_top();
     older_ = tops.front()->getNumParams() == 0;
     program_.style = older_ ? top_style::whole_file : top_style::function;
-    program_.name = older_ && options_.top.empty() ? base_name : tops.front()->getName().str();
+    program_.name = legal_letters(older_ && options_.top.empty() ? base_name : tops.front()->getName().str());
     for (const clang::FunctionDecl* one : tops) {
         program_.functions.push_back(one->getName().str());
     }
@@ -368,7 +369,26 @@ void executor::finish_graph() {
         }
     }
     report_unused(is_port);
+    give_legal_names(inputs, outputs);
     program_.values = extracted(values_, inputs, outputs);
+}
+
+void executor::give_legal_names(std::vector<port>& inputs, std::vector<port>& outputs) {
+    std::vector<port*> ports;
+    std::vector<std::string> names;
+    for (std::vector<port>* some : {&inputs, &outputs}) {
+        for (port& one : *some) {
+            ports.push_back(&one);
+            names.push_back(one.name);
+        }
+    }
+    const std::vector<std::string> legal = legal_names(names, program_.name);
+    for (std::size_t index = 0; index < ports.size(); ++index) {
+        if (legal[index] != names[index]) {
+            messages_.report(message_id::port_renamed, ports[index]->where, {names[index], legal[index]});
+            ports[index]->name = legal[index];
+        }
+    }
 }
 
 void executor::report_unused(const std::vector<bool>& is_port) {
@@ -407,7 +427,7 @@ void executor::check_kept_values() {
 void executor::note_deviations() {
     if (deviations_ != 0) {
         const std::string others =
-            deviations_ == 1 ? "" : " (so do " + std::to_string(deviations_ - 1) + " more operations)";
+            deviations_ == 1 ? "" : " (and in " + std::to_string(deviations_ - 1) + " more operations)";
         messages_.report(message_id::constant_format, first_deviation_, {others});
     }
 }
