@@ -66,6 +66,15 @@ std::optional<bool> conditions::truth_of(value_id condition) const {
     return std::nullopt;
 }
 
+decision conditions::path(decisions& all) const {
+    decision whole = always;
+    for (const value_id id : learned_) {
+        const decision one = all.of(id);
+        whole = all.both(whole, facts_.at(id) ? one : all.inverse(one));
+    }
+    return whole;
+}
+
 value_id conditions::known_choice(value_id id) const {
     while (values_[id].op == operation::select) {
         const auto truth = truth_of(values_[id].operands[0]);

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "flow/frontend/decisions.h"
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
@@ -19,6 +20,9 @@ public:
     void forget();
 
     [[nodiscard]] std::optional<bool> truth_of(value_id condition) const;
+
+    /// The way that is being followed, as one condition.
+    [[nodiscard]] decision path(decisions& all) const;
 
     /// The value without those selects around it whose choice is known here.
     [[nodiscard]] value_id known_choice(value_id id) const;

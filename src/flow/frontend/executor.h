@@ -11,7 +11,6 @@
 #include <span>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "flow/diagnostics/diagnostics.h"
@@ -92,7 +91,6 @@ private:
     struct leaf {
         place where;
         scalar_type type;
-        bool is_input;
     };
 
     void collect_functions(std::vector<const clang::FunctionDecl*>& functions);
@@ -119,8 +117,15 @@ private:
     flow_of execute_declarations(const clang::DeclStmt& statement);
     flow_of execute_if(const clang::IfStmt& statement);
     flow_of execute_return(const clang::ReturnStmt& statement);
-    flow_of execute_loop(const clang::Stmt& statement, const clang::Expr* condition, const clang::Expr* step,
-                         const clang::Stmt& body, bool body_first);
+    struct loop_parts {
+        const clang::Expr* condition;  ///< null: always
+        const clang::Expr* step;       ///< null: none
+        const clang::Stmt& body;
+        bool body_first;
+        source_range where;
+    };
+    flow_of execute_loop(const loop_parts& loop);
+    value_id run_rounds(const loop_parts& loop, int round);
     flow_of execute_switch(const clang::SwitchStmt& statement);
     [[nodiscard]] flow_of straight_on() const { return {no_, no_, no_}; }
     value_id left(const flow_of& flow, source_range where);
@@ -133,6 +138,8 @@ private:
                  const std::function<void()>& no = {});
     void merge(value_id condition, source_range where, std::span<const memory::change> yes,
                std::span<const memory::change> no);
+    value_id input_in_place(std::uint32_t index, const cell& shape);
+    value_id chosen(value_id condition, value_id yes, value_id no, source_range where);
     cell merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no, source_range where);
 
     // ---- objects.cpp: variables and what they hold ----
@@ -146,6 +153,7 @@ private:
     void set_text(const place& where, const clang::QualType& type, const clang::StringLiteral& text);
     void store(const place& where, const clang::QualType& type, const result& what, source_range range);
     result load(const place& where, const clang::QualType& type, source_range range);
+    void check_set(const place& where, const cell& found, source_range range);
     result load_number(const place& where, const scalar_type& type, const cell& found, source_range range);
     result load_pointer(const cell& found, source_range range);
     void copy(const place& to, const place& from, const clang::QualType& type, source_range range);
@@ -158,7 +166,6 @@ private:
     [[nodiscard]] std::string extent_of(const object& one) const;
     void create_globals();
     void create_static(const clang::VarDecl& variable);
-    bool is_perhaps_unset(value_id id) const { return perhaps_unset_.contains(id); }
 
     // ---- expressions.cpp ----
     result evaluate(const clang::Expr& expression);
@@ -239,6 +246,7 @@ private:
     conditions conditions_{values_};
     value_id yes_ = conditions_.boolean(true);
     value_id no_ = conditions_.boolean(false);
+    decisions decisions_{values_};
     memory memory_;
     program program_;
 
@@ -251,7 +259,6 @@ private:
     std::unordered_map<std::uint32_t, value_id> unset_values_;  ///< by cell
     mutable llvm::DenseMap<const clang::Type*, std::uint32_t> granules_;
     std::vector<leaf> leaves_;                                  ///< by port number of the working graph
-    std::unordered_set<value_id> perhaps_unset_;                ///< values that hold an unset leaf behind selects
     std::unordered_map<value_id, source_range> branch_places_;  ///< where a condition was asked
     std::unordered_map<std::uint32_t, source_range> initial_reads_;
     std::unordered_map<std::uint32_t, source_range> kept_writes_;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "flow/frontend/decisions.h"
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
@@ -25,10 +26,11 @@ enum class cell_kind : std::uint8_t {
 
 struct cell {
     cell_kind kind = cell_kind::unset;
-    std::uint8_t bytes = 0;     ///< size of the scalar whose head this is
-    bool initial = true;        ///< never written since the program began
-    std::uint32_t content = 0;  ///< value, object or function
-    std::int32_t offset = 0;    ///< of a pointer, bytes
+    std::uint8_t bytes = 0;      ///< size of the scalar whose head this is
+    bool initial = true;         ///< never written since the program began
+    std::uint32_t content = 0;   ///< value, object or function
+    std::int32_t offset = 0;     ///< of a pointer, bytes
+    decision set_when = always;  ///< on which ways anything was written
 
     friend bool operator==(const cell&, const cell&) = default;
 };

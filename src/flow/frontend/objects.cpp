@@ -398,6 +398,7 @@ result executor::load(const place& where, const clang::QualType& type, source_ra
     if (found.kind == cell_kind::torn) {
         refuse(message_id::read_as_other_type, range, {type.getUnqualifiedType().getAsString()});
     }
+    check_set(where, found, range);
     if (type->isPointerType()) {
         return load_pointer(found, range);
     }
@@ -431,39 +432,37 @@ result executor::load_number(const place& where, const scalar_type& type, const 
     if (found.kind != cell_kind::number || values_[found.content].format != type.format) {
         refuse(message_id::read_as_other_type, range, {std::string(format_name(type.format))});
     }
-    const value_id id = conditions_.known_choice(found.content);
-    if (is_perhaps_unset(id)) {
-        const object& one = memory_[where.object];
-        value_id way = id;
-        while (values_[way].op == operation::select && is_perhaps_unset(values_[way].operands[1])) {
-            way = values_[way].operands[1];
-        }
-        const value& choice = values_[way];
-        const auto branch =
-            choice.op == operation::select ? branch_places_.find(choice.operands[0]) : branch_places_.end();
-        refuse_with_note(message_id::not_always_assigned, range, {one.name}, message_id::set_only_here,
-                         branch == branch_places_.end() ? choice.where : branch->second, {});
-    }
-    return number(id);
+    return number(conditions_.known_choice(found.content));
 }
 
-/// What stands for a scalar that nobody wrote: an input to be, or a mark that must not be read.
+/// Refuses what only some of the ways to here have written.
+void executor::check_set(const place& where, const cell& found, source_range range) {
+    if (found.set_when == always || decisions_.follows(conditions_.path(decisions_), found.set_when)) {
+        return;
+    }
+    const object& one = memory_[where.object];
+    const value_id decided = decisions_.top_of(found.set_when);
+    const auto branch = branch_places_.find(decided);
+    const source_range branch_place = branch != branch_places_.end() ? branch->second
+                                      : decided != no_value          ? values_[decided].where
+                                                                     : one.where;
+    refuse_with_note(message_id::not_always_assigned, range, {one.name}, message_id::set_only_here, branch_place, {});
+}
+
+/// The input that stands for a scalar that nobody wrote.
 value_id executor::unset_value(std::uint32_t index, const place& where, const scalar_type& type) {
     const auto known = unset_values_.find(index);
     if (known != unset_values_.end()) {
         return known->second;
     }
-    const bool is_input = memory_[where.object].rule == unset_rule::input;
+    const source_range declared = memory_[where.object].where;
     const number_format port_format = is_floating(type.format) ? type.format : number_format::integer;
-    value_id id = values_.add_input({.format = port_format, .where = memory_[where.object].where});
-    leaves_.push_back({where, type, is_input});
+    value_id id = values_.add_input({.format = port_format, .where = declared});
+    leaves_.push_back({where, type});
     if (type.format == number_format::boolean) {
-        id = truth(number(id), memory_[where.object].where);
+        id = truth(number(id), declared);
     } else if (type.is_integer()) {
-        id = wrapped(id, type, memory_[where.object].where);
-    }
-    if (!is_input) {
-        perhaps_unset_.insert(id);
+        id = wrapped(id, type, declared);
     }
     unset_values_.emplace(index, id);
     return id;

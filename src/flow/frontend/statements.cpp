@@ -83,6 +83,10 @@ void executor::guarded(value_id condition, source_range where, const std::functi
 
 void executor::merge(value_id condition, source_range where, std::span<const memory::change> yes,
                      std::span<const memory::change> no) {
+    while (values_[condition].op == operation::bit_not) {
+        condition = values_[condition].operands[0];
+        std::swap(yes, no);
+    }
     auto y = yes.begin();
     auto n = no.begin();
     while (y != yes.end() || n != no.end()) {
@@ -102,65 +106,90 @@ cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, 
     if (yes == no) {
         return yes;
     }
+    // What is set on one way only keeps that value, and remembers the way.
+    const auto is_input = [&] {
+        const place at = place_of_index(index);
+        return memory_[at.object].rule == unset_rule::input;
+    };
+    if ((yes.kind == cell_kind::unset || no.kind == cell_kind::unset) && !is_input()) {
+        cell set = yes.kind == cell_kind::unset ? no : yes;
+        const decision decided = decisions_.of(condition);
+        set.set_when = decisions_.choose(decided, yes.kind == cell_kind::unset ? never : yes.set_when,
+                                         no.kind == cell_kind::unset ? never : no.set_when);
+        return set;
+    }
     cell both = yes;
     both.initial = yes.initial || no.initial;
-    const auto is_value = [](const cell& one) { return one.kind == cell_kind::number || one.kind == cell_kind::unset; };
+    if (yes.set_when != always || no.set_when != always) {
+        both.set_when = decisions_.choose(decisions_.of(condition), yes.set_when, no.set_when);
+    }
     if (yes.kind == no.kind && yes.content == no.content && yes.offset == no.offset && yes.bytes == no.bytes) {
         return both;
     }
-    if (!is_value(yes) || !is_value(no)) {
-        const auto is_pointer = [](const cell& one) {
+    const bool with_input = yes.kind == cell_kind::unset || no.kind == cell_kind::unset;
+    if (yes.kind == no.kind && yes.kind != cell_kind::number) {
+        const bool pointers = yes.kind != cell_kind::tail && yes.kind != cell_kind::torn;
+        both.kind = pointers ? cell_kind::unknown_pointer : cell_kind::torn;
+        return both;
+    }
+    if (!(yes.kind == cell_kind::number || yes.kind == cell_kind::unset) ||
+        !(no.kind == cell_kind::number || no.kind == cell_kind::unset) ||
+        (!with_input && (yes.bytes != no.bytes || values_[yes.content].format != values_[no.content].format))) {
+        const auto points = [](const cell& one) {
             return one.kind == cell_kind::pointer || one.kind == cell_kind::function ||
-                   one.kind == cell_kind::unknown_pointer || one.kind == cell_kind::unset;
+                   one.kind == cell_kind::unknown_pointer;
         };
-        both.bytes = std::max(yes.bytes, no.bytes);
-        both.kind = is_pointer(yes) && is_pointer(no) ? cell_kind::unknown_pointer : cell_kind::torn;
+        both.kind = points(yes) && points(no) ? cell_kind::unknown_pointer : cell_kind::torn;
         return both;
-    }
-    // One of them is a number; the other one is given its format.
-    const cell& shape = yes.kind == cell_kind::number ? yes : no;
-    const auto value_in = [&](const cell& one) {
-        if (one.kind == cell_kind::number) {
-            return one.content;
-        }
-        const place at = place_of_index(index);
-        const clang::QualType type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[at.object].type));
-        scalar_type scalar{values_[shape.content].format, shape.bytes, true};
-        if (const auto declared = scalar_at(type, static_cast<std::uint32_t>(at.offset));
-            declared && declared->format == scalar.format && declared->bytes == scalar.bytes) {
-            scalar = *declared;
-        }
-        return unset_value(index, at, scalar);
-    };
-    value_id yes_number = value_in(yes);
-    value_id no_number = value_in(no);
-    if (values_[yes_number].format != values_[no_number].format || (yes.kind == no.kind && yes.bytes != no.bytes)) {
-        both.kind = cell_kind::torn;
-        return both;
-    }
-    const auto same_choice = [&](value_id id) {
-        return values_[id].op == operation::select && values_[id].operands[0] == condition;
-    };
-    while (same_choice(yes_number)) {
-        yes_number = values_[yes_number].operands[1];
-    }
-    while (same_choice(no_number)) {
-        no_number = values_[no_number].operands[2];
     }
     both.kind = cell_kind::number;
-    both.bytes = shape.bytes;
-    const number_format format = values_[yes_number].format;
-    both.content = format == number_format::boolean && !is_perhaps_unset(yes_number) && !is_perhaps_unset(no_number)
-                       ? conditions_.choose(condition, yes_number, no_number, where)
-                       : make(operation::select, format, {condition, yes_number, no_number}, where);
-    if (is_perhaps_unset(yes_number) || is_perhaps_unset(no_number)) {
-        perhaps_unset_.insert(both.content);
+    both.bytes = std::max(yes.bytes, no.bytes);
+    const cell& shape = yes.kind == cell_kind::number ? yes : no;
+    const auto number_in = [&](const cell& one) {
+        return one.kind == cell_kind::number ? one.content : input_in_place(index, shape);
+    };
+    both.content = chosen(condition, number_in(yes), number_in(no), where);
+    if (both.content == no_value) {
+        both.kind = cell_kind::torn;
     }
     return both;
 }
 
+/// The input that a cell of a parameter stands for, in the shape of what another way has written there.
+value_id executor::input_in_place(std::uint32_t index, const cell& shape) {
+    const place at = place_of_index(index);
+    const clang::QualType type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[at.object].type));
+    scalar_type scalar{values_[shape.content].format, shape.bytes, true};
+    if (const auto declared = scalar_at(type, static_cast<std::uint32_t>(at.offset))) {
+        scalar = *declared;
+    }
+    return unset_value(index, at, scalar);
+}
+
+/// condition ? yes : no of two numbers; no_value when their formats differ.
+value_id executor::chosen(value_id condition, value_id yes, value_id no, source_range where) {
+    const auto same_choice = [&](value_id id) {
+        return values_[id].op == operation::select && values_[id].operands[0] == condition;
+    };
+    while (same_choice(yes)) {
+        yes = values_[yes].operands[1];
+    }
+    while (same_choice(no)) {
+        no = values_[no].operands[2];
+    }
+    const number_format format = values_[yes].format;
+    if (format != values_[no].format) {
+        return no_value;
+    }
+    return format == number_format::boolean ? conditions_.choose(condition, yes, no, where)
+                                            : make(operation::select, format, {condition, yes, no}, where);
+}
+
 flow_of executor::execute(const clang::Stmt& statement) {
     count_step(statement);
+    const auto place_of = [&](const clang::Expr* condition) {
+        return condition != nullptr ? range(*condition) : range(statement.getBeginLoc());
+    };
     switch (statement.getStmtClass()) {
         case clang::Stmt::NullStmtClass:
             return straight_on();
@@ -182,17 +211,18 @@ flow_of executor::execute(const clang::Stmt& statement) {
             if (loop.getInit() != nullptr) {
                 (void)execute(*loop.getInit());
             }
-            const flow_of flow = execute_loop(statement, loop.getCond(), loop.getInc(), *loop.getBody(), false);
+            const flow_of flow =
+                execute_loop({loop.getCond(), loop.getInc(), *loop.getBody(), false, place_of(loop.getCond())});
             --scope_depth_;
             return flow;
         }
         case clang::Stmt::WhileStmtClass: {
             const auto& loop = llvm::cast<clang::WhileStmt>(statement);
-            return execute_loop(statement, loop.getCond(), nullptr, *loop.getBody(), false);
+            return execute_loop({loop.getCond(), nullptr, *loop.getBody(), false, place_of(loop.getCond())});
         }
         case clang::Stmt::DoStmtClass: {
             const auto& loop = llvm::cast<clang::DoStmt>(statement);
-            return execute_loop(statement, loop.getCond(), nullptr, *loop.getBody(), true);
+            return execute_loop({loop.getCond(), nullptr, *loop.getBody(), true, place_of(loop.getCond())});
         }
         case clang::Stmt::SwitchStmtClass:
             return execute_switch(llvm::cast<clang::SwitchStmt>(statement));
@@ -232,24 +262,21 @@ flow_of executor::execute(const clang::Stmt& statement) {
 
 /// Runs statements one behind the other; behind one that may have been left, only under the condition that it was not.
 flow_of executor::execute_sequence(std::span<const clang::Stmt* const> statements) {
-    flow_of total = straight_on();
-    value_id alive = yes_;
-    std::size_t next = 0;
-    while (next < statements.size() && alive != no_) {
+    for (std::size_t next = 0; next < statements.size(); ++next) {
+        const flow_of flow = execute(*statements[next]);
         const source_range where = range(*statements[next]);
-        flow_of flow = straight_on();
-        guarded(alive, where, [&] {
-            while (next < statements.size() && left(flow, where) == no_) {
-                flow = execute(*statements[next++]);
-            }
-        });
-        if (left(flow, where) == no_) {
-            break;
+        const value_id gone = left(flow, where);
+        if (gone == no_) {
+            continue;
         }
-        add_flow(total, under(alive, flow, where), where);
-        alive = conditions_.both(alive, conditions_.inverse(left(flow, where), where), where);
+        const value_id stays = conditions_.inverse(gone, where);
+        flow_of rest = straight_on();
+        guarded(stays, where, [&] { rest = execute_sequence(statements.subspan(next + 1)); });
+        flow_of total = flow;
+        add_flow(total, under(stays, rest, where), where);
+        return total;
     }
-    return total;
+    return straight_on();
 }
 
 flow_of executor::execute_declarations(const clang::DeclStmt& statement) {
@@ -299,40 +326,50 @@ flow_of executor::execute_return(const clang::ReturnStmt& statement) {
     return {yes_, no_, no_};
 }
 
-flow_of executor::execute_loop(const clang::Stmt& statement, const clang::Expr* condition, const clang::Expr* step,
-                               const clang::Stmt& body, bool body_first) {
-    const source_range where = condition != nullptr ? range(*condition) : range(statement.getBeginLoc());
-    value_id alive = yes_;
-    value_id returned = no_;
-    for (int round = 0;; ++round) {
-        if (condition != nullptr && !(body_first && round == 0)) {
-            value_id more = yes_;
-            guarded(alive, where, [&] {
-                more = truth(evaluate(*condition), *condition);
-                if (const auto known = conditions_.truth_of(more)) {
-                    more = conditions_.boolean(*known);
-                }
-            });
-            alive = conditions_.both(alive, more, where);
-        }
-        if (alive == no_ || conditions_.truth_of(alive) == false) {
-            break;
+flow_of executor::execute_loop(const loop_parts& loop) { return {run_rounds(loop, 0), no_, no_}; }
+
+/// Runs the rounds of a loop from this one on and gives the condition under which one of them returned. Behind a
+/// condition that is not known all further rounds stand inside it.
+value_id executor::run_rounds(const loop_parts& loop, int round) {
+    const auto inside = [&](value_id condition, const std::function<value_id()>& rest) {
+        value_id returned = no_;
+        guarded(condition, loop.where, [&] { returned = rest(); });
+        return conditions_.both(condition, returned, loop.where);
+    };
+    for (;; ++round) {
+        const bool asked = loop.condition != nullptr && !(loop.body_first && round == 0);
+        const value_id more = asked ? truth(evaluate(*loop.condition), *loop.condition) : yes_;
+        const auto known = conditions_.truth_of(more);
+        if (known == false) {
+            return no_;
         }
         if (round >= options_.unroll_limit) {
-            const bool unknown = condition == nullptr || alive != yes_;
-            refuse(unknown ? message_id::loop_without_end : message_id::loop_too_long, where,
+            const bool endless = !known || loop.condition == nullptr;
+            refuse(endless ? message_id::loop_without_end : message_id::loop_too_long, loop.where,
                    {std::to_string(options_.unroll_limit)});
         }
-        flow_of flow = straight_on();
-        guarded(alive, where, [&] { flow = execute(body); });
-        returned = conditions_.either(returned, conditions_.both(alive, flow.returned, where), where);
-        const value_id ended = conditions_.either(flow.returned, flow.broke, where);
-        alive = conditions_.both(alive, conditions_.inverse(ended, where), where);
-        if (step != nullptr && alive != no_) {
-            guarded(alive, where, [&] { (void)evaluate(*step); });
+        const auto behind = [&](const flow_of& flow) {
+            const value_id ended = conditions_.either(flow.returned, flow.broke, loop.where);
+            const value_id stays = conditions_.inverse(ended, loop.where);
+            const value_id later = inside(stays, [&] {
+                if (loop.step != nullptr) {
+                    (void)evaluate(*loop.step);
+                }
+                return run_rounds(loop, round + 1);
+            });
+            return conditions_.either(flow.returned, later, loop.where);
+        };
+        if (!known) {
+            return inside(more, [&] { return behind(execute(loop.body)); });
+        }
+        const flow_of flow = execute(loop.body);
+        if (conditions_.either(flow.returned, flow.broke, loop.where) != no_) {
+            return behind(flow);
+        }
+        if (loop.step != nullptr) {
+            (void)evaluate(*loop.step);
         }
     }
-    return {returned, no_, no_};
 }
 
 value_id executor::case_matches(const clang::SwitchCase& label, const result& selector, const clang::Expr& condition) {

@@ -293,9 +293,7 @@ value_id executor::output_value(const port_place& one) {
     if (found.kind != cell_kind::number || values_[found.content].format != one.type.format) {
         refuse(message_id::read_as_other_type, owner.where, {one.c_type});
     }
-    if (is_perhaps_unset(found.content)) {
-        return load_number(one.where, one.type, found, owner.where).number;
-    }
+    check_set(one.where, found, owner.where);
     return one.type.format == number_format::boolean
                ? in_format(number(found.content), number_format::integer, owner.where)
                : found.content;
