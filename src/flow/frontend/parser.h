@@ -30,11 +30,14 @@ private:
 
 /// Sizes of the stack, in bytes. The parser is stopped first, since what looks at its result goes deeper.
 inline constexpr std::size_t thread_stack = std::size_t{1} << 30U;
-inline constexpr std::size_t parser_stack = std::size_t{24} << 20U;
+inline constexpr std::size_t parser_stack = std::size_t{8} << 20U;
 inline constexpr std::size_t executor_stack = std::size_t{900} << 20U;
 
 inline constexpr std::size_t longest_token = 1000;       ///< characters
 inline constexpr std::size_t most_tokens = 10000000;     ///< behind the preprocessor
+inline constexpr std::size_t most_warnings = 50;         ///< of C
+inline constexpr std::size_t most_dimensions = 200;      ///< and subscripts of one name
+inline constexpr std::size_t longest_range = 5;          ///< digits of the end of a range of designators
 inline constexpr std::size_t most_expansions = 5000000;  ///< of macros
 
 /// Everything of clang that one compilation holds.

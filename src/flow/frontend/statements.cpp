@@ -9,7 +9,7 @@ namespace xfc::flow {
 
 namespace {
 
-constexpr std::size_t most_steps = 50000000;  // statements and calls
+constexpr std::size_t most_steps = 10000000;  // statements and calls
 constexpr value_id most_values = 20000000;
 
 /// Everything that is known about the way is forgotten at its end, whichever way that comes.
