@@ -363,7 +363,7 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     }
 }
 
-bool parser::parse(const stack_watch& stack) {
+bool parser::parse(const stack_watch& stack, source_map& places) {
     parts& all = *parts_;
     all.choose_warnings();
     auto target_options = std::make_shared<clang::TargetOptions>();
@@ -382,6 +382,7 @@ bool parser::parse(const stack_watch& stack) {
     all.preprocessor->setTokenWatcher([&](const clang::Token& token) { all.watch(token, stack); });
     all.preprocessor->addPPCallbacks(std::make_unique<expansion_counter>([&](clang::SourceLocation place) {
         all.stop_at(place, message_id::too_many_tokens, {std::to_string(most_expansions)});
+        describe_places(places);
         if (auto* rescue = llvm::CrashRecoveryContext::GetCurrent()) {
             rescue->HandleExit(1);
         }
@@ -394,6 +395,7 @@ bool parser::parse(const stack_watch& stack) {
     all.sema = std::make_unique<clang::Sema>(*all.preprocessor, *all.context, all.nobody, clang::TU_Complete, nullptr);
     all.sema->addExternalSource(new older_functions(*all.context));  // counted by reference
     clang::ParseAST(*all.sema);
+    describe_places(places);
     return !all.stopped && !all.messages.has_errors();
 }
 

@@ -48,16 +48,16 @@ public:
     parser(const parser&) = delete;
     parser& operator=(const parser&) = delete;
 
-    /// Parses the whole source. False when there was an error, which is reported then.
-    [[nodiscard]] bool parse(const stack_watch& stack);
-
-    /// Takes the texts of all files that were read.
-    void describe_places(source_map& places) const;
+    /// Parses the whole source and tells the texts of all files that it read. False when there was an error, which is
+    /// reported then.
+    [[nodiscard]] bool parse(const stack_watch& stack, source_map& places);
 
     [[nodiscard]] clang::ASTContext& context();
     [[nodiscard]] const clang::SourceManager& sources() const;
 
 private:
+    void describe_places(source_map& places) const;
+
     struct parts;
     std::unique_ptr<parts> parts_;
 };
