@@ -250,6 +250,7 @@ private:
     memory memory_;
     program program_;
 
+    mutable llvm::DenseMap<const clang::Stmt*, source_range> ranges_;
     std::vector<frame> frames_;
     llvm::DenseMap<const clang::VarDecl*, object_id> globals_;
     llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings

@@ -14,6 +14,7 @@
 #include <clang/Lex/HeaderSearch.h>
 #include <clang/Lex/HeaderSearchOptions.h>
 #include <clang/Lex/Lexer.h>
+#include <clang/Lex/MacroArgs.h>
 #include <clang/Lex/ModuleLoader.h>
 #include <clang/Lex/PPCallbacks.h>
 #include <clang/Lex/Preprocessor.h>
@@ -171,7 +172,12 @@ public:
         const std::size_t outer = enclosing_.empty() ? 1 : enclosing_.back().copies;
         const std::size_t copies = outer * (arguments != nullptr ? most_uses(*definition.getMacroInfo()) : 1);
         enclosing_.push_back({here, copies});
-        if (++count_ > most_expansions || copies > most_expansions) {
+        std::size_t longest = 1;
+        for (unsigned index = 0; arguments != nullptr && index < definition.getMacroInfo()->getNumParams(); ++index) {
+            const std::size_t length = clang::MacroArgs::getArgLength(arguments->getUnexpArgument(index));
+            longest = std::max(longest, length);
+        }
+        if (++count_ > most_expansions || copies * longest > most_expansions) {
             on_limit_(name.getLocation());
         }
     }
@@ -265,6 +271,7 @@ struct parser::parts {
     std::unique_ptr<clang::Sema> sema;
     std::size_t tokens = 0;
     std::size_t brackets = 0;  ///< opened one behind the other, with nothing but names and numbers between
+    std::size_t logical = 0;   ///< && and || in one statement; the parser's time grows with their square
     bool behind_ellipsis = false;
     bool stopped = false;
 
@@ -341,13 +348,17 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     ++tokens;
     const bool dimension = token.isOneOf(clang::tok::l_square, clang::tok::r_square, clang::tok::numeric_constant) ||
                            token.is(clang::tok::identifier);
-    brackets = dimension ? brackets + (token.is(clang::tok::l_square) ? 1 : 0) : 0;
+    brackets = dimension ? brackets + (token.is(clang::tok::l_square) ? 1U : 0U) : 0U;
+    if (token.isOneOf(clang::tok::semi, clang::tok::l_brace, clang::tok::r_brace)) {
+        logical = 0;
+    }
+    logical += token.isOneOf(clang::tok::ampamp, clang::tok::pipepipe) ? 1U : 0U;
     const bool large_range =
         behind_ellipsis && token.is(clang::tok::numeric_constant) && token.getLength() > longest_range;
     behind_ellipsis = token.is(clang::tok::ellipsis);
     if (large_range) {
         stop_at(token.getLocation(), message_id::large_range, {std::to_string(longest_range)});
-    } else if (stack.exhausted() || brackets > most_dimensions) {
+    } else if (stack.exhausted() || brackets > most_dimensions || logical > most_logical) {
         stop_at(token.getLocation(), message_id::nesting_too_deep);
     } else if (!token.isAnnotation() && token.getLength() > longest_token) {
         stop_at(token.getLocation(), message_id::token_too_long, {std::to_string(longest_token)});
