@@ -1,0 +1,98 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace xfc::flow {
+
+/// How grave a message is. Only errors stop a compilation.
+enum class severity : std::uint8_t { note, warning, error };
+
+[[nodiscard]] std::string_view severity_name(severity level);
+
+/// Everything that xfcflow itself says about a program. The order is that of the rows in catalogue.cpp.
+enum class message_id : std::uint8_t {
+    // the top
+    no_function,
+    unknown_top,
+    several_tops,
+    parameter_size,
+    parameter_type,
+    result_type,
+    no_output,
+    // types
+    long_long,
+    long_double,
+    bit_field,
+    volatile_object,
+    other_type,
+    variable_size,
+    unsigned_differs,
+    read_as_other_type,
+    // statements
+    goto_statement,
+    inline_assembly,
+    case_inside,
+    loop_without_end,
+    loop_too_long,
+    recursion_without_end,
+    // expressions
+    unknown_index,
+    outside_object,
+    unknown_pointer,
+    null_pointer,
+    pointer_arithmetic,
+    division_by_unknown,
+    division_by_zero,
+    shift_too_far,
+    other_expression,
+    // calls
+    no_body,
+    no_component,
+    power_exponent,
+    unknown_callee,
+    // values of variables
+    not_assigned,
+    not_always_assigned,
+    kept_between_calls,
+    // limits
+    cannot_read,
+    nesting_too_deep,
+    token_too_long,
+    too_many_tokens,
+    too_many_values,
+    too_large,
+    large_range,
+    too_many_steps,
+    out_of_memory,
+    parser_failed,
+    // warnings
+    unused_variable,
+    input_without_effect,
+    // notes
+    constant_format,
+    functions_in_order,
+    input_and_output,
+    port_renamed,
+    // additions to another message
+    set_only_here,
+    called_from,
+    declared_here,
+    written_here,
+    candidate_top,
+};
+
+inline constexpr int message_count = static_cast<int>(message_id::candidate_top) + 1;
+
+/// One message: %0, %1 ... stand for what differs from case to case.
+struct message_row {
+    message_id id;
+    std::string_view name;  ///< in brackets behind the text, in JSON, and in the documentation
+    severity level;
+    std::string_view text;
+    std::string_view hint;  ///< what to do about it; empty where there is nothing to do
+};
+
+[[nodiscard]] const message_row& row_of(message_id id);
+
+}  // namespace xfc::flow

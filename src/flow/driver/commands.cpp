@@ -1,0 +1,71 @@
+#include "flow/driver/commands.h"
+
+#include <ostream>
+
+#include "flow/driver/options.h"
+#include "flow/driver/report.h"
+#include "flow/driver/stages.h"
+#include "flow/graph/dump.h"
+
+namespace xfc::flow {
+
+namespace {
+
+/// Says what the program is in hardware, or why it is none.
+int check(const command_line& line, std::ostream& out, std::ostream& error, bool colour) {
+    diagnostics messages;
+    source_map places;
+    compilation_state state{line, messages, places};
+    std::string dumped;
+    const bool accepted = run_stages(state, [&](const stage_row& stage, const compilation_state& now) {
+        if (stage.name == line.dump) {
+            dumped = dump(now.current->values, &places);
+        }
+    });
+    const program* what = accepted ? &*state.current : nullptr;
+    if (line.json) {
+        out << report_json(what, messages, places, line.source);
+    } else {
+        error << rendered(messages, places, colour);
+        if (!line.dump.empty()) {
+            out << dumped;
+        } else if (accepted) {
+            out << report_text(*what, line.source);
+        }
+    }
+    return accepted ? 0 : 1;
+}
+
+using command_function = int (*)(const command_line&, std::ostream&, std::ostream&, bool);
+
+struct runnable {
+    std::string_view name;
+    command_function run;
+};
+
+constexpr runnable runnables[] = {{"check", check}};
+
+}  // namespace
+
+int run(std::span<const std::string> arguments, std::ostream& out, std::ostream& error, bool terminal) {
+    const parsed_line parsed = parse_command_line(arguments);
+    if (parsed.ends) {
+        (parsed.status == 0 ? out : error) << parsed.text;
+        return parsed.status;
+    }
+    const std::string& colour = parsed.line.colour;
+    for (const runnable& one : runnables) {
+        if (one.name == parsed.line.command) {
+            const int status = one.run(parsed.line, out, error, colour == "always" || (colour == "auto" && terminal));
+            out.flush();
+            if (!out) {
+                error << "xfcflow: error: cannot write to the standard output\n";
+                return 1;
+            }
+            return status;
+        }
+    }
+    return 1;
+}
+
+}  // namespace xfc::flow

@@ -1,0 +1,239 @@
+#include "flow/driver/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+
+#include "flow/driver/stages.h"
+#include "flow/driver/version.h"
+
+namespace xfc::flow {
+
+namespace {
+
+constexpr command_row commands[] = {
+    {"check", "Says whether hardware can be made of a C program: messages at their places, ports and operations.",
+     "xfcflow check fir.c --top fir"},
+};
+
+const option_row options[] = {
+    {.name = "--top",
+     .value = "NAME",
+     .text = "the function to make hardware of; without it the one that no other calls",
+     .commands = "check",
+     .choices = "",
+     .word = &command_line::top},
+    {.name = "--c-constants",
+     .value = "",
+     .text = "floating constants without suffix are double, as C has them; otherwise they take the other operand's "
+             "format",
+     .commands = "check",
+     .choices = "",
+     .flag = &command_line::c_constants},
+    {.name = "--unroll",
+     .value = "N",
+     .text = "the most rounds of one loop, each of which becomes hardware",
+     .commands = "check",
+     .choices = "",
+     .number = &command_line::unroll},
+    {.name = "--include",
+     .value = "FOLDER",
+     .text = "a folder to search for included files, behind the source's own; may be given again",
+     .commands = "check",
+     .choices = "",
+     .list = &command_line::include_folders},
+    {.name = "--define",
+     .value = "NAME[=TEXT]",
+     .text = "a macro, 1 without a text; may be given again",
+     .commands = "check",
+     .choices = "",
+     .list = &command_line::definitions},
+    {.name = "--dump",
+     .value = "STAGE",
+     .text = "print the values as they stand behind a stage instead of the report",
+     .commands = "check",
+     .choices = "",
+     .word = &command_line::dump},
+    {.name = "--json",
+     .value = "",
+     .text = "print report and messages as JSON",
+     .commands = "check",
+     .choices = "",
+     .flag = &command_line::json},
+    {.name = "--color",
+     .value = "WHEN",
+     .text = "colours in messages; auto: when they go to a terminal",
+     .commands = "check",
+     .choices = "auto always never",
+     .word = &command_line::colour},
+};
+
+constexpr std::string_view program_text = "Makes pipelined floating-point hardware of C programs.";
+
+std::vector<std::string> words_of(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+bool belongs_to(const option_row& option, std::string_view command) {
+    const std::vector<std::string> names = words_of(option.commands);
+    return std::find(names.begin(), names.end(), command) != names.end();
+}
+
+void add_option(CLI::App& app, const option_row& row, command_line& line) {
+    const std::string name(row.name);
+    const std::string text(row.text);
+    CLI::Option* option = nullptr;
+    if (row.flag != nullptr) {
+        app.add_flag(name, line.*row.flag, text);
+        return;
+    }
+    if (row.word != nullptr) {
+        option = app.add_option(name, line.*row.word, text);
+    } else if (row.number != nullptr) {
+        option = app.add_option(name, line.*row.number, text)->check(CLI::PositiveNumber);
+    } else {
+        option = app.add_option(name, line.*row.list, text)->allow_extra_args(false);
+    }
+    option->type_name(std::string(row.value));
+    if (!row.choices.empty()) {
+        option->check(CLI::IsMember(words_of(row.choices)));
+    }
+    if (row.word == &command_line::dump) {
+        std::vector<std::string> names;
+        for (const stage_row& stage : stage_rows()) {
+            names.emplace_back(stage.name);
+        }
+        option->check(CLI::IsMember(names));
+    }
+}
+
+}  // namespace
+
+std::span<const command_row> command_rows() { return commands; }
+std::span<const option_row> option_rows() { return options; }
+
+parsed_line parse_command_line(std::span<const std::string> arguments) {
+    parsed_line parsed;
+    CLI::App app{std::string(program_text), "xfcflow"};
+    app.set_version_flag("--version", "xfcflow " + std::string(version), "print the version");
+    app.set_help_flag("--help", "print this text");
+    app.require_subcommand(1);
+    // Nothing that a user needs: the texts that are installed are made by it.
+    bool man = false;
+    bool completion = false;
+    app.add_flag("--man", man)->group("");
+    app.add_flag("--completion", completion)->group("");
+    for (const command_row& row : commands) {
+        CLI::App* command = app.add_subcommand(std::string(row.name), std::string(row.text));
+        command->set_help_flag("--help", "print this text");
+        command->footer("Example:\n  " + std::string(row.example));
+        command->add_option("PROG.c", parsed.line.source, "the C program")->required()->type_name("");
+        for (const option_row& option : options) {
+            if (belongs_to(option, row.name)) {
+                add_option(*command, option, parsed.line);
+            }
+        }
+        command->final_callback([&parsed, &row] { parsed.line.command = row.name; });
+    }
+    app.footer("Examples:\n" + [] {
+        std::string text;
+        for (const command_row& row : commands) {
+            text += "  " + std::string(row.example) + "\n";
+        }
+        return text.substr(0, text.size() - 1);
+    }());
+    const bool made_text = arguments.size() == 1 && (arguments[0] == "--man" || arguments[0] == "--completion");
+    if (made_text) {
+        parsed.ends = true;
+        parsed.text = arguments[0] == "--man" ? man_page() : bash_completion();
+        return parsed;
+    }
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError& ended) {
+        std::ostringstream out;
+        std::ostringstream error;
+        parsed.ends = true;
+        parsed.status = app.exit(ended, out, error) == 0 ? 0 : 1;
+        parsed.text = parsed.status == 0 ? out.str() : error.str();
+    }
+    return parsed;
+}
+
+std::string man_page() {
+    std::string text = ".TH XFCFLOW 1 \"\" \"xfcflow " + std::string(version) + "\" \"User Commands\"\n";
+    text += ".SH NAME\nxfcflow \\- compile C programs into pipelined floating-point hardware\n.SH SYNOPSIS\n";
+    for (const command_row& row : commands) {
+        text += ".B xfcflow " + std::string(row.name) + "\n.I PROG.c\n[options]\n.br\n";
+    }
+    text += ".SH DESCRIPTION\n" + std::string(program_text) + "\n";
+    text +=
+        "Messages go to the standard error, reports to the standard output. The status is 0 when what was asked for "
+        "holds, else 1.\n";
+    for (const command_row& row : commands) {
+        text += ".SH XFCFLOW " + [&] {
+            std::string name(row.name);
+            std::transform(name.begin(), name.end(), name.begin(),
+                           [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+            return name;
+        }();
+        text += "\n" + std::string(row.text) + "\n";
+        for (const option_row& option : options) {
+            if (!belongs_to(option, row.name)) {
+                continue;
+            }
+            std::string name(option.name);
+            for (std::size_t at = name.find('-'); at != std::string::npos; at = name.find('-', at + 2)) {
+                name.insert(at, "\\");
+            }
+            text += ".TP\n.B " + name;
+            text += (option.value.empty() ? "" : " \\fI" + std::string(option.value) + "\\fR");
+            text += "\n" + std::string(option.text) + ".\n";
+        }
+        text += ".PP\nExample:\n.PP\n.RS\n.nf\n" + std::string(row.example) + "\n.fi\n.RE\n";
+    }
+    return text + ".SH SEE ALSO\n.BR xfc (1)\n";
+}
+
+std::string bash_completion() {
+    std::string names;
+    for (const command_row& row : commands) {
+        names += (names.empty() ? "" : " ") + std::string(row.name);
+    }
+    std::string text = "# Completion of xfcflow for bash.\n_xfcflow() {\n";
+    text += "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}\n";
+    text += "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n";
+    text +=
+        "        COMPREPLY=($(compgen -W '" + names + " --help --version' -- \"$current\"))\n        return\n    fi\n";
+    text += "    case $previous in\n";
+    for (const option_row& option : options) {
+        std::string choices(option.choices);
+        if (option.word == &command_line::dump) {
+            for (const stage_row& stage : stage_rows()) {
+                choices += (choices.empty() ? "" : " ") + std::string(stage.name);
+            }
+        }
+        if (!choices.empty()) {
+            text += "        " + std::string(option.name) + ") COMPREPLY=($(compgen -W '" + choices +
+                    "' -- \"$current\")); return ;;\n";
+        } else if (option.value == "FOLDER") {
+            text += "        " + std::string(option.name) + ") COMPREPLY=($(compgen -d -- \"$current\")); return ;;\n";
+        }
+    }
+    text += "    esac\n    case ${COMP_WORDS[1]} in\n";
+    for (const command_row& row : commands) {
+        std::string all = "--help";
+        for (const option_row& option : options) {
+            all += belongs_to(option, row.name) ? " " + std::string(option.name) : "";
+        }
+        text += "        " + std::string(row.name) + ") words='" + all + "' ;;\n";
+    }
+    text += "        *) words= ;;\n    esac\n";
+    text += "    case $current in\n        -*) COMPREPLY=($(compgen -W \"$words\" -- \"$current\")) ;;\n";
+    text +=
+        "        *) COMPREPLY=($(compgen -f -X '!*.c' -- \"$current\") $(compgen -d -- \"$current\")) ;;\n    esac\n";
+    return text + "}\ncomplete -o filenames -F _xfcflow xfcflow\n";
+}
+
+}  // namespace xfc::flow

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace xfc::flow {
+
+/// Everything that the command line says. An option's row names the field that it fills.
+struct command_line {
+    std::string command = {};  ///< "check"
+    std::string source = {};
+    std::string top = {};
+    std::string dump = {};  ///< the stage to show
+    std::string colour = "auto";
+    int unroll = 100000;
+    bool c_constants = false;
+    bool json = false;
+    std::vector<std::string> include_folders = {};
+    std::vector<std::string> definitions = {};
+};
+
+/// One command: from this row come the program's help, its man page and its completion.
+struct command_row {
+    std::string_view name;
+    std::string_view text;     ///< what it does, as help and man page say
+    std::string_view example;  ///< a whole line
+};
+
+/// Where an option's value goes; the alternative that is set says what kind of option it is.
+struct option_row {
+    std::string_view name;      ///< "--top"
+    std::string_view value;     ///< what stands for its value in texts; empty for a switch
+    std::string_view text;      ///< what it does
+    std::string_view commands;  ///< names of the commands that have it, separated by blanks
+    std::string_view choices;   ///< values to choose from, separated by blanks; empty: any
+    bool command_line::*flag = nullptr;
+    std::string command_line::*word = nullptr;
+    int command_line::*number = nullptr;
+    std::vector<std::string> command_line::*list = nullptr;
+};
+
+[[nodiscard]] std::span<const command_row> command_rows();
+[[nodiscard]] std::span<const option_row> option_rows();
+
+/// What came of reading the arguments: a command to run, or a text to print and a status to end with.
+struct parsed_line {
+    command_line line = {};
+    bool ends = false;
+    std::string text = {};  ///< for the standard output when the status is 0, else for the standard error
+    int status = 0;
+};
+
+/// Reads the arguments behind the program's name.
+[[nodiscard]] parsed_line parse_command_line(std::span<const std::string> arguments);
+
+/// The man page in the format of man(7), and the completion for bash, from the same rows.
+[[nodiscard]] std::string man_page();
+[[nodiscard]] std::string bash_completion();
+
+}  // namespace xfc::flow

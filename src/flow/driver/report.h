@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "flow/diagnostics/diagnostics.h"
+#include "flow/graph/program.h"
+
+namespace xfc::flow {
+
+/// What a person reads about a program: its name, its ports, how many operations of which kind.
+[[nodiscard]] std::string report_text(const program& what, std::string_view source);
+
+/// The same and the messages as JSON; without a program the messages alone.
+[[nodiscard]] std::string report_json(const program* what, const diagnostics& messages, const source_map& places,
+                                      std::string_view source);
+
+}  // namespace xfc::flow

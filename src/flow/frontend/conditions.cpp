@@ -1,0 +1,157 @@
+#include "flow/frontend/conditions.h"
+
+#include <array>
+
+#include "flow/graph/fold.h"
+
+namespace xfc::flow {
+
+void conditions::assume(value_id condition, bool truth) {
+    starts_.push_back(learned_.size());
+    learn(condition, truth);
+}
+
+void conditions::learn(value_id condition, bool truth) {
+    std::vector<std::pair<value_id, bool>> rest = {{condition, truth}};
+    while (!rest.empty()) {
+        const auto [id, holds] = rest.back();
+        rest.pop_back();
+        const value& one = values_[id];
+        if (one.op == operation::constant || !facts_.emplace(id, holds).second) {
+            continue;  // what is known already is known with all that follows from it
+        }
+        learned_.push_back(id);
+        if (one.op == operation::bit_not) {
+            rest.emplace_back(one.operands[0], !holds);
+        } else if ((one.op == operation::bit_and && holds) || (one.op == operation::bit_or && !holds)) {
+            rest.emplace_back(one.operands[0], holds);
+            rest.emplace_back(one.operands[1], holds);
+        }
+    }
+}
+
+void conditions::forget() {
+    while (learned_.size() > starts_.back()) {
+        facts_.erase(learned_.back());
+        learned_.pop_back();
+    }
+    starts_.pop_back();
+}
+
+std::optional<bool> conditions::truth_of(value_id condition) const {
+    if (const auto known = values_.known_boolean(condition)) {
+        return known;
+    }
+    const auto fact = facts_.find(condition);
+    if (fact != facts_.end()) {
+        return fact->second;
+    }
+    const value& one = values_[condition];
+    if (one.op == operation::bit_not) {
+        const auto inner = facts_.find(one.operands[0]);
+        return inner == facts_.end() ? std::nullopt : std::optional(!inner->second);
+    }
+    if (one.op == operation::bit_and || one.op == operation::bit_or) {
+        const bool decisive = one.op == operation::bit_or;
+        int others = 0;
+        for (const value_id operand : one.operand_span()) {
+            const auto inner = facts_.find(operand);
+            if (inner != facts_.end() && inner->second == decisive) {
+                return decisive;
+            }
+            others += inner != facts_.end() ? 1 : 0;
+        }
+        return others == 2 ? std::optional(!decisive) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+decision conditions::path(decisions& all) const {
+    decision whole = always;
+    for (const value_id id : learned_) {
+        const decision one = all.of(id);
+        whole = all.both(whole, facts_.at(id) ? one : all.inverse(one));
+    }
+    return whole;
+}
+
+value_id conditions::known_choice(value_id id) const {
+    while (values_[id].op == operation::select) {
+        const auto truth = truth_of(values_[id].operands[0]);
+        if (!truth) {
+            break;
+        }
+        id = values_[id].operands[*truth ? 1 : 2];
+    }
+    return id;
+}
+
+bool conditions::differs_from_zero(value_id integer) const {
+    if (const auto known = values_.known_integer(integer)) {
+        return *known != 0;
+    }
+    const value& divisor = values_[integer];
+    if (divisor.op == operation::select) {
+        return differs_from_zero(divisor.operands[1]) && differs_from_zero(divisor.operands[2]);
+    }
+    for (const value_id id : learned_) {
+        const value& fact = values_[id];
+        const bool holds = facts_.at(id);
+        const bool compares_it =
+            (fact.op == operation::equal || fact.op == operation::less || fact.op == operation::less_equal) &&
+            (fact.operands[0] == integer || fact.operands[1] == integer);
+        if (!compares_it) {
+            continue;
+        }
+        // Whether the comparison with 0 in the place of the integer would come out the other way.
+        const auto known_operand = [&](value_id operand) {
+            return operand == integer ? std::optional(0) : values_.known_integer(operand);
+        };
+        const auto left = known_operand(fact.operands[0]);
+        const auto right = known_operand(fact.operands[1]);
+        if (!left || !right) {
+            continue;
+        }
+        const bool with_zero = fact.op == operation::equal  ? *left == *right
+                               : fact.op == operation::less ? *left < *right
+                                                            : *left <= *right;
+        if (with_zero != holds) {
+            return true;
+        }
+    }
+    return false;
+}
+
+value_id conditions::both(value_id left, value_id right, source_range where) {
+    const std::array<value_id, 2> operands = {left, right};
+    return make_folded(values_, operation::bit_and, number_format::boolean, operands, where);
+}
+
+value_id conditions::either(value_id left, value_id right, source_range where) {
+    const std::array<value_id, 2> operands = {left, right};
+    return make_folded(values_, operation::bit_or, number_format::boolean, operands, where);
+}
+
+value_id conditions::inverse(value_id condition, source_range where) {
+    const std::array<value_id, 1> operands = {condition};
+    return make_folded(values_, operation::bit_not, number_format::boolean, operands, where);
+}
+
+value_id conditions::choose(value_id condition, value_id yes, value_id no, source_range where) {
+    if (yes == no) {
+        return yes;
+    }
+    if (const auto truth = values_.known_boolean(condition)) {
+        return *truth ? yes : no;
+    }
+    if (const auto known = values_.known_boolean(yes)) {
+        return *known ? either(condition, no, where) : both(inverse(condition, where), no, where);
+    }
+    if (const auto known = values_.known_boolean(no)) {
+        return *known ? either(inverse(condition, where), yes, where) : both(condition, yes, where);
+    }
+    const std::array<value_id, 3> operands = {condition, yes, no};
+    return make_folded(values_, operation::select, number_format::boolean, operands, where);
+}
+
+}  // namespace xfc::flow

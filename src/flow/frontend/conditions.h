@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "flow/frontend/decisions.h"
+#include "flow/graph/graph.h"
+
+namespace xfc::flow {
+
+/// What is known to hold on the way through the program that is being followed, and booleans made with that knowledge.
+class conditions {
+public:
+    explicit conditions(graph& values) : values_(values) {}
+
+    /// From here on until the matching `forget`, the condition has this truth.
+    void assume(value_id condition, bool truth);
+    void forget();
+
+    [[nodiscard]] std::optional<bool> truth_of(value_id condition) const;
+
+    /// The way that is being followed, as one condition.
+    [[nodiscard]] decision path(decisions& all) const;
+
+    /// The value without those selects around it whose choice is known here.
+    [[nodiscard]] value_id known_choice(value_id id) const;
+
+    /// Whether it is certain here that the integer is not 0.
+    [[nodiscard]] bool differs_from_zero(value_id integer) const;
+
+    value_id both(value_id left, value_id right, source_range where);
+    value_id either(value_id left, value_id right, source_range where);
+    value_id inverse(value_id condition, source_range where);
+    /// condition ? yes : no, as the fewest operations on booleans.
+    value_id choose(value_id condition, value_id yes, value_id no, source_range where);
+    value_id boolean(bool truth) { return truth ? true_ : false_; }
+
+private:
+    void learn(value_id condition, bool truth);
+
+    graph& values_;
+    value_id true_ = values_.make_boolean(true);
+    value_id false_ = values_.make_boolean(false);
+    std::unordered_map<value_id, bool> facts_;
+    std::vector<value_id> learned_;    ///< in order
+    std::vector<std::size_t> starts_;  ///< of each assumption in `learned_`
+};
+
+}  // namespace xfc::flow

@@ -1,0 +1,276 @@
+#pragma once
+
+#include <clang/AST/ASTContext.h>
+#include <clang/AST/Decl.h>
+#include <clang/AST/Expr.h>
+#include <clang/AST/Stmt.h>
+#include <llvm/ADT/DenseMap.h>
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "flow/diagnostics/diagnostics.h"
+#include "flow/frontend/conditions.h"
+#include "flow/frontend/frontend.h"
+#include "flow/frontend/memory.h"
+#include "flow/frontend/parser.h"
+#include "flow/graph/program.h"
+
+namespace xfc::flow {
+
+/// Ends the following of a program; what is wrong has been reported.
+struct refusal {};
+
+/// A number type of C as the graph sees it.
+struct scalar_type {
+    number_format format = number_format::integer;
+    std::uint32_t bytes = 4;
+    bool is_signed = true;
+
+    [[nodiscard]] bool is_integer() const { return format == number_format::integer; }
+};
+
+/// The result of an expression.
+struct result {
+    enum class kind : std::uint8_t {
+        nothing,  ///< of type void
+        number,   ///< `number`, perhaps in a narrower format than C's type: see `flexible`
+        pointer,  ///< to `where`; no_object: null
+        unknown_pointer,
+        aggregate,  ///< a structure or union that stands at `where`
+        function,   ///< `function`
+    };
+
+    kind is = kind::nothing;
+    value_id number = no_value;
+    /// A floating constant without suffix, or computed from such alone: takes the other operand's format.
+    bool flexible = false;
+    const clang::FloatingLiteral* literal = nullptr;  ///< when it is this constant alone,
+    bool negated = false;                             ///< or its negative
+    place where = {};
+    const clang::FunctionDecl* function = nullptr;
+};
+
+/// How a statement is left, as conditions relative to its start.
+struct flow_of {
+    value_id returned;
+    value_id broke;
+    value_id continued;
+};
+
+/// Follows a parsed program. One object follows one program.
+class executor {
+public:
+    executor(clang::ASTContext& context, const frontend_options& options, diagnostics& messages,
+             const stack_watch& stack);
+
+    /// Finds the top, follows it and gives the program without its places. Throws a refusal.
+    [[nodiscard]] program run(const std::string& base_name);
+
+private:
+    // ---- top.cpp: which functions run, and what their ports are ----
+    struct port_place {
+        std::string name;
+        std::string access;
+        scalar_type type;
+        std::string c_type;
+        place where;
+    };
+    /// A variable or parameter that may become ports.
+    struct candidate {
+        object_id object;
+        std::string access;
+        bool may_be_output;
+        bool is_result;
+    };
+
+    struct leaf {
+        place where;
+        scalar_type type;
+    };
+
+    void collect_functions(std::vector<const clang::FunctionDecl*>& functions);
+    std::vector<const clang::FunctionDecl*> choose_top();
+    void follow_function(const clang::FunctionDecl& function);
+    void follow_whole_file(const std::vector<const clang::FunctionDecl*>& functions);
+    void create_parameter(const clang::ParmVarDecl& declaration);
+    void run_top_body(const clang::FunctionDecl& function);
+    void add_variable(object_id id, const clang::VarDecl& variable);
+    void initialize_globals();
+    void list_ports(const clang::QualType& type, const place& where, const std::string& name, const std::string& access,
+                    std::vector<port_place>& ports) const;
+    bool is_output(const candidate& variable, const port_place& one) const;
+    value_id output_value(const port_place& one);
+    void finish_graph();
+    void give_legal_names(std::vector<port>& inputs, std::vector<port>& outputs);
+    void report_unused(const std::vector<bool>& is_port);
+    void check_kept_values();
+    void note_deviations();
+
+    // ---- statements.cpp ----
+    flow_of execute(const clang::Stmt& statement);
+    flow_of execute_sequence(std::span<const clang::Stmt* const> statements);
+    flow_of execute_declarations(const clang::DeclStmt& statement);
+    flow_of execute_if(const clang::IfStmt& statement);
+    flow_of execute_return(const clang::ReturnStmt& statement);
+    struct loop_parts {
+        const clang::Expr* condition;  ///< null: always
+        const clang::Expr* step;       ///< null: none
+        const clang::Stmt& body;
+        bool body_first;
+        source_range where;
+    };
+    flow_of execute_loop(const loop_parts& loop);
+    value_id run_rounds(const loop_parts& loop, int round);
+    flow_of execute_switch(const clang::SwitchStmt& statement);
+    [[nodiscard]] flow_of straight_on() const { return {no_, no_, no_}; }
+    value_id left(const flow_of& flow, source_range where);
+    flow_of under(value_id condition, const flow_of& flow, source_range where);
+    void add_flow(flow_of& total, const flow_of& more, source_range where);
+    value_id case_matches(const clang::SwitchCase& label, const result& selector, const clang::Expr& condition);
+
+    /// Runs what the condition guards; both ways are followed when it is not known, and memory merged behind them.
+    void guarded(value_id condition, source_range where, const std::function<void()>& yes,
+                 const std::function<void()>& no = {});
+    void merge(value_id condition, source_range where, std::span<const memory::change> yes,
+               std::span<const memory::change> no);
+    value_id input_in_place(std::uint32_t index, const cell& shape);
+    value_id chosen(value_id condition, value_id yes, value_id no, source_range where);
+    cell merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no, source_range where);
+
+    // ---- objects.cpp: variables and what they hold ----
+    object_id create_object(const clang::QualType& type, std::string name, source_range where);
+    object_id object_of(const clang::VarDecl& variable);
+    object_id declare(const clang::VarDecl& variable);
+    void check_object_type(const clang::QualType& type, const std::string& name, source_range where);
+    void initialize(const place& where, const clang::QualType& type, const clang::Expr& initializer);
+    void initialize_from_list(const place& where, const clang::QualType& type, const clang::InitListExpr& list);
+    void set_zero(const place& where, const clang::QualType& type, source_range range);
+    void set_text(const place& where, const clang::QualType& type, const clang::StringLiteral& text);
+    void store(const place& where, const clang::QualType& type, const result& what, source_range range);
+    result load(const place& where, const clang::QualType& type, source_range range);
+    void check_set(const place& where, const cell& found, source_range range);
+    result load_number(const place& where, const scalar_type& type, const cell& found, source_range range);
+    result load_pointer(const cell& found, source_range range);
+    void copy(const place& to, const place& from, const clang::QualType& type, source_range range);
+    value_id unset_value(std::uint32_t index, const place& where, const scalar_type& type);
+    void check_place(const place& where, std::uint32_t bytes, source_range range);
+    [[nodiscard]] place place_of_index(std::uint32_t index) const;
+    [[nodiscard]] std::uint32_t bytes_of(const clang::QualType& type) const;
+    std::uint32_t granule_of(const clang::QualType& type) const;
+    [[nodiscard]] std::optional<scalar_type> scalar_at(clang::QualType type, std::uint32_t offset) const;
+    [[nodiscard]] std::string extent_of(const object& one) const;
+    void create_globals();
+    void create_static(const clang::VarDecl& variable);
+
+    // ---- expressions.cpp ----
+    result evaluate(const clang::Expr& expression);
+    place address_of(const clang::Expr& expression);
+    result evaluate_unary(const clang::UnaryOperator& expression);
+    result evaluate_binary(const clang::BinaryOperator& expression);
+    result evaluate_logical(const clang::BinaryOperator& expression);
+    result evaluate_assignment(const clang::BinaryOperator& expression);
+    result evaluate_compound_assignment(const clang::CompoundAssignOperator& expression);
+    result evaluate_conditional(const clang::AbstractConditionalOperator& expression);
+    result evaluate_cast(const clang::CastExpr& expression);
+    result evaluate_increment(const clang::UnaryOperator& expression);
+    result evaluate_floating_literal(const clang::FloatingLiteral& literal);
+    result evaluate_known(const clang::Expr& expression);
+    result operate(clang::BinaryOperatorKind kind, const result& left, const clang::QualType& left_type,
+                   const result& right, const clang::QualType& right_type, const clang::QualType& type,
+                   const clang::Expr& expression);
+    result operate_on_pointers(clang::BinaryOperatorKind kind, const result& left, const clang::QualType& left_type,
+                               const result& right, const clang::QualType& right_type, const clang::Expr& expression);
+    result operate_on_integers(clang::BinaryOperatorKind kind, const result& left, const result& right,
+                               const scalar_type& type, const clang::Expr& expression);
+    result operate_on_floats(clang::BinaryOperatorKind kind, const result& left, const result& right,
+                             const clang::Expr& expression);
+    result compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,
+                   source_range where);
+    result moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,
+                 const clang::Expr& expression);
+
+    // ---- conversions.cpp: numbers from one format to another ----
+    [[nodiscard]] std::optional<scalar_type> find_scalar(const clang::QualType& type) const;
+    scalar_type scalar_of(const clang::QualType& type, source_range where);
+    [[noreturn]] void refuse_type(const clang::QualType& type, source_range where);
+    result converted(const result& from, const clang::QualType& from_type, const clang::QualType& to_type,
+                     source_range where);
+    value_id in_format(const result& from, number_format format, source_range where);
+    value_id narrowed_constant(const result& from, source_range where);
+    value_id wrapped(value_id integer, const scalar_type& type, source_range where);
+    value_id truth(const result& from, const clang::Expr& expression);
+    value_id truth(const result& from, source_range where);
+    number_format common_format(std::span<const result* const> operands, source_range where);
+    void note_deviation(const result& constant, source_range where);
+    value_id make(operation op, number_format format, std::initializer_list<value_id> operands, source_range where);
+    result number(value_id id) const;
+
+    // ---- calls.cpp ----
+    result call(const clang::CallExpr& expression, bool discarded);
+    const clang::FunctionDecl& callee_of(const clang::CallExpr& expression);
+    result call_known(const clang::FunctionDecl& function, const clang::CallExpr& expression);
+    result call_power(const clang::FunctionDecl& function, const clang::CallExpr& expression);
+    result call_with_body(const clang::FunctionDecl& function, const clang::CallExpr& expression, bool discarded);
+    void run_body(const clang::FunctionDecl& function);
+    std::optional<result> call_builtin(const clang::FunctionDecl& function, const clang::CallExpr& expression);
+
+    // ---- everything ----
+    [[noreturn]] void refuse(message_id id, source_range where, std::initializer_list<std::string_view> arguments = {});
+    [[noreturn]] void refuse_with_note(message_id id, source_range where,
+                                       std::initializer_list<std::string_view> arguments, message_id note,
+                                       source_range note_where, std::initializer_list<std::string_view> note_arguments);
+    void add_call_notes();
+    [[nodiscard]] source_range range(const clang::Stmt& statement) const;
+    [[nodiscard]] source_range range(clang::SourceRange where) const;
+    void count_step(const clang::Stmt& statement);
+
+    struct frame {
+        const clang::FunctionDecl* function = nullptr;
+        source_range call_place = {};
+        call_id call = 0;
+        place returned = {};
+        llvm::DenseMap<const clang::VarDecl*, object_id> locals{};
+    };
+
+    clang::ASTContext& context_;
+    const frontend_options& options_;
+    diagnostics& messages_;
+    const stack_watch& stack_;
+
+    graph values_;
+    conditions conditions_{values_};
+    value_id yes_ = conditions_.boolean(true);
+    value_id no_ = conditions_.boolean(false);
+    decisions decisions_{values_};
+    memory memory_;
+    program program_;
+
+    mutable llvm::DenseMap<const clang::Stmt*, source_range> ranges_;
+    std::vector<frame> frames_;
+    llvm::DenseMap<const clang::VarDecl*, object_id> globals_;
+    llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings
+    llvm::DenseMap<const clang::OpaqueValueExpr*, result> opaque_;
+    llvm::DenseMap<llvm::StringRef, const clang::FunctionDecl*> bodies_;
+    std::vector<const clang::FunctionDecl*> functions_by_number_;
+    std::unordered_map<std::uint32_t, value_id> unset_values_;  ///< by cell
+    mutable llvm::DenseMap<const clang::Type*, std::uint32_t> granules_;
+    std::vector<leaf> leaves_;                                  ///< by port number of the working graph
+    std::unordered_map<value_id, source_range> branch_places_;  ///< where a condition was asked
+    std::unordered_map<std::uint32_t, source_range> initial_reads_;
+    std::unordered_map<std::uint32_t, source_range> kept_writes_;
+
+    std::vector<candidate> candidates_;  ///< in the order of their declarations
+    bool older_ = false;                 ///< the file is followed as older sources are written
+    int scope_depth_ = 0;
+    int depth_ = 0;  ///< of expressions
+    std::size_t steps_ = 0;
+    std::size_t deviations_ = 0;
+    source_range first_deviation_ = {};
+};
+
+}  // namespace xfc::flow

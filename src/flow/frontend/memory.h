@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "flow/frontend/decisions.h"
+#include "flow/graph/graph.h"
+
+namespace xfc::flow {
+
+using object_id = std::uint32_t;
+
+inline constexpr object_id no_object = 0xFFFFFFFF;
+
+/// What one cell of memory holds.
+enum class cell_kind : std::uint8_t {
+    unset,            ///< nothing yet
+    number,           ///< a value of the graph
+    pointer,          ///< an object and an offset in bytes; no_object: null
+    function,         ///< a function's number
+    unknown_pointer,  ///< one of several, or perhaps none
+    tail,             ///< further cells of the scalar in front
+    torn,             ///< part of a scalar that was partly overwritten
+};
+
+struct cell {
+    cell_kind kind = cell_kind::unset;
+    std::uint8_t bytes = 0;      ///< size of the scalar whose head this is
+    bool initial = true;         ///< never written since the program began
+    std::uint32_t content = 0;   ///< value, object or function
+    std::int32_t offset = 0;     ///< of a pointer, bytes
+    decision set_when = always;  ///< on which ways anything was written
+
+    friend bool operator==(const cell&, const cell&) = default;
+};
+
+/// Where a scalar stands.
+struct place {
+    object_id object = no_object;
+    std::int64_t offset = 0;  ///< bytes
+};
+
+/// What a variable without value does when it is read.
+enum class unset_rule : std::uint8_t {
+    refuse,  ///< an error
+    input,   ///< it becomes an input of the design
+};
+
+/// A variable, parameter, table or temporary.
+struct object {
+    std::string name = {};
+    source_range where = {};
+    std::uint32_t first_cell = 0;
+    std::uint32_t bytes = 0;
+    std::uint32_t granule = 1;  ///< bytes a cell; all scalars of the object are whole cells
+    unset_rule rule = unset_rule::refuse;
+    bool kept_between_calls = false;  ///< static storage that the program may change
+    const void* declaration = nullptr;
+    const void* type = nullptr;  ///< of the whole object, for its owner
+};
+
+/// Objects as flat cells, with a journal by which what a branch wrote can be taken back and told.
+class memory {
+public:
+    struct change {
+        std::uint32_t index;
+        cell now;
+    };
+
+    object_id create(object description);
+    [[nodiscard]] const object& operator[](object_id id) const { return objects_[id]; }
+    void set_unset_rule(object_id id, unset_rule rule) { objects_[id].rule = rule; }
+    /// Takes what stands in the object now as what the program begins with.
+    void begin_with(object_id id, bool kept_between_calls);
+    [[nodiscard]] object_id object_count() const { return static_cast<object_id>(objects_.size()); }
+    [[nodiscard]] std::size_t cell_count() const { return cells_.size(); }
+
+    /// Whether a scalar of so many bytes lies inside its object, on whole cells.
+    [[nodiscard]] bool holds(const place& where, std::uint32_t bytes) const;
+
+    /// The cell's index of a scalar that lies inside its object.
+    [[nodiscard]] std::uint32_t index_of(const place& where) const;
+
+    /// The scalar there; torn when what stands there has another size.
+    [[nodiscard]] cell read(const place& where, std::uint32_t bytes) const;
+    void write(const place& where, const cell& content);
+
+    [[nodiscard]] const cell& at(std::uint32_t index) const { return cells_[index]; }
+    void set(std::uint32_t index, const cell& content);
+
+    /// What is written from here on can be taken back.
+    void begin_branch();
+    /// Takes back what was written since, and tells the cells that changed, by rising index.
+    [[nodiscard]] std::vector<change> end_branch();
+
+    /// Reads and writes in the order in which the program's text makes them, for finding out what stays unread.
+    void note_read(std::uint32_t index) { last_read_[index] = ++clock_; }
+    void note_write(std::uint32_t index) { last_write_[index] = ++clock_; }
+    [[nodiscard]] bool was_read(std::uint32_t index) const { return last_read_[index] != 0; }
+    [[nodiscard]] bool was_written(std::uint32_t index) const { return last_write_[index] != 0; }
+    [[nodiscard]] bool read_since_written(std::uint32_t index) const { return last_read_[index] > last_write_[index]; }
+
+private:
+    struct branch {
+        std::uint32_t first_new;  ///< cells from here on were made inside
+        std::size_t log_start;
+    };
+    struct logged {
+        std::uint32_t index;
+        cell before;
+    };
+
+    std::vector<object> objects_;
+    std::vector<cell> cells_;
+    std::vector<std::uint32_t> last_read_;
+    std::vector<std::uint32_t> last_write_;
+    std::vector<branch> branches_;
+    std::vector<logged> log_;
+    std::uint32_t clock_ = 0;
+};
+
+}  // namespace xfc::flow

@@ -1,0 +1,187 @@
+#include "flow/graph/graph.h"
+
+#include <bit>
+#include <cassert>
+#include <utility>
+
+namespace xfc::flow {
+
+namespace {
+
+constexpr std::size_t first_index_size = 1024;
+
+std::uint64_t hash_of(const value& one) {
+    std::uint64_t hash = (static_cast<std::uint64_t>(one.op) << 8U) | static_cast<std::uint64_t>(one.format);
+    for (const value_id operand : one.operands) {
+        hash = (hash ^ operand) * 0x9E3779B97F4A7C15U;
+        hash ^= hash >> 29U;
+    }
+    return hash;
+}
+
+bool equal_values(const value& left, const value& right) {
+    return left.op == right.op && left.format == right.format && left.operands == right.operands;
+}
+
+}  // namespace
+
+graph::graph() : index_(first_index_size, no_value), calls_(1) {}
+
+value_id graph::make(operation op, number_format format, std::span<const value_id> operands, source_range where,
+                     call_id call) {
+    assert(operands.size() == static_cast<std::size_t>(row_of(op).arity()));
+    value wanted{.op = op, .format = format, .where = where, .call = call};
+    for (std::size_t place = 0; place < operands.size(); ++place) {
+        assert(operands[place] < size());
+        wanted.operands.at(place) = operands[place];
+    }
+    if (row_of(op).commutative && wanted.operands[0] > wanted.operands[1]) {
+        std::swap(wanted.operands[0], wanted.operands[1]);
+    }
+    return find_or_append(wanted);
+}
+
+value_id graph::make_constant(number_format format, std::uint64_t bits, source_range where, call_id call) {
+    value wanted{.op = operation::constant, .format = format, .where = where, .call = call};
+    wanted.operands = {static_cast<value_id>(bits), static_cast<value_id>(bits >> 32U), 0};
+    return find_or_append(wanted);
+}
+
+value_id graph::make_single(float number, source_range where) {
+    return make_constant(number_format::single_float, std::bit_cast<std::uint32_t>(number), where);
+}
+
+value_id graph::make_double(double number, source_range where) {
+    return make_constant(number_format::double_float, std::bit_cast<std::uint64_t>(number), where);
+}
+
+value_id graph::add_input(port description) {
+    value wanted{.op = operation::input, .format = description.format, .where = description.where};
+    wanted.operands[0] = static_cast<value_id>(inputs_.size());
+    const value_id id = find_or_append(wanted);
+    description.value = id;
+    inputs_.push_back(std::move(description));
+    return id;
+}
+
+void graph::add_output(port description) {
+    assert(description.value < size());
+    outputs_.push_back(std::move(description));
+}
+
+call_id graph::add_call(call description) {
+    calls_.push_back(std::move(description));
+    return static_cast<call_id>(calls_.size() - 1);
+}
+
+value_id graph::find_or_append(const value& wanted) {
+    if ((values_.size() + 1) * 4 > index_.size() * 3) {
+        grow_index();
+    }
+    const std::size_t mask = index_.size() - 1;
+    std::size_t slot = hash_of(wanted) & mask;
+    while (index_[slot] != no_value) {
+        if (equal_values(values_[index_[slot]], wanted)) {
+            return index_[slot];
+        }
+        slot = (slot + 1) & mask;
+    }
+    const auto id = static_cast<value_id>(values_.size());
+    index_[slot] = id;
+    values_.push_back(wanted);
+    return id;
+}
+
+void graph::grow_index() {
+    std::vector<value_id> larger(index_.size() * 2, no_value);
+    const std::size_t mask = larger.size() - 1;
+    for (value_id id = 0; id < size(); ++id) {
+        std::size_t slot = hash_of(values_[id]) & mask;
+        while (larger[slot] != no_value) {
+            slot = (slot + 1) & mask;
+        }
+        larger[slot] = id;
+    }
+    index_ = std::move(larger);
+}
+
+std::optional<std::int32_t> graph::known_integer(value_id id) const {
+    const value& one = values_[id];
+    if (one.op != operation::constant || one.format != number_format::integer) {
+        return std::nullopt;
+    }
+    return static_cast<std::int32_t>(one.operands[0]);
+}
+
+std::optional<bool> graph::known_boolean(value_id id) const {
+    const value& one = values_[id];
+    if (one.op != operation::constant || one.format != number_format::boolean) {
+        return std::nullopt;
+    }
+    return one.operands[0] != 0;
+}
+
+float graph::single_of(value_id id) const {
+    assert(is_constant(id) && values_[id].format == number_format::single_float);
+    return std::bit_cast<float>(values_[id].operands[0]);
+}
+
+double graph::double_of(value_id id) const {
+    assert(is_constant(id) && is_floating(values_[id].format));
+    return values_[id].format == number_format::single_float ? static_cast<double>(single_of(id))
+                                                             : std::bit_cast<double>(values_[id].constant_bits());
+}
+
+std::size_t graph::memory() const { return values_.capacity() * sizeof(value) + index_.capacity() * sizeof(value_id); }
+
+std::vector<bool> needed_for(const graph& source, std::span<const port> outputs) {
+    std::vector<bool> needed(source.size(), false);
+    for (const port& output : outputs) {
+        needed[output.value] = true;
+    }
+    for (value_id id = source.size(); id-- > 0;) {
+        if (needed[id]) {
+            for (const value_id operand : source[id].operand_span()) {
+                needed[operand] = true;
+            }
+        }
+    }
+    return needed;
+}
+
+graph extracted(const graph& source, std::span<const port> inputs, std::span<const port> outputs) {
+    const std::vector<bool> needed = needed_for(source, outputs);
+    graph result;
+    for (call_id id = 1; id < source.call_count(); ++id) {
+        result.add_call(source.call_at(id));
+    }
+    std::vector<value_id> renumbered(source.size(), no_value);
+    for (const port& input : inputs) {
+        renumbered[input.value] = result.add_input(input);
+    }
+    for (value_id id = 0; id < source.size(); ++id) {
+        const value& one = source[id];
+        if (!needed[id] || one.op == operation::input) {
+            continue;
+        }
+        if (one.op == operation::constant) {
+            renumbered[id] = result.make_constant(one.format, one.constant_bits(), one.where, one.call);
+            continue;
+        }
+        std::array<value_id, most_operands> operands = {};
+        const auto old = one.operand_span();
+        for (std::size_t place = 0; place < old.size(); ++place) {
+            operands.at(place) = renumbered[old[place]];
+        }
+        renumbered[id] = result.make(one.op, one.format, {operands.data(), old.size()}, one.where, one.call);
+    }
+    for (port output : outputs) {
+        output.value = renumbered[output.value];
+        result.add_output(std::move(output));
+    }
+    return result;
+}
+
+graph without_unused(const graph& source) { return extracted(source, source.inputs(), source.outputs()); }
+
+}  // namespace xfc::flow

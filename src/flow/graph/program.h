@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "flow/graph/graph.h"
+#include "flow/graph/source_map.h"
+
+namespace xfc::flow {
+
+/// The two ways to write the top of a program.
+enum class top_style : std::uint8_t {
+    function,    ///< one function whose parameters and result are the ports
+    whole_file,  ///< functions without parameters that run in the order of the source; variables are the ports
+};
+
+/// A parameter of the top as the C program declares it, for whoever calls the program as C.
+struct parameter {
+    std::string name = {};
+    std::string declaration = {};  ///< of an object that can be given: "float x[8]", "struct point p", "float y"
+    bool by_address = false;       ///< the call takes the object's address: a pointer to one element
+};
+
+/// A C program as hardware sees it: what enters, what leaves, and how one comes from the other.
+struct program {
+    std::string name = {};  ///< the top function's, or the source file's base name for the older style
+    top_style style = top_style::function;
+    std::vector<std::string> functions = {};  ///< what runs, in order: the top alone, or all of the older style
+    std::vector<parameter> parameters = {};   ///< of the top; empty for the older style
+    std::string result_type = {};             ///< as C writes it; empty for void
+    graph values = {};
+    source_map places = {};
+};
+
+}  // namespace xfc::flow

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace xfc::flow {
+
+/// A stretch of source text: offsets in bytes into all files of one compilation laid end to end, the first from 1.
+/// The end is one past the last byte. 0 stands for no place.
+struct source_range {
+    std::uint32_t begin = 0;
+    std::uint32_t end = 0;
+
+    [[nodiscard]] constexpr bool is_known() const { return begin != 0; }
+    friend constexpr bool operator==(source_range, source_range) = default;
+};
+
+/// A place as people count: lines and columns (bytes) from 1; line 0 stands for no place.
+struct source_position {
+    std::string_view file;
+    int line = 0;
+    int column = 0;
+    int end_column = 0;     ///< one past the range's last column on this line
+    std::string_view text;  ///< the whole line, without its end
+};
+
+/// The texts of one compilation, so that places can be told without the parser that made them.
+class source_map {
+public:
+    /// Takes a file whose first byte has offset `begin`. Files come in rising order of their offsets.
+    void add_file(std::uint32_t begin, std::string name, std::string text);
+
+    [[nodiscard]] source_position position_of(source_range range) const;
+
+    /// "FILE:LINE:COLUMN", empty for no place.
+    [[nodiscard]] std::string place_text(source_range range) const;
+
+    /// The text of the range itself, its white space folded to single blanks.
+    [[nodiscard]] std::string expression_text(source_range range) const;
+
+private:
+    struct file {
+        std::uint32_t begin;
+        std::string name;
+        std::string text;
+        std::vector<std::uint32_t> line_starts;
+    };
+
+    [[nodiscard]] const file* file_at(std::uint32_t offset) const;
+
+    std::vector<file> files_;
+};
+
+}  // namespace xfc::flow
