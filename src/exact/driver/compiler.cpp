@@ -76,19 +76,6 @@ int give_verdict() {
     return 0;
 }
 
-}  // namespace
-
-std::string derive_base_name(std::string_view source_argument) {
-    std::string name(source_argument.substr(0, name_buffer_size - 1));
-    name.resize(name_buffer_size);
-    if (const std::size_t dot = name.find('.'); dot != std::string::npos) {
-        name[dot] = '\0';
-    }
-    return name;
-}
-
-namespace {
-
 int run(std::span<const char* const> arguments) {
     if (arguments.empty()) {
         return explain_usage();
@@ -104,6 +91,15 @@ int run(std::span<const char* const> arguments) {
 }
 
 }  // namespace
+
+std::string derive_base_name(std::string_view source_argument) {
+    std::string name(source_argument.substr(0, name_buffer_size - 1));
+    name.resize(name_buffer_size);
+    if (const std::size_t dot = name.find('.'); dot != std::string::npos) {
+        name[dot] = '\0';
+    }
+    return name;
+}
 
 int run_compiler(std::span<const char* const> arguments) {
     current = {};

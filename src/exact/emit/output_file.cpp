@@ -43,10 +43,11 @@ output_file::output_file(std::string name)
 }
 
 output_file::~output_file() {
-    current.unfinished_output = {};
     if (stream_ != nullptr) {
+        remove_unfinished_output();
         static_cast<void>(std::fclose(stream_));
     }
+    current.unfinished_output = {};
 }
 
 void output_file::close() {
