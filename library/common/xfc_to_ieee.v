@@ -6,7 +6,7 @@
 //   step coarse:      shift left by so many bytes
 //   step bits:        zeros in front of the first byte
 //   step fine:        shift left by so many bits
-//   step decide:      whether to round up; the exponent of the leading one; nothing but zeros is zero
+//   step decide:      whether to round up, whether that carries out of the lower half; the exponent of the leading one
 //   step round:       lower half of the fraction, for rounding and for the missing unit
 //   step carry:       upper half of the fraction and the exponent
 //   step range:       too small, too large
@@ -31,7 +31,7 @@ module xfc_to_ieee
   localparam padded = 8 * (magnitude_bits / 8 + 1);
   localparam extension = fraction_bits + 3 > padded + 1 ? fraction_bits + 3 - padded : 1;
   localparam dropped_bits = padded + extension - 1 - fraction_bits;
-  localparam low_bits = fraction_bits / 2;
+  localparam low_bits = (fraction_bits + wide_bits) / 2;   // two carry chains of the same length
   localparam high_bits = fraction_bits - low_bits;
   localparam coarse_border = latency / 6;
   localparam fine_border = latency / 7;
@@ -67,7 +67,9 @@ module xfc_to_ieee
     {2'b00, fine_side[exponent_bits+3:4]} + adjustment - {{wide_bits-6{1'b0}}, zeros};
   wire [3:0] decide_marks_d = {fine_side[3:2], fine_side[1] | !normal[padded-1], fine_side[0]};   // sign, nan, zip, sat
 
-  wire up;
+  wire full_d = &extended[dropped_bits+low_bits-1:dropped_bits];
+
+  wire up, full;
   wire [fraction_bits-1:0] kept;
   wire [wide_bits-1:0] leading;
   wire [3:0] decide_marks;
@@ -76,25 +78,29 @@ module xfc_to_ieee
     (sysclk, enable, extended[dropped_bits+fraction_bits-1:dropped_bits], kept);
   xfc_register #(wide_bits, 1) decide_2 (sysclk, enable, leading_d, leading);
   xfc_register #(4, 1) decide_3 (sysclk, enable, decide_marks_d, decide_marks);
+  xfc_register #(1, 1) decide_4 (sysclk, enable, full_d, full);
 
   // round
-  wire [low_bits:0] low_d = {1'b0, kept[low_bits-1:0]} + {{low_bits{1'b0}}, up};
+  wire [low_bits-1:0] low_d = kept[low_bits-1:0] + {{low_bits-1{1'b0}}, up};
+  wire high_up_d = up & full;
 
-  wire [low_bits:0] low;
+  wire [low_bits-1:0] low;
+  wire high_up;
   wire [wide_bits+high_bits-1:0] high;
   wire [3:0] round_marks;
-  xfc_register #(low_bits + 1, round_border) round_0 (sysclk, enable, low_d, low);
+  xfc_register #(low_bits, round_border) round_0 (sysclk, enable, low_d, low);
   xfc_register #(wide_bits + high_bits, round_border) round_1
     (sysclk, enable, {leading, kept[fraction_bits-1:low_bits]}, high);
   xfc_register #(4, round_border) round_2 (sysclk, enable, decide_marks, round_marks);
+  xfc_register #(1, round_border) round_3 (sysclk, enable, high_up_d, high_up);
 
   // carry
-  wire [wide_bits+high_bits-1:0] high_sum = high + {{wide_bits+high_bits-1{1'b0}}, low[low_bits]};
+  wire [wide_bits+high_bits-1:0] high_sum = high + {{wide_bits+high_bits-1{1'b0}}, high_up};
 
   wire [fraction_bits-1:0] rounded;
   wire [wide_bits-1:0] rounded_exponent;
   wire [3:0] carry_marks;
-  xfc_register #(fraction_bits, 1) carry_0 (sysclk, enable, {high_sum[high_bits-1:0], low[low_bits-1:0]}, rounded);
+  xfc_register #(fraction_bits, 1) carry_0 (sysclk, enable, {high_sum[high_bits-1:0], low}, rounded);
   xfc_register #(wide_bits, 1) carry_1 (sysclk, enable, high_sum[wide_bits+high_bits-1:high_bits], rounded_exponent);
   xfc_register #(4, 1) carry_2 (sysclk, enable, round_marks, carry_marks);
 

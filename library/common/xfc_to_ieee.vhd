@@ -6,7 +6,7 @@
 --   step coarse:      shift left by so many bytes
 --   step bits:        zeros in front of the first byte
 --   step fine:        shift left by so many bits
---   step decide:      whether to round up; the exponent of the leading one; nothing but zeros is zero
+--   step decide:      whether to round up, whether that carries out of the lower half; the exponent of the leading one
 --   step round:       lower half of the fraction, for rounding and for the missing unit
 --   step carry:       upper half of the fraction and the exponent
 --   step range:       too small, too large
@@ -42,7 +42,7 @@ architecture rtl of xfc_to_ieee is
   end bits_behind;
   constant extension    : positive := bits_behind;
   constant dropped_bits : positive := padded + extension - 1 - fraction_bits;
-  constant low_bits     : positive := fraction_bits / 2;
+  constant low_bits     : positive := (fraction_bits + wide_bits) / 2;   -- two carry chains of the same length
   constant high_bits    : positive := fraction_bits - low_bits;
   constant coarse_border     : natural := latency / 6;
   constant fine_border       : natural := latency / 7;
@@ -72,13 +72,15 @@ architecture rtl of xfc_to_ieee is
   signal fine_sign : std_logic;
   signal behind : std_logic_vector(extension - 1 downto 0);
   signal extended : std_logic_vector(padded + extension - 1 downto 0);
-  signal up_d, up : std_logic_vector(0 downto 0);
+  signal up_d, up, full_d, full : std_logic_vector(0 downto 0);
+  constant no_bits : std_logic_vector(low_bits - 1 downto 0) := (others => '0');
   signal kept : fraction_field;
   signal leading_d, leading : wide_exponent;
   signal decide_marks_d, decide_marks : mark_field;
 
   -- round
-  signal low_d, low : std_logic_vector(low_bits downto 0);
+  signal low_d, low : std_logic_vector(low_bits - 1 downto 0);
+  signal high_up_d, high_up : std_logic_vector(0 downto 0);
   signal high_d, high : std_logic_vector(wide_bits + high_bits - 1 downto 0);
   signal round_marks : mark_field;
 
@@ -123,6 +125,7 @@ begin
     port map (extended(dropped_bits), extended(dropped_bits - 1 downto 0), fine_sign, up_d(0));
   leading_d <= std_logic_vector(resize(unsigned(fine_side(exponent_bits + 3 downto 4)), wide_bits) + adjustment -
                                 unsigned(zeros));
+  full_d <= "1" when (not extended(dropped_bits + low_bits - 1 downto dropped_bits)) = no_bits else "0";
   decide_marks_d <= fine_side(3 downto 2) & (fine_side(1) or not normal(padded - 1)) & fine_side(0);
 
   decide_0 : entity work.xfc_register generic map (1, 1) port map (sysclk, enable, up_d, up);
@@ -130,20 +133,23 @@ begin
     port map (sysclk, enable, extended(dropped_bits + fraction_bits - 1 downto dropped_bits), kept);
   decide_2 : entity work.xfc_register generic map (wide_bits, 1) port map (sysclk, enable, leading_d, leading);
   decide_3 : entity work.xfc_register generic map (4, 1) port map (sysclk, enable, decide_marks_d, decide_marks);
+  decide_4 : entity work.xfc_register generic map (1, 1) port map (sysclk, enable, full_d, full);
 
   -- round
-  low_d <= std_logic_vector(resize(unsigned(kept(low_bits - 1 downto 0)), low_bits + 1) + unsigned(up));
+  low_d <= std_logic_vector(unsigned(kept(low_bits - 1 downto 0)) + unsigned(up));
+  high_up_d <= up and full;
   high_d <= leading & kept(fraction_bits - 1 downto low_bits);
 
-  round_0 : entity work.xfc_register generic map (low_bits + 1, round_border) port map (sysclk, enable, low_d, low);
+  round_0 : entity work.xfc_register generic map (low_bits, round_border) port map (sysclk, enable, low_d, low);
   round_1 : entity work.xfc_register generic map (wide_bits + high_bits, round_border)
     port map (sysclk, enable, high_d, high);
   round_2 : entity work.xfc_register generic map (4, round_border)
     port map (sysclk, enable, decide_marks, round_marks);
+  round_3 : entity work.xfc_register generic map (1, round_border) port map (sysclk, enable, high_up_d, high_up);
 
   -- carry
-  high_sum <= std_logic_vector(unsigned(high) + unsigned(low(low_bits downto low_bits)));
-  rounded_d <= high_sum(high_bits - 1 downto 0) & low(low_bits - 1 downto 0);
+  high_sum <= std_logic_vector(unsigned(high) + unsigned(high_up));
+  rounded_d <= high_sum(high_bits - 1 downto 0) & low;
 
   carry_0 : entity work.xfc_register generic map (fraction_bits, 1) port map (sysclk, enable, rounded_d, rounded);
   carry_1 : entity work.xfc_register generic map (wide_bits, 1)

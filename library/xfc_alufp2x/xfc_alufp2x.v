@@ -137,8 +137,10 @@ module xfc_alufp2x
     (sysclk, enable, {addend[mantissa-1], addend[mantissa-1:low_bits]}, addend_high);
   xfc_register #(4, add_border) add_4 (sysclk, enable, align_marks, add_marks);
 
-  // carry
-  wire [high_bits-1:0] high_sum = augend_high + addend_high + {{high_bits-1{1'b0}}, low[low_bits]};
+  // carry: both sums of the upper half are ready when the lower half's carry comes
+  wire [high_bits-1:0] high_without = augend_high + addend_high;
+  wire [high_bits-1:0] high_with = augend_high + addend_high + {{high_bits-1{1'b0}}, 1'b1};
+  wire [high_bits-1:0] high_sum = low[low_bits] ? high_with : high_without;
 
   wire [exponent_bits-1:0] carry_exponent;
   wire [mantissa:0] sum;

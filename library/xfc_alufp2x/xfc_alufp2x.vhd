@@ -77,7 +77,7 @@ architecture rtl of xfc_alufp2x is
   signal add_marks : mark_field;
 
   -- carry
-  signal high_sum : std_logic_vector(high_bits - 1 downto 0);
+  signal high_without, high_with, high_sum : std_logic_vector(high_bits - 1 downto 0);
   signal sum_d, sum : std_logic_vector(mantissa downto 0);
   signal carry_exponent : exponent_field;
   signal carry_marks : mark_field;
@@ -188,8 +188,10 @@ begin
     port map (sysclk, enable, addend_high_d, addend_high);
   add_4 : entity work.xfc_register generic map (4, add_border) port map (sysclk, enable, align_marks, add_marks);
 
-  -- carry
-  high_sum <= std_logic_vector(unsigned(augend_high) + unsigned(addend_high) + unsigned(low(low_bits downto low_bits)));
+  -- carry: both sums of the upper half are ready when the lower half's carry comes
+  high_without <= std_logic_vector(unsigned(augend_high) + unsigned(addend_high));
+  high_with <= std_logic_vector(unsigned(augend_high) + unsigned(addend_high) + 1);
+  high_sum <= high_with when low(low_bits) = '1' else high_without;
   sum_d <= high_sum & low(low_bits - 1 downto 0);
 
   carry_0 : entity work.xfc_register generic map (exponent_bits, 1)

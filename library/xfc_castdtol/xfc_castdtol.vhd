@@ -1,4 +1,5 @@
--- Converts an IEEE double to an integer of 32 bits, toward zero as C does. Out of range it is the nearest end, nan is 0.
+-- Converts an IEEE double to an integer of 32 bits, toward zero as C does. Out of range it is the nearest end, nan
+-- is 0.
 --   step unpack:      range, distance; the 31 highest bits of the significand are all that an integer has room for
 --   step coarse:      shift right by whole bytes
 --   step fine:        shift right by single bits; what goes over the edge is dropped

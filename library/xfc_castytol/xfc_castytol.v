@@ -1,6 +1,6 @@
-// Converts a YDouble value in adder form to an integer of 32 bits, toward zero as C does. Out of range it is the nearest
-// end, nan is 0. Exponent field 0 is zero.
-//   step place:     a window for the integer's bits and 31 behind them, after a shift by no, one or two words of 32 bits
+// Converts a YDouble value in adder form to an integer of 32 bits, toward zero as C does. Out of range it is the
+// nearest end, nan is 0. Exponent field 0 is zero.
+//   step place:     a window for the integer's bits and 31 behind them, shifted by no, one or two words
 //   step coarse:    shift right by whole bytes
 //   step fine:      shift right by single bits, with what goes over the edge
 //   step truncate:  toward zero is one more for a negative number that lost bits

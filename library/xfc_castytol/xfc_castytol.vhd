@@ -1,6 +1,6 @@
--- Converts a YDouble value in adder form to an integer of 32 bits, toward zero as C does. Out of range it is the nearest
--- end, nan is 0. Exponent field 0 is zero.
---   step place:     a window for the integer's bits and 31 behind them, after a shift by no, one or two words of 32 bits
+-- Converts a YDouble value in adder form to an integer of 32 bits, toward zero as C does. Out of range it is the
+-- nearest end, nan is 0. Exponent field 0 is zero.
+--   step place:     a window for the integer's bits and 31 behind them, shifted by no, one or two words
 --   step coarse:    shift right by whole bytes
 --   step fine:      shift right by single bits, with what goes over the edge
 --   step truncate:  toward zero is one more for a negative number that lost bits
@@ -32,6 +32,7 @@ architecture rtl of xfc_castytol is
   subtype mark_field is std_logic_vector(2 downto 0);                           -- sign, zero, beyond the range
   constant no_bits  : word_field := (others => '0');
   constant all_bits : word_field := (others => '1');
+  constant no_front  : std_logic_vector(mantissa_bits - width downto 0) := (others => '0');
 
   -- place
   signal mantissa_in : std_logic_vector(mantissa_bits - 1 downto 0);
@@ -83,7 +84,7 @@ begin
   lost_d <= mantissa_in(0 downto 0) when words = 1 else
             "1" when words = 2 and unsigned(mantissa_in(width downto 0)) /= 0 else "0";
   front_in <= mantissa_in(mantissa_bits - 1 downto width - 1);
-  fits <= '1' when front_in = '0' & no_bits or front_in = '1' & all_bits else '0';
+  fits <= '1' when front_in = no_front or (not front_in) = no_front else '0';
   beyond <= '1' when aasat = '1' or (distance(exponent_bits) = '1' and unsigned(mantissa_in) /= 0) or
                      (words = 0 and fits = '0') else '0';
   zero <= '1' when aanan = '1' or (aasat = '0' and (aazip = '1' or exponent = 0)) else '0';
