@@ -14,12 +14,11 @@ end xfc_round_even;
 
 architecture rtl of xfc_round_even is
   constant zeros : std_logic_vector(width - 2 downto 0) := (others => '0');
-  constant ones  : std_logic_vector(width - 2 downto 0) := (others => '1');
   signal half, rest_is_zero, rest_is_ones : std_logic;
 begin
   half <= dropped(width - 1);
   rest_is_zero <= '1' when dropped(width - 2 downto 0) = zeros else '0';
-  rest_is_ones <= '1' when dropped(width - 2 downto 0) = ones else '0';
+  rest_is_ones <= '1' when (not dropped(width - 2 downto 0)) = zeros else '0';
   up <= (half and (lowest or not rest_is_zero)) when complemented = '0' else
         (half or (lowest and rest_is_ones));
 end rtl;
