@@ -9,12 +9,20 @@ module common_parts;
   wire [3:0] zeros;
   reg [7:0] kept;
   integer i, d, errors, magnitude, exact, nearest;
+  wire [8:0] root_1, root_2, root_3;
+  wire [18:0] divided;
 
   xfc_shift_right #(8, 4, 1) shift_right (value, distance, before, right, lost);
   xfc_shift_left #(8, 4, 1) shift_left (value, distance, fill, left);
   xfc_leading_zeros #(8, 4) leading_zeros (value, zeros);
   xfc_round_even #(3) round_even (value[3], value[2:0], 1'b0, up);
   xfc_round_even #(3) round_complemented (value[3], value[2:0], 1'b1, up_complemented);
+  // The root of an eight-bit value whose highest pair of bits is not 0; remainder and divisor of four bits each.
+  xfc_root_digit #(4, 1, 0) root_digit_1 (clock, enable, {value[7:6] - 2'd1, value[5:0], 1'b0}, root_1);
+  xfc_root_digit #(4, 2, 0) root_digit_2 (clock, enable, root_1, root_2);
+  xfc_root_digit #(4, 3, 0) root_digit_3 (clock, enable, root_2, root_3);
+  wire [5:0] triple = 3 * value[3:0];
+  xfc_divide_digit #(4, 5, 0) divide_digit (clock, enable, {value[7:4], ~value[3:0], ~triple, 5'd5}, divided);
   xfc_register #(8, 1) register_there (clock, enable, value, stored);
   xfc_register #(8, 0) register_left_out (clock, enable, value, passed);
 
@@ -60,6 +68,15 @@ module common_parts;
         expect_equal(i / 8 + up, nearest_even(i), 5);
         expect_equal(i / 8 + up_complemented, nearest_even(i + 1), 6);
         expect_equal(passed, i, 7);
+        exact = 15 - root_3[3:0];
+        nearest = i - exact * exact;
+        if (i >= 64) expect_equal(nearest >= 0 && nearest <= 2 * exact && root_3[8:4] == nearest, 1, 9);
+        if (value[7:4] < value[3:0]) begin
+          exact = 4 * (i / 16);
+          expect_equal(divided[18:15], exact % (i % 16), 10);
+          expect_equal(divided[14:5], {~value[3:0], ~triple}, 11);
+          expect_equal(divided[4:0], 20 + exact / (i % 16), 12);
+        end
         enable = (i + d) % 4 != 0;
         #1 clock = 1;
         if (enable) kept = value;
