@@ -17,6 +17,8 @@ module common_parts;
   reg [7:0] kept_before;
   reg [3:0] factor;
   integer i, d, errors, exact_now, exact_before, magnitude, exact, nearest;
+  wire [8:0] root_1, root_2, root_3;
+  wire [18:0] divided;
 
   xfc_shift_right #(8, 4, 1) shift_right (value, distance, before, right, lost);
   xfc_shift_left #(8, 4, 1) shift_left (value, distance, fill, left);
@@ -24,6 +26,12 @@ module common_parts;
   xfc_round_even #(3) round_even (value[3], value[2:0], 1'b0, up);
   xfc_round_even #(3) round_complemented (value[3], value[2:0], 1'b1, up_complemented);
   xfc_normalize #(11, 1) normalize (clock, enable, {3'b000, value}, fill, before, normal, shifted_out, beside);
+  // The root of an eight-bit value whose highest pair of bits is not 0; remainder and divisor of four bits each.
+  xfc_root_digit #(4, 1, 0) root_digit_1 (clock, enable, {value[7:6] - 2'd1, value[5:0], 1'b0}, root_1);
+  xfc_root_digit #(4, 2, 0) root_digit_2 (clock, enable, root_1, root_2);
+  xfc_root_digit #(4, 3, 0) root_digit_3 (clock, enable, root_2, root_3);
+  wire [5:0] thrice = 3 * value[3:0];
+  xfc_divide_digit #(4, 5, 0) divide_digit (clock, enable, {value[7:4], ~value[3:0], ~thrice, 5'd5}, divided);
   xfc_register #(8, 1) register_there (clock, enable, value, stored);
   xfc_register #(8, 0) register_left_out (clock, enable, value, passed);
   xfc_registers #(8, 2) registers (clock, enable, value, chained);
@@ -94,6 +102,15 @@ module common_parts;
         expect_equal(product, i * d, 9);
         expect_equal(product_in_blocks, i * d, 10);
         expect_equal(product_of_odd_bits, i * (d % 8 * 16 + d), 11);
+        exact = 15 - root_3[3:0];
+        nearest = i - exact * exact;
+        if (i >= 64) expect_equal(nearest >= 0 && nearest <= 2 * exact && root_3[8:4] == nearest, 1, 14);
+        if (value[7:4] < value[3:0]) begin
+          exact = 4 * (i / 16);
+          expect_equal(divided[18:15], exact % (i % 16), 15);
+          expect_equal(divided[14:5], {~value[3:0], ~thrice}, 16);
+          expect_equal(divided[4:0], 20 + exact / (i % 16), 17);
+        end
         enable = (i + d) % 4 != 0;
         #1 clock = 1;
         if (enable) begin
