@@ -40,13 +40,13 @@ private:
         value_id atom;
         decision low;
         decision high;
-        auto operator<=>(const node&) const = default;
+        auto operator<=>(const node&) const = default;  // NOLINT(modernize-use-nullptr): the 0 is the compiler's
     };
     struct question {
         decision condition;
         decision yes;
         decision no;
-        auto operator<=>(const question&) const = default;
+        auto operator<=>(const question&) const = default;  // NOLINT(modernize-use-nullptr): likewise
     };
 
     decision make(value_id atom, decision low, decision high);

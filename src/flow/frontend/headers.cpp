@@ -129,7 +129,11 @@ std::string math_text() {
         }
         for (const bool single : {false, true}) {
             const std::string type = single ? "float" : "double";
-            text += type + ' ' + std::string(row.name) + (single ? "f(" : "(") + type;
+            text += type;
+            text += ' ';
+            text += row.name;
+            text += single ? "f(" : "(";
+            text += type;
             if (row.arguments == 2) {
                 text += row.second_integer ? ", int" : ", " + type;
             }

@@ -93,9 +93,9 @@ module common_parts;
           exact = exact * 2 + fill;
           magnitude = magnitude + 1;
         end
-        expect_equal(normal, exact, 9);
-        expect_equal(shifted_out, magnitude, 10);
-        expect_equal(beside, before, 11);
+        expect_equal(normal, exact, 18);
+        expect_equal(shifted_out, magnitude, 19);
+        expect_equal(beside, before, 20);
         expect_equal(i / 8 + up, nearest_even(i), 5);
         expect_equal(i / 8 + up_complemented, nearest_even(i + 1), 6);
         expect_equal(passed, i, 7);
