@@ -359,16 +359,20 @@ static_assert(rows_stand_at_their_id());
 /// Whether generics with a default stand behind the others, and output selectors in front of another one.
 constexpr bool generics_stand_in_order() {
     for (const component_row& row : table) {
-        const generic_row* last_required = nullptr;
+        bool required_seen = false;
+        bool flag_is_last = false;
         bool default_seen = false;
         for (const generic_row& generic : row.generics) {
             if (default_seen && !generic.has_default) {
                 return false;
             }
             default_seen = generic.has_default;
-            last_required = generic.has_default ? last_required : &generic;
+            if (!generic.has_default) {
+                required_seen = true;
+                flag_is_last = generic.flag != generic_row::no_flag;
+            }
         }
-        if (!row.generics.empty() && (last_required == nullptr || last_required->flag != generic_row::no_flag)) {
+        if (!row.generics.empty() && (!required_seen || flag_is_last)) {
             return false;
         }
     }
