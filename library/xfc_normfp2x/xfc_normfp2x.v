@@ -6,8 +6,8 @@
 //   step coarse:      shift left by so many bytes
 //   step bits:        zeros in front of the first byte
 //   step fine:        shift left by so many bits
-//   step decide:      what is kept, whether to round up; the exponent
-//   step round:       lower half of the carry chain
+//   step decide:      what is kept, whether to round up; the exponent; whether the halves of what is kept are all ones
+//   step round:       lower half of the carry chain; the exponent, one more where rounding carries into it
 //   step carry:       upper half
 //   step settle:      range and flags
 // Latency 3 + normspeed + roundnormalize * (1 + doublespeed) + doublespeed * roundconvert cycles, 4 to 9: registers
@@ -94,41 +94,51 @@ module xfc_normfp2x
   endgenerate
   wire [3:0] marks_d = {sign, fine_side[2], fine_side[1] | !normal[padded-1], fine_side[0]};   // sign, nan, zip, sat
 
+  // What is kept for others has its fraction and the hidden one below fraction_bits + 1.
+  wire [1:0] full_d = {&kept_d[fraction_bits:low_bits], &kept_d[low_bits-1:0]};
+
   wire [mantissa-1:0] kept;
   wire up;
+  wire [1:0] full;
   wire [wide_bits-1:0] leading;
   wire [3:0] marks;
   xfc_register #(mantissa, 1) decide_0 (sysclk, enable, kept_d, kept);
   xfc_register #(1, 1) decide_1 (sysclk, enable, up_d, up);
   xfc_register #(wide_bits, 1) decide_2 (sysclk, enable, leading_d, leading);
   xfc_register #(4, 1) decide_3 (sysclk, enable, marks_d, marks);
+  xfc_register #(2, 1) decide_4 (sysclk, enable, full_d, full);
 
   // round
-  wire [low_bits:0] low_d = {1'b0, kept[low_bits-1:0]} + {{low_bits{1'b0}}, up};
+  wire [low_bits-1:0] low_d = kept[low_bits-1:0] + {{low_bits-1{1'b0}}, up};
+  wire high_up_d = up & full[0];
+  wire following_d = target == 1 ? 1'b0 : up & (&full);
+  wire [wide_bits-1:0] exponent_d = leading + {{wide_bits-1{1'b0}}, following_d};
 
-  wire [low_bits:0] low;
+  wire [low_bits-1:0] low;
+  wire high_up, following;
   wire [mantissa-1:low_bits] high;
-  wire [wide_bits-1:0] round_leading;
+  wire [wide_bits-1:0] round_exponent;
   wire [3:0] round_marks;
-  xfc_register #(low_bits + 1, round_border) round_0 (sysclk, enable, low_d, low);
+  xfc_register #(low_bits, round_border) round_0 (sysclk, enable, low_d, low);
   xfc_register #(mantissa - low_bits, round_border) round_1 (sysclk, enable, kept[mantissa-1:low_bits], high);
-  xfc_register #(wide_bits, round_border) round_2 (sysclk, enable, leading, round_leading);
+  xfc_register #(wide_bits, round_border) round_2 (sysclk, enable, exponent_d, round_exponent);
   xfc_register #(4, round_border) round_3 (sysclk, enable, marks, round_marks);
+  xfc_register #(1, round_border) round_4 (sysclk, enable, high_up_d, high_up);
+  xfc_register #(1, round_border) round_5 (sysclk, enable, following_d, following);
 
   // carry
-  wire [mantissa-1:low_bits] high_sum = high + {{mantissa-low_bits-1{1'b0}}, low[low_bits]};
+  wire [mantissa-1:low_bits] high_sum = high + {{mantissa-low_bits-1{1'b0}}, high_up};
 
   wire [mantissa-1:0] sum;
-  wire [wide_bits-1:0] carry_leading;
+  wire [wide_bits-1:0] exponent;
+  wire carried;
   wire [3:0] carry_marks;
-  xfc_register #(mantissa, carry_border) carry_0 (sysclk, enable, {high_sum, low[low_bits-1:0]}, sum);
-  xfc_register #(wide_bits, carry_border) carry_1 (sysclk, enable, round_leading, carry_leading);
+  xfc_register #(mantissa, carry_border) carry_0 (sysclk, enable, {high_sum, low}, sum);
+  xfc_register #(wide_bits, carry_border) carry_1 (sysclk, enable, round_exponent, exponent);
   xfc_register #(4, carry_border) carry_2 (sysclk, enable, round_marks, carry_marks);
+  xfc_register #(1, carry_border) carry_3 (sysclk, enable, following, carried);
 
-  // settle: what carries out of a multiplier's fraction is the next exponent; exponents from 7680 on have their four
-  // high bits set, they are infinite
-  wire following = target == 1 ? 1'b0 : sum[fraction_bits+1];
-  wire [wide_bits-1:0] exponent = carry_leading + {{wide_bits-1{1'b0}}, following};
+  // settle: exponents from 7680 on have their four high bits set; they are infinite
   wire below_zero = exponent[wide_bits-1];
   wire too_small = below_zero | (exponent == 0);
   wire too_large = !below_zero & (exponent[wide_bits-2] | (&exponent[exponent_bits-1:exponent_bits-4]));
@@ -138,12 +148,12 @@ module xfc_normfp2x
   wire [10*target+67:1] value_d;
   generate
     if (target == 1) begin : for_adders
-      wire unused_sign = &{1'b0, carry_marks[3]};
+      wire unused_sign = &{1'b0, carry_marks[3], carried};
       assign value_d = {sum, exponent[exponent_bits-1:0]};
     end else begin : for_others
-      wire unused_high = &{1'b0, sum[mantissa-1:fraction_bits+2]};
+      wire unused_high = &{1'b0, sum[mantissa-1:fraction_bits+1]};
       assign value_d =
-        {carry_marks[3], sum[fraction_bits] | following, sum[fraction_bits-1:0], exponent[exponent_bits-1:0]};
+        {carry_marks[3], sum[fraction_bits] | carried, sum[fraction_bits-1:0], exponent[exponent_bits-1:0]};
     end
   endgenerate
 

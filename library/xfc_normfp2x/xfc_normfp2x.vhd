@@ -6,8 +6,8 @@
 --   step coarse:      shift left by so many bytes
 --   step bits:        zeros in front of the first byte
 --   step fine:        shift left by so many bits
---   step decide:      what is kept, whether to round up; the exponent
---   step round:       lower half of the carry chain
+--   step decide:      what is kept, whether to round up; the exponent; whether the halves of what is kept are all ones
+--   step round:       lower half of the carry chain; the exponent, one more where rounding carries into it
 --   step carry:       upper half
 --   step settle:      range and flags
 -- Latency 3 + normspeed + roundnormalize * (1 + doublespeed) + doublespeed * roundconvert cycles, 4 to 9: registers
@@ -51,6 +51,8 @@ architecture rtl of xfc_normfp2x is
   subtype side_field is std_logic_vector(side_bits - 1 downto 0);               -- exponent, power, sign, marks
   subtype mark_field is std_logic_vector(3 downto 0);                           -- sign, nan, zip, sat
   constant no_bits : magnitude_field := (others => '0');
+  constant low_ones  : std_logic_vector(low_bits - 1 downto 0) := (others => '1');
+  constant high_ones : std_logic_vector(fraction_bits downto low_bits) := (others => '1');
 
   -- complement
   signal mantissa_in : mantissa_field;
@@ -72,24 +74,26 @@ architecture rtl of xfc_normfp2x is
   signal front : std_logic_vector(guard_bits - 1 downto 0);
   signal empty : std_logic_vector(dropped_bits downto 0);
   signal up_d, up : std_logic_vector(0 downto 0);
+  signal full_d, full : std_logic_vector(1 downto 0);   -- upper and lower half
   signal leading_d, leading : wide_exponent;
   signal marks_d, marks : mark_field;
 
   -- round
-  signal low_d, low : std_logic_vector(low_bits downto 0);
+  signal low_d, low : std_logic_vector(low_bits - 1 downto 0);
+  signal high_up_d, high_up, following_d, following : std_logic_vector(0 downto 0);
+  signal exponent_d : wide_exponent;
   signal high : std_logic_vector(mantissa - 1 downto low_bits);
-  signal round_leading : wide_exponent;
+  signal round_exponent : wide_exponent;
   signal round_marks : mark_field;
 
   -- carry
   signal high_sum : std_logic_vector(mantissa - 1 downto low_bits);
   signal sum_d, sum : mantissa_field;
-  signal carry_leading : wide_exponent;
+  signal exponent : wide_exponent;
+  signal carried : std_logic_vector(0 downto 0);
   signal carry_marks : mark_field;
 
   -- settle
-  signal following : unsigned(0 downto 0);
-  signal exponent : wide_exponent;
   signal too_small, too_large : std_logic;
   signal value_d : std_logic_vector(10 * target + 67 downto 1);
   signal flags_d, flags : std_logic_vector(2 downto 0);                         -- nan, zip, sat
@@ -147,34 +151,43 @@ begin
   end generate;
   marks_d <= sign & fine_side(2) & (fine_side(1) or not normal(padded - 1)) & fine_side(0);
 
+  -- What is kept for others has its fraction and the hidden one below fraction_bits + 1.
+  full_d(1) <= '1' when kept_d(fraction_bits downto low_bits) = high_ones else '0';
+  full_d(0) <= '1' when kept_d(low_bits - 1 downto 0) = low_ones else '0';
+
   decide_0 : entity work.xfc_register generic map (mantissa, 1) port map (sysclk, enable, kept_d, kept);
   decide_1 : entity work.xfc_register generic map (1, 1) port map (sysclk, enable, up_d, up);
   decide_2 : entity work.xfc_register generic map (wide_bits, 1) port map (sysclk, enable, leading_d, leading);
   decide_3 : entity work.xfc_register generic map (4, 1) port map (sysclk, enable, marks_d, marks);
+  decide_4 : entity work.xfc_register generic map (2, 1) port map (sysclk, enable, full_d, full);
 
   -- round
-  low_d <= std_logic_vector(resize(unsigned(kept(low_bits - 1 downto 0)), low_bits + 1) + unsigned(up));
+  low_d <= std_logic_vector(unsigned(kept(low_bits - 1 downto 0)) + unsigned(up));
+  high_up_d <= up and full(0 downto 0);
+  following_d <= up and full(0 downto 0) and full(1 downto 1) when target = 0 else "0";
+  exponent_d <= std_logic_vector(unsigned(leading) + unsigned(following_d));
 
-  round_0 : entity work.xfc_register generic map (low_bits + 1, round_border) port map (sysclk, enable, low_d, low);
+  round_0 : entity work.xfc_register generic map (low_bits, round_border) port map (sysclk, enable, low_d, low);
   round_1 : entity work.xfc_register generic map (mantissa - low_bits, round_border)
     port map (sysclk, enable, kept(mantissa - 1 downto low_bits), high);
   round_2 : entity work.xfc_register generic map (wide_bits, round_border)
-    port map (sysclk, enable, leading, round_leading);
+    port map (sysclk, enable, exponent_d, round_exponent);
   round_3 : entity work.xfc_register generic map (4, round_border) port map (sysclk, enable, marks, round_marks);
+  round_4 : entity work.xfc_register generic map (1, round_border) port map (sysclk, enable, high_up_d, high_up);
+  round_5 : entity work.xfc_register generic map (1, round_border) port map (sysclk, enable, following_d, following);
 
   -- carry
-  high_sum <= std_logic_vector(unsigned(high) + unsigned(low(low_bits downto low_bits)));
-  sum_d <= high_sum & low(low_bits - 1 downto 0);
+  high_sum <= std_logic_vector(unsigned(high) + unsigned(high_up));
+  sum_d <= high_sum & low;
 
   carry_0 : entity work.xfc_register generic map (mantissa, carry_border) port map (sysclk, enable, sum_d, sum);
   carry_1 : entity work.xfc_register generic map (wide_bits, carry_border)
-    port map (sysclk, enable, round_leading, carry_leading);
+    port map (sysclk, enable, round_exponent, exponent);
   carry_2 : entity work.xfc_register generic map (4, carry_border)
     port map (sysclk, enable, round_marks, carry_marks);
+  carry_3 : entity work.xfc_register generic map (1, carry_border) port map (sysclk, enable, following, carried);
 
-  -- settle: what carries out of a multiplier's fraction is the next exponent; exponents from 7680 on are infinite
-  following <= unsigned(sum(fraction_bits + 1 downto fraction_bits + 1)) when target = 0 else "0";
-  exponent <= std_logic_vector(unsigned(carry_leading) + following);
+  -- settle: exponents from 7680 on are infinite
   too_small <= '1' when signed(exponent) <= 0 else '0';
   too_large <= '1' when signed(exponent) >= 7680 else '0';
   flags_d <= carry_marks(2) & (not carry_marks(2) and not carry_marks(0) and (carry_marks(1) or too_small)) &
@@ -183,7 +196,7 @@ begin
     value_d <= sum & exponent(exponent_bits - 1 downto 0);
   end generate;
   for_others : if target = 0 generate
-    value_d <= carry_marks(3) & (sum(fraction_bits) or following(0)) & sum(fraction_bits - 1 downto 0) &
+    value_d <= carry_marks(3) & (sum(fraction_bits) or carried(0)) & sum(fraction_bits - 1 downto 0) &
                exponent(exponent_bits - 1 downto 0);
   end generate;
 
