@@ -17,8 +17,8 @@
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
 #include "exact/optimizer/optimizer.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 #include "program_shapes.h"
 
 namespace {
@@ -28,15 +28,13 @@ using namespace xfc;
 enum class phase { parse, flatten, translate, optimize, emit };
 
 void parse_program(const std::string& source) {
-    clear_parse_tree();
-    clear_symbol_table();
-    reset_scanner();
-    source_file = std::tmpfile();
-    std::fwrite(source.data(), 1, source.size(), source_file);
-    std::rewind(source_file);
-    line_number = 1;
+    current = {};
+    current.source.reset(std::tmpfile());
+    std::fwrite(source.data(), 1, source.size(), current.source.get());
+    std::rewind(current.source.get());
+    current.line_number = 1;
     benchmark::DoNotOptimize(parse());
-    std::fclose(std::exchange(source_file, nullptr));
+    current.source.reset();
 }
 
 void run_phase(phase which, const std::string& source) {

@@ -10,7 +10,7 @@
 
 namespace xfc {
 
-/// Memory for records that live until the process ends: taken in large blocks, zeroed, never given back one by one.
+/// Memory for records that live as long as the arena: taken in large blocks and never given back one by one.
 class arena {
 public:
     /// A value-initialized record.

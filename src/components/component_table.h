@@ -73,7 +73,7 @@ enum class component_id : std::uint8_t {
 
 enum class component_operation : std::uint8_t {
     pass_on,
-    add_or_subtract,  ///< the port addsub is 1 to add, 0 to subtract bb from aa
+    add_or_subtract,  ///< the port addsub is 0 to add, 1 to subtract bb from aa
     multiply,
     divide,
     normalize,
@@ -106,7 +106,7 @@ enum class port_shape : std::uint8_t {
     unpacked_double,
 };
 
-/// The form of a bus for an instance's generics; `none` for a bus of plain bits.
+/// The form of a bus for an instance's generics; `none` for a bus of plain bits and for a selector without an output.
 constexpr bus_form form_of(port_shape shape, const component_generics& generics) {
     switch (shape) {
         case port_shape::long_integer:
@@ -126,9 +126,16 @@ constexpr bus_form form_of(port_shape shape, const component_generics& generics)
         case port_shape::single_by_selector:
             return generics.output_select == 0 ? bus_form::single_float : bus_form::xfloat;
         case port_shape::double_by_selector:
-            return generics.output_select == 0   ? bus_form::double_float
-                   : generics.output_select == 1 ? bus_form::ydouble
-                                                 : bus_form::ydouble_multiplier;
+            switch (generics.output_select) {
+                case 0:
+                    return bus_form::double_float;
+                case 1:
+                    return bus_form::ydouble;
+                case 2:
+                    return bus_form::ydouble_multiplier;
+                default:
+                    return bus_form::none;
+            }
         case port_shape::ydouble_by_target:
             return generics.output_select == 0 ? bus_form::ydouble_multiplier : bus_form::ydouble;
         default:
@@ -194,7 +201,8 @@ inline constexpr generic_row optimization{.name = "optimization", .field = &g::o
 inline constexpr generic_row synthesize{.name = "synthesize", .field = &g::synthesize};
 inline constexpr generic_row normspeed{.name = "normspeed", .field = &g::normspeed, .low = 1, .high = 3};
 /// For components that offer only levels 1 and 2.
-inline constexpr generic_row normspeed_up_to_2{.name = "normspeed", .field = &g::normspeed, .low = 1, .high = 2};
+inline constexpr generic_row normspeed_up_to_2{
+    .name = "normspeed", .field = &g::normspeed, .low = 1, .high = 2, .capped = true};
 inline constexpr generic_row divider{.name = "divider", .field = &g::divider};
 inline constexpr generic_row width{.name = "width", .field = &g::width, .low = 1, .high = 80};
 inline constexpr generic_row delay_cycles{.name = "delay", .field = &g::delay, .low = 1, .high = 1 << 20};
@@ -348,12 +356,64 @@ constexpr bool rows_stand_at_their_id() {
 }
 static_assert(rows_stand_at_their_id());
 
+/// Whether generics with a default stand behind the others, and output selectors in front of another one.
+constexpr bool generics_stand_in_order() {
+    for (const component_row& row : table) {
+        const generic_row* last_required = nullptr;
+        bool default_seen = false;
+        for (const generic_row& generic : row.generics) {
+            if (default_seen && !generic.has_default) {
+                return false;
+            }
+            default_seen = generic.has_default;
+            last_required = generic.has_default ? last_required : &generic;
+        }
+        if (!row.generics.empty() && (last_required == nullptr || last_required->flag != generic_row::no_flag)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(generics_stand_in_order());
+
 }  // namespace component_rows
 
 constexpr const component_row& row_of(component_id id) { return component_rows::table[static_cast<std::size_t>(id)]; }
 
 /// All components; the wire is none.
 constexpr std::span<const component_row> all_components() { return std::span(component_rows::table).subspan(1); }
+
+/// The format that a port carries, whatever the form; `none` for plain bits and ports that generics choose.
+constexpr number_format format_of(port_shape shape) {
+    switch (shape) {
+        case port_shape::long_integer:
+            return number_format::long_integer;
+        case port_shape::single_float:
+        case port_shape::unpacked_single:
+            return number_format::single_float;
+        case port_shape::double_float:
+        case port_shape::unpacked_double:
+            return number_format::double_float;
+        case port_shape::xfloat:
+            return number_format::xfloat;
+        case port_shape::ydouble:
+        case port_shape::ydouble_multiplier:
+        case port_shape::ydouble_by_target:
+            return number_format::ydouble;
+        default:
+            return number_format::none;
+    }
+}
+
+/// The conversion from one format to another one; `wire` for a pair without one.
+constexpr component_id conversion_between(number_format from, number_format to) {
+    for (const component_row& row : all_components()) {
+        if (row.operation == component_operation::convert && format_of(row.aa) == from && format_of(row.cc) == to) {
+            return row.id;
+        }
+    }
+    return component_id::wire;
+}
 
 /// Cycles from the operands to the result.
 constexpr std::int32_t latency_of(component_id id, const component_generics& generics) {

@@ -47,7 +47,8 @@ struct generic_row {
     std::string_view name;
     field_type field = nullptr;
     std::int32_t low = 0;         ///< least value that the component takes
-    std::int32_t high = 1;        ///< greatest value; a level above it means this one
+    std::int32_t high = 1;        ///< greatest value
+    bool capped = false;          ///< a greater value of the options means the greatest
     std::int32_t step = 1;        ///< between the values that it takes
     std::int32_t flag = no_flag;  ///< not negative: the generic is 1 where the field has this value, else 0
     bool has_default = false;     ///< the entity gives it the least value when an instance leaves it out
@@ -56,7 +57,10 @@ struct generic_row {
 /// What the generic is set to.
 constexpr std::int32_t generic_value(const generic_row& row, const component_generics& generics) {
     const std::int32_t value = generics.*row.field;
-    return row.flag == generic_row::no_flag ? std::min(value, row.high) : static_cast<std::int32_t>(value == row.flag);
+    if (row.flag != generic_row::no_flag) {
+        return value == row.flag ? 1 : 0;
+    }
+    return row.capped ? std::min(value, row.high) : value;
 }
 
 }  // namespace xfc

@@ -22,10 +22,25 @@ std::string file_content(std::FILE* stream) {
 }
 
 template <class... arguments>
-std::string formatted(std::string_view format, const arguments&... values) {
+std::string formatted(std::type_identity_t<format_text<std::decay_t<arguments>...>> format,
+                      const arguments&... values) {
     text_writer writer;
     write_format(writer, format, values...);
     return writer.take_text();
+}
+
+TEST(format_text, fits_when_placeholders_and_arguments_agree_in_number_and_kind) {
+    static_assert(format_text<>::fits("plain"));
+    static_assert(format_text<std::string_view, int, double>::fits("%s %ld %f"));
+    static_assert(format_text<std::int64_t>::fits("%d"));
+    static_assert(!format_text<>::fits("%s"));
+    static_assert(!format_text<int>::fits("none"));
+    static_assert(!format_text<int>::fits("%s"));
+    static_assert(!format_text<std::string_view>::fits("%ld"));
+    static_assert(!format_text<double>::fits("%ld"));
+    static_assert(!format_text<int>::fits("%d%d"));
+    static_assert(!format_text<int>::fits("%"));
+    EXPECT_EQ(formatted("%s %ld %f%d", "a", 2, 0.5, -1), "a 2 0.500000-1");
 }
 
 TEST(text_writer, collects_in_memory_without_a_stream) {

@@ -1,41 +1,21 @@
 #include "exact/dfg/dfg.h"
 
 #include <algorithm>
-#include <array>
 
 namespace xfc {
-
-dfg_graph graph;
-std::int32_t dfg_current_line = 0;
 
 namespace {
 
 constexpr std::int32_t first_capacity = 10000;
 
-/// Operator names and the names of inserted nodes come from few places in memory; a node whose name comes from the same
-/// place as an earlier one's need not be looked up again.
-class seen_names {
-public:
-    /// Whether this very text was passed before; may forget, and then says no.
-    bool contains_or_add(std::string_view name) {
-        std::string_view& entry = entries_[reinterpret_cast<std::uintptr_t>(name.data()) / 2 % entries_.size()];
-        const bool seen = entry.data() == name.data() && entry.size() == name.size();
-        entry = name;
-        return seen;
+/// Makes the slot known as the first of its name, unless an earlier one is; returns what the name makes the node.
+node_class register_name(std::string_view name, std::int32_t slot) {
+    recent_names::entry& recent = current.graph.recently_registered.entry_for(name);
+    if (recent.name.data() != name.data() || recent.name.size() != name.size()) {
+        current.graph.first_slot_by_name.try_emplace(name, slot);
+        recent = {name, classify_name(name)};
     }
-
-    void clear() { entries_ = {}; }
-
-private:
-    std::array<std::string_view, 64> entries_{};
-};
-
-seen_names registered_names;
-
-void register_name(std::string_view name, std::int32_t slot) {
-    if (!registered_names.contains_or_add(name)) {
-        graph.first_slot_by_name.try_emplace(name, slot);
-    }
+    return recent.is;
 }
 
 constexpr std::int16_t largest_link_block = 64;
@@ -48,44 +28,43 @@ dfg_link* next_link(dfg_output& output) {
     }
     output.link_block = static_cast<std::int16_t>(std::clamp(output.link_block * 2, 1, int{largest_link_block}));
     output.spare_links = static_cast<std::int16_t>(output.link_block - 1);
-    return graph.memory.create_array<dfg_link>(static_cast<std::size_t>(output.link_block));
+    return current.graph.memory.create_array<dfg_link>(static_cast<std::size_t>(output.link_block));
 }
 
 }  // namespace
 
 void dfg_create_graph() {
-    dfg_clear();
-    graph.capacity = first_capacity;
-    graph.free_head = 0;
+    current.graph = {};
+    current.graph.capacity = first_capacity;
+    current.graph.free_head = 0;
 }
 
 std::int32_t dfg_create_node(std::string_view name, std::int32_t input_count, std::int32_t output_count) {
-    if (graph.free_head == no_slot) {
-        graph.free_head = graph.capacity;
-        graph.capacity *= 2;
+    if (current.graph.free_head == no_slot) {
+        current.graph.free_head = current.graph.capacity;
+        current.graph.capacity *= 2;
     }
-    const std::int32_t slot = graph.free_head;
-    graph.free_head = slot + 1 < graph.capacity ? slot + 1 : no_slot;
+    const std::int32_t slot = current.graph.free_head;
+    current.graph.free_head = slot + 1 < current.graph.capacity ? slot + 1 : no_slot;
     if (slot % dfg_graph::block_slots == 0) {
-        graph.blocks.push_back(std::make_unique<dfg_node[]>(dfg_graph::block_slots));
+        current.graph.blocks.push_back(std::make_unique<dfg_node[]>(dfg_graph::block_slots));
     }
     dfg_node& node = node_at(slot);
     node.name = name;
     node.input_count = input_count;
     if (input_count > dfg_node::held_inputs) {
-        node.inputs = graph.memory.create_array<dfg_input>(static_cast<std::size_t>(input_count));
+        node.inputs = current.graph.memory.create_array<dfg_input>(static_cast<std::size_t>(input_count));
     } else {
         node.inputs = input_count != 0 ? node.first_inputs : nullptr;
     }
     node.output_count = output_count;
-    node.source_line = dfg_current_line;
-    register_name(name, slot);
+    node.attributes.is = register_name(name, slot);
     return slot;
 }
 
 std::int32_t dfg_find_node(std::string_view name) {
-    const auto found = graph.first_slot_by_name.find(name);
-    return found != graph.first_slot_by_name.end() ? found->second : 0;
+    const auto found = current.graph.first_slot_by_name.find(name);
+    return found != current.graph.first_slot_by_name.end() ? found->second : 0;
 }
 
 void dfg_add_consumer(std::int32_t producer, std::int32_t consumer, std::int32_t port) {
@@ -121,7 +100,6 @@ std::int32_t dfg_count_consumers(std::int32_t node) {
 
 std::int32_t dfg_splice_node(std::int32_t producer, std::string_view name, dfg_link& link, std::int32_t consumer,
                              std::int32_t port) {
-    dfg_current_line = node_at(consumer).source_line;
     const std::int32_t spliced = dfg_create_node(name, 1, 1);
     attributes_at(spliced).format = attributes_at(consumer).format;
     link.node = spliced;
@@ -130,16 +108,6 @@ std::int32_t dfg_splice_node(std::int32_t producer, std::string_view name, dfg_l
     dfg_add_consumer(spliced, consumer, port);
     dfg_set_source(consumer, port, spliced, 0);
     return spliced;
-}
-
-void dfg_clear() {
-    graph.blocks.clear();
-    graph.capacity = 0;
-    graph.free_head = no_slot;
-    graph.first_slot_by_name.clear();
-    registered_names.clear();
-    graph.memory.clear();
-    dfg_current_line = 0;
 }
 
 }  // namespace xfc

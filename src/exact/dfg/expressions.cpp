@@ -35,18 +35,25 @@ struct expr_token {
     std::int32_t node;      ///< node that holds the value; -1 until known
 };
 
-constexpr std::string_view negation = "negate";
 constexpr std::string_view reduced_name = "synth0000";
-
-constexpr std::array<std::string_view, 7> one_argument_functions{"sqrt", "invsqr", "inv",   "exp",
-                                                                 "log",  "fabs",   negation};
 
 struct operator_label_row {
     std::string_view label;
     std::string_view node_name;
 };
-constexpr std::array<operator_label_row, 4> operator_labels{
-    {{labels::multiply, "*"}, {labels::add, "+"}, {labels::subtract, "-"}, {labels::divide, "/"}}};
+constexpr std::array<operator_label_row, 4> operator_labels{{{labels::multiply, node_names::multiply},
+                                                             {labels::add, node_names::add},
+                                                             {labels::subtract, node_names::subtract},
+                                                             {labels::divide, node_names::divide}}};
+
+struct type_label_row {
+    std::string_view label;
+    number_format format;
+};
+/// The types that a variable of the datapath may have.
+constexpr std::array<type_label_row, 3> type_labels{{{labels::type_long, number_format::long_integer},
+                                                     {labels::type_float, number_format::single_float},
+                                                     {labels::type_double, number_format::double_float}}};
 
 /// Slot of a name, with 0 for a name that no node has. A graph without any node has no such slot.
 std::int32_t look_up(std::string_view name) {
@@ -78,7 +85,7 @@ public:
         while (!at_end()) {
             classify();
             if (!at_end()) {
-                ++label_cursor;
+                ++current.label_cursor;
             }
         }
         return std::move(tokens_);
@@ -89,14 +96,14 @@ private:
 
     void classify() {
         if (label_ahead() == labels::unary_operation) {
-            ++label_cursor;
+            ++current.label_cursor;
         }
         bool minus = false;
         if (label_ahead() == labels::unary_minus) {
-            ++label_cursor;
+            ++current.label_cursor;
             minus = is_number_label(label_ahead());
             if (!minus) {
-                emit(token_kind::function, negation);
+                emit(token_kind::function, node_names::negation);
             }
         }
         const std::string_view label = label_ahead();
@@ -108,10 +115,10 @@ private:
             emit(token_kind::function, label_ahead(2));
             step_over_function_name();
         } else if (label == labels::identifier) {
-            ++label_cursor;
+            ++current.label_cursor;
             emit(token_kind::named_value, label_ahead());
         } else if (is_number_label(label)) {
-            ++label_cursor;
+            ++current.label_cursor;
             const double value = read_number(label_ahead());
             emit_constant(label == labels::float_constant ? literal_kind::floating : literal_kind::integer,
                           minus ? -value : value);
@@ -122,7 +129,7 @@ private:
     /// a called string.
     static void step_over_function_name() {
         for (int steps = 0; steps < 2 && !at_end(); ++steps) {
-            ++label_cursor;
+            ++current.label_cursor;
         }
     }
 
@@ -195,8 +202,8 @@ private:
     }
 
     [[nodiscard]] bool takes_one_argument() const {
-        const auto& names = one_argument_functions;
-        if (std::find(names.begin(), names.end(), tokens_[cursor_].name) == names.end()) {
+        const function_row* function = find_function(tokens_[cursor_].name);
+        if (function == nullptr || function->arguments != 1) {
             return false;
         }
         if (is_kind(cursor_ + 1, token_kind::constant) && cursor_ + 2 >= tokens_.size()) {
@@ -299,18 +306,17 @@ void assign_single_token(std::int32_t target, std::string_view target_name, cons
 }  // namespace
 
 void create_variable_nodes() {
-    for (const symbol_record* symbol = symbol_table; symbol != nullptr; symbol = following_symbol(*symbol)) {
+    for (const symbol_record* symbol = current.symbols.first; symbol != nullptr; symbol = following_symbol(*symbol)) {
         if (symbol->in_use == 0 || symbol->name.empty()) {
             continue;
         }
-        dfg_current_line = symbol->line;
         const std::int32_t node = dfg_create_node(symbol->name, 1, 1);
         if (symbol->types == nullptr) {
             continue;
         }
         for (const std::string_view type : *symbol->types) {
-            for (const number_format_row& row : number_format_table) {
-                if (row.type_label == type) {
+            for (const type_label_row& row : type_labels) {
+                if (row.label == type) {
                     attributes_at(node).format = row.format;
                 }
             }
@@ -319,25 +325,24 @@ void create_variable_nodes() {
 }
 
 void translate_statement() {
-    dfg_current_line = label_list[label_cursor].line;
     while (!at_label_list_end() && label_ahead() != labels::identifier) {
-        ++label_cursor;
+        ++current.label_cursor;
     }
     if (at_label_list_end()) {
         fail(message_id::assignment_missing);
     }
-    ++label_cursor;
+    ++current.label_cursor;
     const std::string_view target_name = label_ahead();
     const std::int32_t target = look_up(target_name);
-    ++label_cursor;
+    ++current.label_cursor;
     if (label_ahead() != labels::assignment) {
         fail(message_id::assignment_missing);
     }
-    ++label_cursor;
+    ++current.label_cursor;
     if (label_ahead() != labels::plain_assignment) {
         fail(message_id::assignment_not_plain);
     }
-    ++label_cursor;
+    ++current.label_cursor;
 
     std::vector<expr_token> tokens = tokenizer(target_name).run();
     if (tokens.size() == 1) {
@@ -355,11 +360,11 @@ void make_expressions() {
     dfg_create_graph();
     create_variable_nodes();
     write_format(standard_output, "***MAKE EXPRESSIONS***\n");
-    for (label_cursor = 0; !at_label_list_end();) {
+    for (current.label_cursor = 0; !at_label_list_end();) {
         if (label_ahead() == labels::statement_begin) {
             translate_statement();
         } else {
-            ++label_cursor;
+            ++current.label_cursor;
         }
     }
 }

@@ -3,7 +3,7 @@
 namespace xfc {
 
 /// Creates the dataflow graph: a node per declared variable, then the nodes and edges of every assignment statement
-/// in `label_list`. Prints the phase's own banner. A statement that cannot be translated ends the run.
+/// in the label list. Prints the phase's own banner. A statement that cannot be translated ends the run.
 void make_expressions();
 
 /// Makes a node for every declared name, in declaration order, with the format of its last known type.

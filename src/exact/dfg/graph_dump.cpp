@@ -24,14 +24,15 @@ void dump_node(text_writer& out, std::int32_t slot) {
     for (const std::string_view mark :
          {format_row(attributes.format).text, std::string_view(attributes.is_internal != 0 ? "internal" : ""),
           std::string_view(attributes.is_normalized != 0 ? "normalized" : ""),
-          std::string_view(attributes.is_removed != 0 ? "removed" : ""), attributes.component->name}) {
+          std::string_view(attributes.is_removed != 0 ? "removed" : ""), row_of(attributes.component).name}) {
         if (!mark.empty()) {
             write_format(out, " %s", mark);
         }
     }
     write_format(out, " latency %ld ready %ld widths ", attributes.latency, attributes.ready_time);
     for (std::int32_t port = 0; port < node.input_count; ++port) {
-        write_format(out, port == 0 ? "%ld" : ",%ld", node.inputs[port].width);
+        out.append(port == 0 ? "" : ",");
+        out.append_integer(node.inputs[port].width);
     }
     write_format(out, ">%ld from", node.outputs[0].width);
     for (std::int32_t port = 0; port < node.input_count; ++port) {

@@ -4,6 +4,16 @@
 
 namespace xfc {
 
+/// How a component is instantiated.
+enum class instance_kind : std::uint8_t {
+    none,               ///< without an instance: the value is passed on as it stands
+    operator_instance,  ///< operands aa and bb, result cc
+    single_function,    ///< unpacked single-precision operand and result
+    double_function,    ///< unpacked double-precision operand and result
+};
+
+[[nodiscard]] instance_kind instance_kind_of(const component_row& row);
+
 /// What an instance's operand is connected to.
 struct instance_operand {
     enum class origin : std::uint8_t { missing, constant_signal, driver } from;

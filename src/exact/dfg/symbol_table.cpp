@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <list>
 #include <string>
 
 #include "base/wrapping.h"
@@ -15,17 +14,7 @@
 
 namespace xfc {
 
-symbol_record* symbol_table = nullptr;
-
 namespace {
-
-// Neither moves its elements, so that records can point at each other, and an empty one has no memory of its own: a
-// failing allocation before the program starts could not be reported.
-std::list<symbol_record> records;
-std::list<type_list> type_lists;
-symbol_record* current = nullptr;
-std::int32_t block_counter = 0;
-std::vector<std::int32_t> open_blocks;  // numbers of the blocks around the cursor, the innermost last
 
 /// The type labels that a declaration collects; storage classes, signed, unsigned and void are not among them.
 constexpr std::array collected_types{labels::type_long,  labels::type_short,  labels::type_char,
@@ -33,7 +22,7 @@ constexpr std::array collected_types{labels::type_long,  labels::type_short,  la
 
 void append_type(symbol_record& record, std::string_view label) {
     if (record.types == nullptr) {
-        record.types = &type_lists.emplace_back();
+        record.types = &current.symbols.type_lists.emplace_back();
     }
     record.types->push_back(label);
 }
@@ -50,13 +39,12 @@ symbol_record* link_new_symbol_behind(symbol_record& last) {
     last.next = record;
     record->prev = &last;
     record->in_use = 1;
-    record->line = label_list[label_cursor].line;
     return record;
 }
 
 void open_block() {
-    open_blocks.push_back(++block_counter);
-    symbol_record* before = current;
+    current.symbols.open_blocks.push_back(++current.symbols.block_counter);
+    symbol_record* before = current.symbols.newest;
     symbol_record* first_of_block = new_symbol();
     for (symbol_record* record = before; record != nullptr; record = record->prev) {
         record->block_successor = first_of_block;
@@ -64,42 +52,41 @@ void open_block() {
 }
 
 void close_block() {
-    if (!open_blocks.empty()) {
-        open_blocks.pop_back();
+    if (!current.symbols.open_blocks.empty()) {
+        current.symbols.open_blocks.pop_back();
     }
 }
 
 /// The cursor stands on the declaration's first label and is left on its end, or on the list's.
 void process_declaration() {
-    if (current->in_use != 0) {
-        link_new_symbol_behind(*current);
+    if (current.symbols.newest->in_use != 0) {
+        link_new_symbol_behind(*current.symbols.newest);
     }
-    current->in_use = 1;
-    current->line = label_list[label_cursor].line;
+    current.symbols.newest->in_use = 1;
     bool named = false;
     while (!at_label_list_end() && label_ahead() != labels::declaration_end) {
         const std::string_view label = label_ahead();
         if (std::find(collected_types.begin(), collected_types.end(), label) != collected_types.end()) {
-            append_type(*current, label);
+            append_type(*current.symbols.newest, label);
         } else if (label == labels::qualifier_const || label == labels::qualifier_volatile) {
-            set_qualifier(*current, label);
+            set_qualifier(*current.symbols.newest, label);
         } else if (label == labels::identifier) {
             if (named) {
                 // Kept: the further names of a declaration share its types but not its qualifier.
-                type_list* types = current->types;
-                link_new_symbol_behind(*current)->types = types;
+                type_list* types = current.symbols.newest->types;
+                link_new_symbol_behind(*current.symbols.newest)->types = types;
             }
             named = true;
-            ++label_cursor;
-            current->name = label_ahead();
+            ++current.label_cursor;
+            current.symbols.newest->name = label_ahead();
         } else if (label == labels::initialized_declarator) {
-            label_cursor += 2;
-            current->initial_value = evaluate_constant(current->name);
+            current.label_cursor += 2;
+            current.symbols.newest->initial_value = evaluate_constant(current.symbols.newest->name);
         }
-        ++label_cursor;
+        ++current.label_cursor;
     }
     if (label_ahead() == labels::declaration_end) {
-        current->complete = 1;
+        current.symbols.newest->complete = 1;
     }
 }
 
@@ -124,13 +111,13 @@ std::int32_t read_integer(std::string_view text) {
 /// Kept: a unary minus, floating constants and names contribute nothing.
 item_collection collect_items() {
     item_collection collection;
-    for (; !at_label_list_end() && label_ahead() != labels::initializer_end; ++label_cursor) {
+    for (; !at_label_list_end() && label_ahead() != labels::initializer_end; ++current.label_cursor) {
         const std::string_view label = label_ahead();
         initializer_item item;
         if (label == labels::multiply || label == labels::add || label == labels::subtract) {
             item.operation = label.back();
         } else if (label == labels::integer_constant) {
-            ++label_cursor;
+            ++current.label_cursor;
             item.value = read_integer(label_ahead());
             collection.has_value = true;
         } else {
@@ -180,13 +167,13 @@ bool reduce(item_collection& collection) {
 }  // namespace
 
 symbol_record* new_symbol() {
-    current = &records.emplace_back();
-    current->block = open_blocks.empty() ? 0 : open_blocks.back();
-    current->depth = static_cast<std::int32_t>(open_blocks.size());
-    if (symbol_table == nullptr) {
-        symbol_table = current;
+    current.symbols.newest = &current.symbols.records.emplace_back();
+    current.symbols.newest->block = current.symbols.open_blocks.empty() ? 0 : current.symbols.open_blocks.back();
+    current.symbols.newest->depth = static_cast<std::int32_t>(current.symbols.open_blocks.size());
+    if (current.symbols.first == nullptr) {
+        current.symbols.first = current.symbols.newest;
     }
-    return current;
+    return current.symbols.newest;
 }
 
 std::int32_t evaluate_constant(std::string_view name) {
@@ -208,7 +195,7 @@ std::int32_t evaluate_constant(std::string_view name) {
 
 void process_declarations() {
     new_symbol();
-    for (label_cursor = 0; !at_label_list_end(); ++label_cursor) {
+    for (current.label_cursor = 0; !at_label_list_end(); ++current.label_cursor) {
         const std::string_view label = label_ahead();
         if (label == labels::block_begin) {
             open_block();
@@ -222,15 +209,6 @@ void process_declarations() {
 
 const symbol_record* following_symbol(const symbol_record& record) {
     return record.next != nullptr && record.next->in_use != 0 ? record.next : record.block_successor;
-}
-
-void clear_symbol_table() {
-    records.clear();
-    type_lists.clear();
-    symbol_table = nullptr;
-    current = nullptr;
-    block_counter = 0;
-    open_blocks.clear();
 }
 
 }  // namespace xfc

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdio>
-#include <utility>
 
 #include "exact/dfg/dfg.h"
 #include "exact/dfg/expressions.h"
@@ -15,31 +14,14 @@
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 
 namespace xfc {
 
 namespace {
 
 constexpr std::size_t name_buffer_size = 32;
-
-void forget_earlier_run() {
-    if (source_file != nullptr) {
-        static_cast<void>(std::fclose(std::exchange(source_file, nullptr)));
-    }
-    source_path.clear();
-    line_number = -1;
-    error_count = 0;
-    max_latency = 0;
-    reset_scanner();
-    clear_parse_tree();
-    label_list.clear();
-    label_cursor = 0;
-    clear_symbol_table();
-    dfg_clear();
-}
 
 int explain_usage() {
     write_format(standard_output, "\nCompiler Version MVTK - October 12 2010\n\n");
@@ -48,21 +30,21 @@ int explain_usage() {
 }
 
 void open_source(const char* name) {
-    source_path = name;
-    source_file = std::fopen(name, "r");
-    if (source_file == nullptr) {
-        fail(message_id::cannot_open_source, source_path);
+    current.source_path = name;
+    current.source.reset(std::fopen(name, "r"));
+    if (current.source == nullptr) {
+        fail(message_id::cannot_open_source, current.source_path);
     }
 }
 
 void read_source() {
-    line_number = 1;
+    current.line_number = 1;
     // A parse that gives up leaves the tree built so far; its errors are counted and decide the verdict at the end.
     static_cast<void>(parse());
-    static_cast<void>(std::fclose(std::exchange(source_file, nullptr)));
+    current.source.reset();
 }
 
-/// The phases in order. Each works on what the one before left in the process-wide records.
+/// The phases in order. Each works on what the one before left in `current`.
 void compile(const char* source) {
     // The whole source is parsed before anything else is printed.
     read_source();
@@ -77,17 +59,17 @@ void compile(const char* source) {
     optimize_datapath();  // formats, components, widths and delays
     const std::string base_name = derive_base_name(source);
     write_format(standard_output, "\n********************\n***   EMIT CODE  ***\n********************\n\n");
-    (compile_options.verilog == 1 ? emit_verilog : emit_vhdl)(base_name);
+    (current.options.verilog == 1 ? emit_verilog : emit_vhdl)(base_name);
     write_format(standard_output,
                  "\n**************************\n* REPORT                 *\n**************************\n\n");
-    write_format(standard_output, " Maximum Latency %ld    \n", max_latency);
+    write_format(standard_output, " Maximum Latency %ld    \n", current.max_latency);
 }
 
 /// The parser's verdict comes last on purpose: the output file is written even for a source with syntax errors.
 int give_verdict() {
-    if (error_count != 0) {
-        report(message_id::error_count_line, error_count, error_count == 1 ? "" : "s");
-        write_format(standard_output, "linenumber %d\n", line_number);
+    if (current.error_count != 0) {
+        report(message_id::error_count_line, current.error_count, current.error_count == 1 ? "" : "s");
+        write_format(standard_output, "linenumber %d\n", current.line_number);
         return 1;
     }
     write_format(standard_output, "\n\n\nNo syntax error was found by the parser\n\n\n");
@@ -105,8 +87,9 @@ std::string derive_base_name(std::string_view source_argument) {
     return name;
 }
 
-int run_compiler(std::span<const char* const> arguments) {
-    forget_earlier_run();
+namespace {
+
+int run(std::span<const char* const> arguments) {
     if (arguments.empty()) {
         return explain_usage();
     }
@@ -118,6 +101,17 @@ int run_compiler(std::span<const char* const> arguments) {
     }
     compile(source);
     return give_verdict();
+}
+
+}  // namespace
+
+int run_compiler(std::span<const char* const> arguments) {
+    current = {};
+    try {
+        return run(arguments);
+    } catch (const run_failure& failure) {
+        return failure.status;
+    }
 }
 
 }  // namespace xfc

@@ -7,8 +7,8 @@
 namespace xfc {
 
 /// One compilation from the command line to the report. `arguments` are those of the process without its name: the
-/// source program first, then switches. Returns the exit status, 0 or 1; fatal errors end the run through `end_run`.
-/// State of an earlier run in the same process is forgotten first.
+/// source program first, then switches. Returns the exit status, 0 or 1. What an earlier run
+/// in the same process left in `current` is forgotten first.
 int run_compiler(std::span<const char* const> arguments);
 
 /// The 32-character name buffer that the emitters get: the source argument, cut to 31 characters, with its first "."

@@ -6,17 +6,15 @@
 #include <new>
 
 #include "exact/driver/compiler.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
 #include "exact/run/messages.h"
-#include "exact/run/run_state.h"
 
 namespace {
 
 [[noreturn]] void end_without_memory() {
     // Nothing that allocates may run any more.
-    if (xfc::unfinished_output != nullptr) {
-        static_cast<void>(std::remove(xfc::unfinished_output));
-    }
+    xfc::remove_unfinished_output();
     const std::string_view text = xfc::catalogue_entry(xfc::message_id::out_of_memory).text;
     static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
     std::_Exit(1);
@@ -41,5 +39,5 @@ int main(int argument_count, char** arguments) {
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     const auto count = static_cast<std::size_t>(argument_count > 0 ? argument_count - 1 : 0);
-    xfc::end_run(xfc::run_compiler({arguments + (count > 0 ? 1 : 0), count}));
+    return xfc::finish_streams(xfc::run_compiler({arguments + (count > 0 ? 1 : 0), count}));
 }

@@ -18,7 +18,7 @@ void connect(const emission& to, std::string_view target, std::string_view value
 
 /// Whether the node is a wire with a driver that something reads.
 bool is_read_wire(const dfg_node& node) {
-    return !is_primary_input(node) && !is_primary_output(node) && node.attributes.component == &no_component &&
+    return !is_primary_input(node) && !is_primary_output(node) && node.attributes.component == component_id::wire &&
            source_of(node, 0) != nullptr;
 }
 

@@ -1,10 +1,11 @@
 #include "exact/emit/constants.h"
 
 #include <bit>
+#include <utility>
 
 #include "base/wrapping.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
 
 namespace xfc {
@@ -30,7 +31,7 @@ encoding_choice choose_by_width(std::int32_t width) {
 
 encoding_choice choose_for_first_input(const dfg_node& node) {
     const std::int32_t width = node.outputs[0].width;
-    if (width == 32 || node.attributes.component->integer_constant) {
+    if (width == 32 || text_of(node.attributes.component).integer_constant) {
         return {.integer = true};
     }
     encoding_choice choice = choose_by_width(width);
@@ -56,7 +57,7 @@ encoding_choice choose_for_second_input(const dfg_node& node) {
 class constant_writer {
 public:
     constant_writer(const emission& to, std::int32_t slot)
-        : to_(to), row_(*attributes_at(slot).component), name_(slot) {}
+        : to_(to), text_(text_of(attributes_at(slot).component)), name_(slot) {}
 
     void write(const encoding_choice& choice, double value) {
         if (choice.ieee_float) {
@@ -79,38 +80,43 @@ public:
     }
 
 private:
-    void open_field(std::int32_t high, std::int32_t low) {
+    /// A field's upper bits, and what is left of it.
+    static std::pair<bit_range, bit_range> split(bit_range field, std::int32_t upper_bits) {
+        return {{field.high, field.high - upper_bits + 1}, {field.high - upper_bits, field.low}};
+    }
+
+    void open_field(bit_range field) {
         to_.out.append(to_.language.assign_open);
         to_.out.append("const");
         to_.out.append(name_.text());
-        write_range(to_, high, low);
+        write_range(to_, field.high, field.low);
         to_.out.append(to_.language.assign_arrow);
     }
 
     void close_field(std::string_view encoding) { write_format(to_.out, ";  %s %s\n", to_.language.comment, encoding); }
 
     /// A field of the constant signal, as wide as its range.
-    void write_field(std::int32_t high, std::int32_t low, std::int64_t value, std::string_view encoding) {
-        open_field(high, low);
-        to_.language.write_number(to_.out, value, high - low + 1);
+    void write_field(bit_range field, std::int64_t value, std::string_view encoding) {
+        open_field(field);
+        to_.language.write_number(to_.out, value, field.width());
         close_field(encoding);
     }
 
     void write_word(std::int32_t high, std::uint32_t word, std::string_view encoding) {
-        write_field(high, high - 31, to_.language.signed_words ? std::int64_t{static_cast<std::int32_t>(word)} : word,
+        write_field({high, high - 31}, to_.language.signed_words ? std::int64_t{static_cast<std::int32_t>(word)} : word,
                     encoding);
     }
 
     void write_value_comment(double value) { write_format(to_.out, "  %s %f\n", to_.language.comment, value); }
 
-    /// Mantissa over a 10-bit exponent with the IEEE bias kept. Zero is not special: the hidden one is written.
+    /// Mantissa over the exponent with the IEEE bias kept. Zero is not special: the hidden one is written.
     void write_xfloat(float value) {
         const auto pattern = std::bit_cast<std::uint32_t>(value);
         const std::int64_t sign = pattern >> 31;
         const std::int64_t exponent = pattern >> 23 & 0xFF;
         const std::int64_t significand = (pattern & 0x7FFFFF) + 0x800000;
         write_value_comment(value);
-        switch (row_.constant) {
+        switch (text_.constant) {
             case constant_form::multiplier:
                 write_mantissa(25, sign != 0 ? 0x1FFFFFF - significand : significand, sign != 0, "X Float (mult)");
                 break;
@@ -122,18 +128,17 @@ private:
                 write_mantissa(29, sign != 0 ? 0x1FFFFFFF - significand : significand, sign != 0, "X Float");
                 break;
         }
-        write_field(10, 1, exponent, "X Float");
+        write_field(xfloat_.exponent, exponent, "X Float");
     }
 
     /// The upper `bits` of the mantissa field, then what is left of it, filled with zeros or ones.
     void write_mantissa(std::int32_t bits, std::int64_t upper, bool ones, std::string_view encoding) {
-        const std::int32_t high = compile_options.mantissa + 10;
-        const std::int32_t fill_bits = compile_options.mantissa - bits;
-        write_field(high, high - bits + 1, upper, encoding);
-        write_field(high - bits, 11, ones ? (std::int64_t{1} << fill_bits) - 1 : 0, encoding);
+        const auto [mantissa, fill] = split(xfloat_.mantissa, bits);
+        write_field(mantissa, upper, encoding);
+        write_field(fill, ones ? (std::int64_t{1} << fill.width()) - 1 : 0, encoding);
     }
 
-    /// Mantissa over a 13-bit exponent with the IEEE bias kept.
+    /// Mantissa over the exponent with the IEEE bias kept, written in two halves.
     void write_ydouble(double value) {
         const auto pattern = std::bit_cast<std::uint64_t>(value);
         const bool negative = pattern >> 63 != 0;
@@ -141,26 +146,32 @@ private:
         const auto fraction = static_cast<std::int64_t>(pattern & 0xFFFFFFFFFFFFF);
         constexpr std::string_view encoding = "Y Double";
         write_value_comment(value);
-        if (row_.multiplier_bus_constant) {
-            write_field(67, 41, (negative ? 0x4000000 : 0) + 0x2000000 + (fraction >> 27), encoding);
-            write_field(40, 14, fraction & 0x7FFFFFF, encoding);
+        if (text_.multiplier_bus_constant) {
+            const auto [upper, lower] = split(multiplier_.mantissa, 27);
+            write_field(upper, (negative ? 0x4000000 : 0) + 0x2000000 + (fraction >> 27), encoding);
+            write_field(lower, fraction & 0x7FFFFFF, encoding);
         } else {
             constexpr std::int64_t ones = 0x1FFFFFFF;
             const std::int64_t upper = (fraction >> 29) + 0x800000;
             const std::int64_t lower = fraction & ones;
-            write_field(77, 49, negative ? ones - upper : upper, encoding);
-            write_field(48, 20, negative ? ones - lower : lower, encoding);
+            const auto [upper_bits, rest] = split(adder_.mantissa, 29);
+            const auto [lower_bits, fill] = split(rest, 29);
+            write_field(upper_bits, negative ? ones - upper : upper, encoding);
+            write_field(lower_bits, negative ? ones - lower : lower, encoding);
             // Kept: zero also for a negative constant, unlike the fill of a single-precision one.
-            open_field(19, 14);
+            open_field(fill);
             to_.out.append(to_.language.six_zero_bits);
             close_field(encoding);
         }
-        write_field(13, 1, exponent, encoding);
+        write_field(adder_.exponent, exponent, encoding);
     }
 
     const emission& to_;
-    const component_row& row_;
+    const instance_text& text_;
     node_name name_;
+    bus_layout xfloat_ = layout_of(bus_form::xfloat, current.options.mantissa);
+    bus_layout adder_ = layout_of(bus_form::ydouble, current.options.mantissa);
+    bus_layout multiplier_ = layout_of(bus_form::ydouble_multiplier, current.options.mantissa);
 };
 
 }  // namespace

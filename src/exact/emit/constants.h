@@ -2,6 +2,7 @@
 
 #include "exact/dfg/dfg.h"
 #include "exact/emit/hdl_language.h"
+#include "exact/emit/instance_texts.h"
 
 namespace xfc {
 
@@ -12,8 +13,8 @@ namespace xfc {
 
 /// Bits of the node's constant signal: what the component's row says, else the output without its three flags.
 [[nodiscard]] inline std::int32_t constant_signal_width(const dfg_node& node) {
-    const std::int32_t width = node.attributes.component->constant_signal_width;
-    return width != 0 ? width : node.outputs[0].width - 3;
+    const std::int32_t width = text_of(node.attributes.component).constant_signal_width;
+    return width != 0 ? width : node.outputs[0].width - flag_count;
 }
 
 /// Fills the constant signals, split into the fields that the consuming component expects.

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "base/text_writer.h"
-#include "exact/dfg/component_table.h"
+#include "exact/emit/instance_texts.h"
 
 namespace xfc {
 
@@ -44,7 +44,7 @@ struct hdl_language {
     void (*open_instance)(text_writer& out, const component_row& row, std::string_view label, std::int64_t number);
     void (*open_ports)(text_writer& out, const component_row& row, std::string_view label, std::int64_t number);
     std::string_view clock_ports;                        ///< first line of a port list
-    const std::int32_t component_row::*generics_indent;  ///< blanks in front of a continued generic line
+    const std::int32_t instance_text::*generics_indent;  ///< blanks in front of a continued generic line
 
     // Values of ports.
     std::string_view flag_zero;

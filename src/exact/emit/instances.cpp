@@ -2,13 +2,13 @@
 
 #include "exact/emit/instances.h"
 
-#include <array>
+#include <algorithm>
 #include <optional>
 
 #include "exact/dfg/dfg.h"
 #include "exact/dfg/instance_operands.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -22,45 +22,37 @@ struct bus_bits {
     std::int32_t sat;
 };
 
-constexpr bus_bits flags_above(std::int32_t value_high) { return {value_high, value_high + 1}; }
-
-/// The bits of a port of the node's instance, or nothing when the port's line is left out.
-std::optional<bus_bits> bits_of_port(bus_form form, const dfg_node& node) {
-    const std::int32_t mantissa = compile_options.mantissa;
-    const std::int32_t width = node.outputs[0].width;
-    const std::int32_t selector = node.bus_modes.output_select;
-    switch (form) {
-        case bus_form::none:
-            return std::nullopt;
-        case bus_form::plain_32:
-            return bus_bits{32, 0};
-        case bus_form::plain_64:
-            return bus_bits{64, 0};
-        case bus_form::plain_output_width:
-            return bus_bits{width, 0};
-        case bus_form::plain_mantissa:
-            return bus_bits{mantissa + 10, 0};
-        case bus_form::xfloat:
-            return flags_above(mantissa + 10);
-        case bus_form::ydouble:
-            return flags_above(77);
-        case bus_form::multiplier:
-            return flags_above(67);
-        case bus_form::plain_32_or_xfloat:
-            return width == 32 ? bus_bits{32, 0} : flags_above(mantissa + 10);
-        case bus_form::by_output_select: {
-            constexpr std::array<bus_bits, 3> results{bus_bits{64, 0}, flags_above(77), flags_above(67)};
-            return selector >= 0 && selector <= 2 ? std::optional(results[static_cast<std::size_t>(selector)])
-                                                  : std::nullopt;
-        }
-        case bus_form::by_target:
-            return flags_above(selector * 10 + 67);
-        case bus_form::by_output_width:
-            return flags_above(width - 3);
-        case bus_form::plain_32_with_flags:
-            return bus_bits{32, mantissa + 11};
+/// The bits of a port of an instance, or nothing when the port's line is left out.
+std::optional<bus_bits> bits_of_port(port_shape shape, const component_generics& generics) {
+    if (shape == port_shape::bits) {
+        return bus_bits{generics.width, 0};
     }
-    return std::nullopt;
+    const bus_layout layout = layout_of(form_of(shape, generics), generics.mantissa);
+    return layout.width != 0 ? std::optional(bus_bits{layout.value, layout.sat}) : std::nullopt;
+}
+
+std::optional<bus_bits> bits_of_result(const component_row& row, const component_generics& generics) {
+    const bus_layout xfloat = layout_of(bus_form::xfloat, generics.mantissa);
+    switch (text_of(row.id).result) {
+        case result_bits::ieee_with_flags:
+            return bus_bits{layout_of(bus_form::single_float, generics.mantissa).value, xfloat.sat};
+        case result_bits::xfloat_without_flags:
+            return bus_bits{xfloat.value, 0};
+        default:
+            return bits_of_port(row.cc, generics);
+    }
+}
+
+/// What the generics of the node's instance are set to.
+component_generics generics_of_instance(const dfg_node& node, const instance_text& text) {
+    component_generics generics{current.options};
+    generics.output_select = node.bus_modes.output_select;
+    generics.width = node.outputs[0].width;
+    generics.delay = node.attributes.latency;
+    if (text.adjust_generics != nullptr) {
+        text.adjust_generics(generics);
+    }
+    return generics;
 }
 
 /// Writes one instance after the other; `number` is the running count of one label.
@@ -72,14 +64,16 @@ public:
           language_(to.language),
           slot_(slot),
           node_(node_at(slot)),
-          row_(*node_.attributes.component) {}
+          row_(row_of(node_.attributes.component)),
+          text_(text_of(row_.id)),
+          generics_(generics_of_instance(node_, text_)) {}
 
     void write_operator(std::int64_t number) {
         open("cmp", number);
-        if (row_.addsub) {
+        if (row_.operation == component_operation::add_or_subtract) {
             write_adder_select();
         }
-        write_operand("aa", 0, row_.aa, row_.bb == bus_form::none, row_.has_clock_ports);
+        write_operand("aa", 0, row_.aa, row_.bb == port_shape::none, row_.clocked);
         write_operand("bb", 1, row_.bb, true, true);
         write_result();
     }
@@ -88,9 +82,9 @@ public:
         open("lib", number);
         const node_name operand(function_value_operand(node_).driver);
         write_unpacked("signin", "exponentin", "mantissain", operand, ",\n");
-        if (row_.has_scale_operand) {
+        if (row_.bb != port_shape::none) {
             const instance_operand scale = function_scale_operand(node_);
-            write_port("bb", signal_of(scale), 32, 1);
+            write_port("bb", signal_of(scale), bits_of_port(row_.bb, generics_)->value_high, 1);
             out_.append(",\n");
         }
         write_unpacked("signout", "exponentout", "mantissaout", node_name(slot_), ");\n\n");
@@ -163,88 +157,77 @@ private:
             write_generics();
         }
         language_.open_ports(out_, row_, label, number);
-        if (row_.has_clock_ports) {
+        if (row_.clocked) {
             out_.append(language_.clock_ports);
         }
     }
 
     void write_generics() {
-        for (const generic_item& item : row_.generics) {
-            const bool last = &item + 1 == row_.generics.end();
-            if (write_select_flags(item.source)) {
+        const generic_row* const end = last_written_generic() + 1;
+        for (const generic_row* row = row_.generics.begin(); row != end;) {
+            if (row->flag != generic_row::no_flag) {
+                row = write_select_flags(row);
                 indent_generics();
                 continue;
             }
-            associate(item.name, generic_value(item));
-            if (last) {
+            associate(row->name, generic_value(*row, generics_));
+            ++row;
+            if (row == end) {
                 out_.append(")\n");
-            } else if (item.behind == generic_break::line) {
-                out_.append(",\n");
-                indent_generics();
             } else {
-                out_.append(item.behind == generic_break::none ? ',' : '\n');
+                write_separator(row[-1].name);
             }
+        }
+    }
+
+    /// Generics with a default stand last, and instances leave them out.
+    [[nodiscard]] const generic_row* last_written_generic() const {
+        const generic_row* last = row_.generics.end() - 1;
+        while (last->has_default) {
+            --last;
+        }
+        return last;
+    }
+
+    void write_separator(std::string_view generic) {
+        const auto& ends = text_.line_ends;
+        if (std::find(ends.begin(), ends.end(), generic) == ends.end()) {
+            out_.append(',');
+        } else if (text_.line_end_without_comma) {
+            out_.append('\n');
+        } else {
+            out_.append(",\n");
+            indent_generics();
         }
     }
 
     void indent_generics() {
-        out_.append(std::string_view("               ", static_cast<std::size_t>(row_.*language_.generics_indent)));
+        out_.append(std::string_view("               ", static_cast<std::size_t>(text_.*language_.generics_indent)));
     }
 
-    [[nodiscard]] std::int32_t generic_value(const generic_item& item) const {
-        switch (item.source) {
-            case generic_source::option:
-                return compile_options.*item.option;
-            case generic_source::option_if_selector_0:
-                return node_.bus_modes.output_select == 0 ? compile_options.*item.option : 1;
-            case generic_source::output_select:
-                return node_.bus_modes.output_select;
-            case generic_source::output_width:
-                return node_.outputs[0].width;
-            case generic_source::latency:
-                return node_.attributes.latency;
-            default:
-                return 1;
-        }
-    }
-
-    /// Writes the line of output-select generics if the item stands for one; a selector that none of them names
-    /// leaves the line out.
-    bool write_select_flags(generic_source source) {
-        static constexpr std::array<std::string_view, 4> four{"ieeeoutput", "xoutput", "multoutput", "divoutput"};
-        static constexpr std::array<std::string_view, 3> with_mult{"ieeeoutput", "xoutput", "multoutput"};
-        static constexpr std::array<std::string_view, 3> with_div{"ieeeoutput", "xoutput", "divoutput"};
-        std::span<const std::string_view> names;
-        switch (source) {
-            case generic_source::select_flags_4:
-                names = four;
-                break;
-            case generic_source::select_flags_mult:
-                names = with_mult;
-                break;
-            case generic_source::select_flags_div:
-                names = with_div;
-                break;
-            default:
-                return false;
-        }
-        const std::int32_t selector = node_.bus_modes.output_select;
-        if (selector >= 0 && selector < static_cast<std::int32_t>(names.size())) {
-            for (std::int32_t flag = 0; flag < static_cast<std::int32_t>(names.size()); ++flag) {
-                associate(names[static_cast<std::size_t>(flag)], flag == selector ? 1 : 0);
+    /// Writes the line of output selectors that starts at `first`; a selector that none of them names leaves the line
+    /// out. Returns the generic behind them.
+    const generic_row* write_select_flags(const generic_row* first) {
+        const auto* const end = std::find_if(first, row_.generics.end(),
+                                             [](const generic_row& row) { return row.flag == generic_row::no_flag; });
+        const bool selected =
+            std::any_of(first, end, [this](const generic_row& row) { return generic_value(row, generics_) == 1; });
+        if (selected) {
+            for (const generic_row* row = first; row != end; ++row) {
+                associate(row->name, generic_value(*row, generics_));
                 out_.append(',');
             }
             out_.append('\n');
         }
-        return true;
+        return end;
     }
 
     // ---- Ports of an operator ----
 
     void write_adder_select() {
-        const bool add = node_.name == "+";
+        const bool add = node_.attributes.is == node_class::add;
         out_.append(port_indent);
-        if (row_.verilog_addsub_blank) {
+        if (text_.verilog_addsub_blank) {
             associate("addsub", add ? language_.add_with_blank : language_.subtract_with_blank);
         } else {
             associate("addsub", add ? language_.add : language_.subtract);
@@ -252,8 +235,8 @@ private:
         out_.append(",\n");
     }
 
-    void write_operand(std::string_view port, std::int32_t input, bus_form form, bool last, bool indented) {
-        const std::optional<bus_bits> bits = bits_of_port(form, node_);
+    void write_operand(std::string_view port, std::int32_t input, port_shape shape, bool last, bool indented) {
+        const std::optional<bus_bits> bits = bits_of_port(shape, generics_);
         if (!bits) {
             return;
         }
@@ -272,7 +255,7 @@ private:
             write_flags(port, from, bits->sat, ",");
         }
         out_.append(",\n");
-        if (last && row_.empty_line_behind_operands) {
+        if (last && text_.empty_line_behind_operands) {
             out_.append('\n');
         }
     }
@@ -300,20 +283,20 @@ private:
     }
 
     void write_result() {
-        const std::optional<bus_bits> bits = bits_of_port(row_.cc, node_);
+        const std::optional<bus_bits> bits = bits_of_result(row_, generics_);
         if (!bits) {
             return;
         }
         const signal to{"", node_name(slot_)};
         out_.append(port_indent);
-        if (row_.verilog_double_dot) {
+        if (text_.verilog_double_dot) {
             out_.append(language_.association_open);
         }
         associate_range("cc", to, bits->value_high, 1);
         if (bits->sat != 0) {
-            out_.append(row_.semicolon_behind_result ? ";\n" : ",\n");
+            out_.append(text_.semicolon_behind_result ? ";\n" : ",\n");
             out_.append(port_indent);
-            write_flags("cc", to, bits->sat, row_.blank_behind_result_sat ? ", " : ",");
+            write_flags("cc", to, bits->sat, text_.blank_behind_result_sat ? ", " : ",");
         }
         out_.append(");\n\n");
     }
@@ -322,14 +305,14 @@ private:
 
     void write_unpacked(std::string_view sign, std::string_view exponent, std::string_view mantissa,
                         const node_name& name, std::string_view end) {
-        const bool single = row_.kind == instance_kind::single_function;
+        const bus_layout bits = layout_of(form_of(row_.aa, generics_), generics_.mantissa);
         const signal from{"", name};
         out_.append(port_indent);
-        associate_bit(sign, "", from, single ? 32 : 64);
+        associate_bit(sign, "", from, bits.sign);
         out_.append(",\n");
-        write_port(exponent, from, single ? 31 : 63, single ? 24 : 53);
+        write_port(exponent, from, bits.exponent.high, bits.exponent.low);
         out_.append(",\n");
-        write_port(mantissa, from, single ? 23 : 52, 1);
+        write_port(mantissa, from, bits.mantissa.high, bits.mantissa.low);
         out_.append(end);
     }
 
@@ -339,7 +322,15 @@ private:
     std::int32_t slot_;
     const dfg_node& node_;
     const component_row& row_;
+    const instance_text& text_;
+    component_generics generics_;
 };
+
+/// Kept: a merged arithmetic node is written all the same.
+bool passed_over_when_removed(component_operation operation) {
+    return operation == component_operation::convert || operation == component_operation::normalize ||
+           operation == component_operation::delay;
+}
 
 }  // namespace
 
@@ -347,9 +338,9 @@ void write_operators(const emission& to) {
     std::int64_t number = 0;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const node_attributes& attributes = attributes_at(slot);
-        const component_row& row = *attributes.component;
-        if (row.kind != instance_kind::operator_instance ||
-            (row.passed_over_when_removed && attributes.is_removed != 0)) {
+        const component_row& row = row_of(attributes.component);
+        if (instance_kind_of(row) != instance_kind::operator_instance ||
+            (attributes.is_removed != 0 && passed_over_when_removed(row.operation))) {
             continue;
         }
         instance_writer(to, slot).write_operator(number++);
@@ -359,7 +350,7 @@ void write_operators(const emission& to) {
 void write_functions(const emission& to) {
     std::int64_t number = 0;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        const instance_kind kind = attributes_at(slot).component->kind;
+        const instance_kind kind = instance_kind_of(row_of(attributes_at(slot).component));
         if (kind == instance_kind::single_function || kind == instance_kind::double_function) {
             instance_writer(to, slot).write_function(number++);
         }

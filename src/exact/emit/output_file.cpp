@@ -4,8 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 
 namespace xfc {
 
@@ -13,7 +13,7 @@ namespace {
 
 std::FILE* open_unless_source(const std::string& name) {
     std::error_code error;
-    if (std::filesystem::equivalent(source_path, name, error) && !error) {
+    if (std::filesystem::equivalent(current.source_path, name, error) && !error) {
         fail(message_id::output_overwrites_source, name);
     }
     std::FILE* stream = std::fopen(name.c_str(), "w");
@@ -39,22 +39,28 @@ std::string output_file_name(std::string base_name, std::string_view extension) 
 
 output_file::output_file(std::string name)
     : name_(std::move(name)), stream_(open_unless_source(name_)), writer_(stream_) {
-    unfinished_output = name_.c_str();
+    current.unfinished_output = {name_.c_str(), fileno(stream_)};
 }
 
 output_file::~output_file() {
-    unfinished_output = nullptr;
+    current.unfinished_output = {};
     if (stream_ != nullptr) {
         static_cast<void>(std::fclose(stream_));
     }
 }
 
 void output_file::close() {
-    const bool written = writer_.flush();
-    unfinished_output = nullptr;
-    const bool closed = std::fclose(std::exchange(stream_, nullptr)) == 0;
-    if (!written || !closed) {
-        static_cast<void>(std::remove(name_.c_str()));
+    if (!writer_.flush()) {
+        remove_unfinished_output();
+        fail(message_id::cannot_write_output, name_);
+    }
+    // What a closing file system still refuses can only be told by then; the name is checked while it is open.
+    const bool removable = is_unfinished_output_removable();
+    current.unfinished_output = {};
+    if (std::fclose(std::exchange(stream_, nullptr)) != 0) {
+        if (removable) {
+            static_cast<void>(std::remove(name_.c_str()));
+        }
         fail(message_id::cannot_write_output, name_);
     }
 }

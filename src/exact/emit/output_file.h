@@ -13,7 +13,7 @@ namespace xfc {
 [[nodiscard]] std::string output_file_name(std::string base_name, std::string_view extension);
 
 /// The output file. Every failure ends the run with a message: a file that is the source program or cannot be opened
-/// is left untouched, one that cannot be written whole is removed.
+/// is left untouched, a regular file that cannot be written whole is removed.
 class output_file {
 public:
     explicit output_file(std::string name);

@@ -9,7 +9,7 @@
 #include "exact/emit/hdl_language.h"
 #include "exact/emit/instances.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -70,13 +70,13 @@ void write_signals(const emission& to) {
         const node_name name(slot);
         write_format(to.out, "wire [%ld : 1] %s;\n", node.outputs[0].width, name.text());
         if (has_constant_operand(node)) {
-            // Kept: an empty line follows, but for the double-precision multiplier.
-            const bool plain = node.attributes.component == component("xfc_mulfp2x");
-            write_format(to.out, plain ? "wire [%ld : 1] const%s;\n" : "wire [%ld : 1] const%s;\n\n",
-                         constant_signal_width(node), name.text());
+            write_format(to.out, "wire [%ld : 1] const%s;\n", constant_signal_width(node), name.text());
+            if (!text_of(node.attributes.component).verilog_constants_close_ranks) {
+                to.out.append('\n');
+            }
         }
     }
-    write_format(to.out, "\nreg [%ld : 1] startff;\n\n", max_latency);
+    write_format(to.out, "\nreg [%ld : 1] startff;\n\n", current.max_latency);
 }
 
 /// The start pulse travels beside the data, one register a cycle of the pipeline.
@@ -90,11 +90,11 @@ void write_processes(const emission& to) {
                  "          startff[k] <= startff[k-1];\n        end\n      end\n"
                  "    end\n"
                  "  end\n\n",
-                 max_latency, max_latency);
+                 current.max_latency, current.max_latency);
 }
 
 void write_end(const emission& to) {
-    write_format(to.out, "  assign startout = startff[%ld];\n\nendmodule\n\n", max_latency);
+    write_format(to.out, "  assign startout = startff[%ld];\n\nendmodule\n\n", current.max_latency);
 }
 
 constexpr std::array<emission_section, 10> sections{{
@@ -111,16 +111,17 @@ constexpr std::array<emission_section, 10> sections{{
 }};
 
 void open_instance(text_writer& out, const component_row& row, std::string_view, std::int64_t) {
-    write_format(out, "  %s", row.printed_name);
+    write_format(out, "  %s", row.name);
     if (!row.generics.empty()) {
-        out.append(row.verilog_opening);
-    } else if (!row.verilog_joined_line) {
+        out.append(text_of(row.id).verilog_opening);
+    } else if (!text_of(row.id).verilog_joined_line) {
         out.append('\n');
     }
 }
 
 void open_ports(text_writer& out, const component_row& row, std::string_view label, std::int64_t number) {
-    write_format(out, row.verilog_double_blank ? "  %s%ld  (" : "  %s%ld (", label, number);
+    write_format(out, "  %s%ld", label, number);
+    out.append(text_of(row.id).verilog_double_blank ? "  (" : " (");
 }
 
 void write_number(text_writer& out, std::int64_t value, std::int64_t width) {
@@ -139,7 +140,7 @@ constexpr hdl_language verilog{.file_extension = ".v",
                                .open_instance = open_instance,
                                .open_ports = open_ports,
                                .clock_ports = ".sysclk(sysclk),.reset(reset),.enable(enable),\n",
-                               .generics_indent = &component_row::verilog_indent,
+                               .generics_indent = &instance_text::verilog_indent,
                                .flag_zero = "0",
                                .add = "1'b0",
                                .subtract = "1'b1",

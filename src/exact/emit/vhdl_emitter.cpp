@@ -9,7 +9,7 @@
 #include "exact/emit/hdl_language.h"
 #include "exact/emit/instances.h"
 #include "exact/emit/node_name.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -63,7 +63,7 @@ void write_signals(const emission& to) {
                          constant_signal_width(node));
         }
     }
-    write_format(to.out, "\n  signal startff : STD_LOGIC_VECTOR (%ld DOWNTO 1);\n\nBEGIN\n\n", max_latency);
+    write_format(to.out, "\n  signal startff : STD_LOGIC_VECTOR (%ld DOWNTO 1);\n\nBEGIN\n\n", current.max_latency);
 }
 
 /// The start pulse travels beside the data, one register a cycle of the pipeline.
@@ -77,10 +77,12 @@ void write_processes(const emission& to) {
                  "          startff(k) <= startff(k-1);\n        END LOOP;\n      END IF;\n"
                  "    END IF;\n"
                  "  END PROCESS;\n\n",
-                 max_latency, max_latency);
+                 current.max_latency, current.max_latency);
 }
 
-void write_end(const emission& to) { write_format(to.out, "  startout <= startff(%ld);\n\nEND GEN;\n\n", max_latency); }
+void write_end(const emission& to) {
+    write_format(to.out, "  startout <= startff(%ld);\n\nEND GEN;\n\n", current.max_latency);
+}
 
 constexpr std::array<emission_section, 9> sections{{
     {"", write_clauses_and_banner},
@@ -95,7 +97,7 @@ constexpr std::array<emission_section, 9> sections{{
 }};
 
 void open_instance(text_writer& out, const component_row& row, std::string_view label, std::int64_t number) {
-    write_format(out, "  %s%ld: %s\n", label, number, row.printed_name);
+    write_format(out, "  %s%ld: %s\n", label, number, row.name);
     if (!row.generics.empty()) {
         write_format(out, "  GENERIC MAP (");
     }
@@ -121,7 +123,7 @@ constexpr hdl_language vhdl{.file_extension = ".vhd",
                             .open_instance = open_instance,
                             .open_ports = open_ports,
                             .clock_ports = "sysclk=>sysclk,reset=>reset,enable=>enable,\n",
-                            .generics_indent = &component_row::indent,
+                            .generics_indent = &instance_text::indent,
                             .flag_zero = "'0'",
                             .add = "'0'",
                             .subtract = "'1'",

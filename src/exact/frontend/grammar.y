@@ -13,6 +13,7 @@
 
 %require "3.8"
 %define api.prefix {xfc_yy}
+%define api.token.prefix {token_}
 %define api.value.type {parse_node*}
 
 // Conflicts fall to yacc's rules. Five shift/reduce: the dangling else, and an identifier that may begin a declaration
@@ -27,7 +28,7 @@ using xfc::parse_node;
 
 %code {
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/frontend/labels.h"
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
@@ -47,9 +48,9 @@ int xfc_yylex() { return next_token(); }
 void xfc_yyerror(const char* text) {
     const bool overflow = text == stack_overflow;
     if (!overflow) {
-        ++error_count;
+        ++current.error_count;
     }
-    report(message_id::parse_error_line, line_number, text, token_text);
+    report(message_id::parse_error_line, current.line_number, text, token_text());
 }
 
 }  // namespace
@@ -76,11 +77,11 @@ void xfc_yyerror(const char* text) {
 
 translation_unit:
       external_declaration
-        { trace_reduction("Top:translation_unit:external_declaration\n"); parse_tree_root = $$ = $1; }
+        { trace_reduction("Top:translation_unit:external_declaration\n"); current.tree.root = $$ = $1; }
     | translation_unit external_declaration
         { trace_reduction("Top:translation_unit:translation_unit external_declaration\n");
-          parse_tree_root = $$ = make_node($1, $2, "B:tran_unit ext_decl"); }
-    | error { trace_reduction("Top:translation_unit:error\n"); parse_tree_root = $$ = $1; }
+          current.tree.root = $$ = make_node($1, $2, "B:tran_unit ext_decl"); }
+    | error { trace_reduction("Top:translation_unit:error\n"); current.tree.root = $$ = $1; }
     ;
 
 external_declaration:
@@ -700,17 +701,17 @@ argument_expression_list:
 
 constant:
       INTEGER_CONSTANT
-        { trace_leaf("INTEGER CONSTANT ", token_text); $$ = make_leaf(labels::integer_constant, token_text); }
+        { trace_leaf("INTEGER CONSTANT ", token_text()); $$ = make_leaf(labels::integer_constant, token_text()); }
     | CHARACTER_CONSTANT
-        { trace_leaf("CHARACTER CONSTANT ", token_text); $$ = make_leaf("T:CHARACTER_CONSTANT", token_text); }
+        { trace_leaf("CHARACTER CONSTANT ", token_text()); $$ = make_leaf("T:CHARACTER_CONSTANT", token_text()); }
     | FLOATING_CONSTANT
-        { trace_leaf("FLOAT CONSTANT ", token_text); $$ = make_leaf(labels::float_constant, token_text); }
+        { trace_leaf("FLOAT CONSTANT ", token_text()); $$ = make_leaf(labels::float_constant, token_text()); }
     | ENUMERATION_CONSTANT
-        { trace_leaf("ENUM CONSTANT ", token_text); $$ = make_leaf("T:ENUM_CONSTANT", token_text); }
+        { trace_leaf("ENUM CONSTANT ", token_text()); $$ = make_leaf("T:ENUM_CONSTANT", token_text()); }
     ;
 
 identifier:
-      IDENTIFIER { trace_leaf("IDENTIFIER ", token_text); $$ = make_leaf(labels::identifier, token_text); }
+      IDENTIFIER { trace_leaf("IDENTIFIER ", token_text()); $$ = make_leaf(labels::identifier, token_text()); }
     ;
 
 %%
@@ -718,8 +719,8 @@ identifier:
 namespace xfc {
 
 int parse() {
-    error_count = 0;
-    parse_tree_root = nullptr;
+    current.error_count = 0;
+    current.tree.root = nullptr;
     return xfc_yyparse() == 0 ? 0 : 1;
 }
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "grammar.hpp"
+
 namespace xfc {
 
 struct keyword_row {
@@ -11,15 +13,16 @@ struct keyword_row {
     std::int32_t code;
 };
 
-/// The keywords, sorted by spelling in byte order. Kept: the codes follow the grammar's token declarations, not the
-/// alphabet, so those of union, unsigned, void and volatile do not ascend.
+/// The keywords, sorted by spelling in byte order.
 inline constexpr std::array<keyword_row, 32> keyword_table{{
-    {"auto", 265},     {"break", 266},  {"case", 267},    {"char", 268},   {"const", 269},    {"continue", 270},
-    {"default", 271},  {"do", 272},     {"double", 273},  {"else", 274},   {"enum", 275},     {"extern", 276},
-    {"float", 277},    {"for", 278},    {"goto", 279},    {"if", 280},     {"int", 281},      {"long", 282},
-    {"register", 283}, {"return", 284}, {"short", 285},   {"signed", 286}, {"sizeof", 287},   {"static", 288},
-    {"struct", 289},   {"switch", 290}, {"typedef", 291}, {"union", 294},  {"unsigned", 295}, {"void", 292},
-    {"volatile", 293}, {"while", 296},
+    {"auto", token_AUTO},         {"break", token_BREAK},       {"case", token_CASE},         {"char", token_CHAR},
+    {"const", token_CONST},       {"continue", token_CONTINUE}, {"default", token_DEFAULT},   {"do", token_DO},
+    {"double", token_DOUBLE},     {"else", token_ELSE},         {"enum", token_ENUM},         {"extern", token_EXTERN},
+    {"float", token_FLOAT},       {"for", token_FOR},           {"goto", token_GOTO},         {"if", token_IF},
+    {"int", token_INT},           {"long", token_LONG},         {"register", token_REGISTER}, {"return", token_RETURN},
+    {"short", token_SHORT},       {"signed", token_SIGNED},     {"sizeof", token_SIZEOF},     {"static", token_STATIC},
+    {"struct", token_STRUCT},     {"switch", token_SWITCH},     {"typedef", token_TYPEDEF},   {"union", token_UNION},
+    {"unsigned", token_UNSIGNED}, {"void", token_VOID},         {"volatile", token_VOLATILE}, {"while", token_WHILE},
 }};
 
 }  // namespace xfc

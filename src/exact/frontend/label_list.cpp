@@ -1,36 +1,35 @@
 #include "exact/frontend/label_list.h"
 
+#include <vector>
+
 #include "exact/frontend/parse_tree.h"
 
 namespace xfc {
 
-std::vector<label_entry> label_list;
-std::size_t label_cursor = 0;
-
 namespace {
 
-void append_label(std::string_view text, std::int32_t line) {
+void append_label(std::string_view text) {
     if (!text.empty()) {
-        label_list.push_back({text.substr(0, longest_label), line});
+        current.labels.push_back(text.substr(0, longest_label));
     }
 }
 
 }  // namespace
 
 void flatten_tree() {
-    label_list.clear();
-    label_list.reserve(count_tree_labels() + 1);
+    current.labels.clear();
+    current.labels.reserve(current.tree.label_count + 1);
     // The second subtrees still to be visited; a tree of any depth must not use the machine's stack.
     std::vector<const parse_node*> postponed;
-    const parse_node* node = parse_tree_root;
+    const parse_node* node = current.tree.root;
     while (node != nullptr || !postponed.empty()) {
         if (node == nullptr) {
             node = postponed.back();
             postponed.pop_back();
             continue;
         }
-        append_label(node->label, node->line);
-        append_label(node->text, node->line);
+        append_label(node->label);
+        append_label(node->text);
         if (node->first == nullptr) {
             node = node->second;
             continue;
@@ -40,8 +39,8 @@ void flatten_tree() {
         }
         node = node->first;
     }
-    label_list.push_back({{}, 0});
-    label_cursor = 0;
+    current.labels.emplace_back();
+    current.label_cursor = 0;
 }
 
 }  // namespace xfc

@@ -1,35 +1,22 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
-#include <vector>
+
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
-/// One label or token text of the flattened tree, at most 31 characters.
-struct label_entry {
-    std::string_view text;
-    std::int32_t line;  ///< source line of the node it was written for
-};
-
-/// The parse tree in pre-order. Entries follow each other in the vector; the last one has an empty text.
-/// For shift, additive and multiplicative operators the right operand stands before the left one.
-extern std::vector<label_entry> label_list;
-
-/// Index of the entry that a pass over the list has reached; shared by the declaration pass and the translator.
-extern std::size_t label_cursor;
-
-/// Builds `label_list` from the parse tree and puts the cursor on its first entry.
+/// Builds the label list from the parse tree and puts the cursor on its first entry.
 void flatten_tree();
 
 /// The text `distance` entries behind the cursor; empty behind the list's end, like its last entry.
 [[nodiscard]] inline std::string_view label_ahead(std::size_t distance = 0) {
-    const std::size_t index = label_cursor + distance;
-    return index < label_list.size() ? label_list[index].text : std::string_view{};
+    const std::size_t index = current.label_cursor + distance;
+    return index < current.labels.size() ? current.labels[index] : std::string_view{};
 }
 
 /// Whether the cursor stands on the closing empty entry or behind it.
-[[nodiscard]] inline bool at_label_list_end() { return label_cursor + 1 >= label_list.size(); }
+[[nodiscard]] inline bool at_label_list_end() { return current.label_cursor + 1 >= current.labels.size(); }
 
 }  // namespace xfc

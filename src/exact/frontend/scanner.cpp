@@ -13,17 +13,13 @@
 
 #include "exact/frontend/keyword_table.h"
 #include "exact/frontend/source_reader.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 
 namespace xfc {
 
-char* token_text = nullptr;
-std::int32_t token_length = 0;
-
 namespace {
 
-constexpr std::size_t buffer_size = 1024;
 constexpr std::size_t block_size = 512;
 constexpr std::size_t longest_kept_part = 511;
 constexpr int no_character = -1;
@@ -34,21 +30,7 @@ constexpr std::array<std::string_view, 21> operator_spellings{
     "||", "&&", "==", "!=", "<=", ">=",  "<<",  ">>",  "++", "--", "->",
     "+=", "-=", "*=", "/=", "%=", "<<=", ">>=", "&&=", "^=", "|="};
 
-struct scanner_state {
-    std::array<char, buffer_size> buffer{};
-    std::size_t token_start = 0;  // first character of the token being read
-    std::size_t position = 0;     // next character to look at
-    std::size_t data_end = 0;     // behind the last character read
-    char saved_character = 0;     // what the terminator of the last token overwrote
-    char previous_character = '\n';
-    bool terminated = false;
-    bool in_comment = false;
-    bool end_of_input = false;
-    bool started = false;
-};
-
-scanner_state state;
-char empty_text[1] = "";
+scanner_state& state = current.scanner;
 
 void refill() {
     if (state.data_end >= longest_kept_part) {
@@ -188,7 +170,7 @@ std::int32_t match_operator_or_character() {
 std::int32_t match_in_comment() {
     int character = peek();
     if (character == '\n') {
-        ++line_number;
+        ++current.line_number;
         advance();
     } else if (character == '*') {
         if (advance() == '/') {
@@ -270,7 +252,7 @@ std::int32_t match_rule() {
             skip_blanks();
             return skipped;
         case '\n':
-            ++line_number;
+            ++current.line_number;
             advance();
             return skipped;
         case '.':
@@ -301,8 +283,7 @@ void terminate_token() {
     state.saved_character = state.buffer[state.position];
     state.buffer[state.position] = '\0';
     state.terminated = true;
-    token_text = state.buffer.data() + state.token_start;
-    token_length = static_cast<std::int32_t>(matched_length());
+    state.token_length = matched_length();
 }
 
 void start() {
@@ -328,8 +309,7 @@ std::int32_t next_token() {
         restore_saved_character();
         state.token_start = state.position;
         if (peek() == no_character) {
-            token_text = empty_text;
-            token_length = 0;
+            state.token_length = 0;
             return token_end_of_input;
         }
         const std::int32_t code = match_rule();
@@ -340,11 +320,10 @@ std::int32_t next_token() {
     }
 }
 
-void reset_scanner() {
-    state = scanner_state{};
-    token_text = empty_text;
-    token_length = 0;
-    reset_source_reader();
+std::string_view token_text() {
+    // A character of value 0 ends the text.
+    const std::string_view token(state.buffer.data() + state.token_start, state.token_length);
+    return token.substr(0, token.find('\0'));
 }
 
 }  // namespace xfc

@@ -9,7 +9,4 @@ namespace xfc {
 /// A failing read ends the run with the L0048 message.
 std::size_t read_source_block(char* block, std::size_t size);
 
-/// Forgets what was read ahead from an earlier source.
-void reset_source_reader();
-
 }  // namespace xfc

@@ -75,7 +75,7 @@ void propagate_widths() {
 void require_drivers() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         const dfg_node& node = node_at(slot);
-        const bool needs_driver = is_primary_output(node) || node.attributes.component == &no_component;
+        const bool needs_driver = is_primary_output(node) || node.attributes.component == component_id::wire;
         if (needs_driver && !is_primary_input(node) && node.attributes.is_removed == 0 &&
             source_of(node, 0) == nullptr) {
             fail(message_id::constant_drives_variable, node.name);

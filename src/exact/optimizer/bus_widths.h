@@ -3,33 +3,20 @@
 #include <cstdint>
 
 #include "exact/dfg/dfg.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
-/// Width of a bus as the latency tables name it.
-enum class bus_width : std::uint8_t { unchanged, bits_32, bits_64, bits_70, bits_80, xfloat };
-
-/// The width in bits; `xfloat` follows the mantissa option. Not for `unchanged`.
-[[nodiscard]] inline std::int32_t bits_of(bus_width width) {
-    switch (width) {
-        case bus_width::bits_32:
-            return 32;
-        case bus_width::bits_64:
-            return 64;
-        case bus_width::bits_70:
-            return 70;
-        case bus_width::bits_80:
-            return 80;
-        default:
-            return compile_options.mantissa + 13;
-    }
+/// The generics that an instance gets from the options, with a selector of its own.
+[[nodiscard]] inline component_generics generics_of_options(std::int32_t output_select = 0) {
+    component_generics generics{current.options};
+    generics.output_select = output_select;
+    return generics;
 }
 
-inline void set_width(std::int32_t& field, bus_width width) {
-    if (width != bus_width::unchanged) {
-        field = bits_of(width);
-    }
+/// Bits of a port for an instance's generics; 0 when the component has no such port.
+[[nodiscard]] inline std::int32_t port_width(port_shape shape, const component_generics& generics) {
+    return layout_of(form_of(shape, generics), generics.mantissa).width;
 }
 
 /// Sets a component's latency, with which the node's ready time starts.

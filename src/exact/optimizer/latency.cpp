@@ -13,9 +13,9 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/cycle_check.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/optimizer/sweep_forecast.h"
+#include "exact/optimizer/sweeps/sweep_forecast.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 
 namespace xfc {
 
@@ -87,7 +87,7 @@ std::int32_t sweep_ready_times(changed_slots& changed) {
         std::int32_t candidate = 0;
         const std::int32_t raises = relax(slot, candidate);
         // Kept: the depth is taken once a node, after its second port.
-        max_latency = std::max(max_latency, candidate);
+        current.max_latency = std::max(current.max_latency, candidate);
         if (raises == 0) {
             return;
         }
@@ -108,13 +108,14 @@ constexpr std::int32_t sweeps_before_forecast = 16;
 #endif
 
 void print_sweep(std::int32_t iterations, std::int32_t balances) {
-    write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);
+    write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances,
+                 current.max_latency);
 }
 
 /// Prints the sweeps behind the first `iterations` and leaves the ready times as the last of them would.
 void take_over(const sweep_forecast& forecast, std::int32_t iterations) {
     for (std::size_t sweep = 0; sweep < forecast.balances.size(); ++sweep) {
-        max_latency = forecast.depths[sweep];
+        current.max_latency = forecast.depths[sweep];
         print_sweep(++iterations, forecast.balances[sweep]);
     }
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
@@ -126,7 +127,7 @@ void take_over(const sweep_forecast& forecast, std::int32_t iterations) {
 std::int32_t slack_of_edge(std::int32_t producer, std::int32_t consumer, bool final_edge) {
     const node_attributes& to = attributes_at(consumer);
     if (final_edge) {
-        return wrapping_subtract(max_latency, to.ready_time);
+        return wrapping_subtract(current.max_latency, to.ready_time);
     }
     return wrapping_subtract(wrapping_subtract(to.ready_time, attributes_at(producer).ready_time), to.latency);
 }
@@ -139,15 +140,15 @@ void insert_delay(std::int32_t producer, dfg_link& link) {
         return;
     }
     const std::int32_t width = node_at(producer).outputs[0].width;
-    const std::int32_t slot = dfg_splice_node(producer, "delay", link, consumer, link.port);
+    const std::int32_t slot = dfg_splice_node(producer, node_names::delay, link, consumer, link.port);
     dfg_node& delay = node_at(slot);
     delay.inputs[0].width = width;
     delay.outputs[0].width = width;
-    delay.attributes.component = component("xfc_delay");
+    delay.attributes.component = component_id::delay;
     delay.attributes.latency = slack;
     if (final_edge) {
-        attributes_at(consumer).ready_time = max_latency;
-        delay.attributes.ready_time = max_latency;
+        attributes_at(consumer).ready_time = current.max_latency;
+        delay.attributes.ready_time = current.max_latency;
     } else {
         delay.attributes.ready_time = wrapping_add(attributes_at(producer).ready_time, slack);
     }
@@ -158,7 +159,7 @@ void insert_delay(std::int32_t producer, dfg_link& link) {
 void balance_latencies() {
     // A conversion spliced into the stale edge of a variable that was assigned twice can have closed a cycle.
     require_acyclic_graph();
-    max_latency = 0;
+    current.max_latency = 0;
     changed_slots changed(dfg_used_slots());
     std::int32_t iterations = 0;
     std::int32_t next_forecast = sweeps_before_forecast;

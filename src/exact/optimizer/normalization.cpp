@@ -1,15 +1,16 @@
 // Decides where normalizers stand. Adders leave their result unnormalized; the error grows with every operand summed,
 // and multipliers and dividers need normalized operands.
 // Before: formats agree along every edge but those that a multiplier or divider serves itself.
-// After:  no more than `clustersize` operands are summed without a normalizer (for the first hundred places), and no
-//         unnormalized value of an internal format reaches a multiplier or divider, unless another one made it.
+// After:  a sum of `clustersize` operands is followed by a normalizer on its way to further sums (for the first hundred
+//         such sums), and an unnormalized value of an internal format reaches a multiplier or divider only from another
+//         one, or from a sum that was counted as normalized for its other consumers.
 //     [+] -> [*]   becomes   [+] -> [norm] -> [*]
 
 #include <algorithm>
 
-#include "exact/optimizer/node_classes.h"
+#include "exact/dfg/dfg.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
@@ -18,7 +19,7 @@ namespace {
 constexpr int most_iterations = 100;
 
 void splice_normalizer(std::int32_t producer, dfg_link& link) {
-    const std::int32_t normalizer = dfg_splice_node(producer, "norm", link, link.node, link.port);
+    const std::int32_t normalizer = dfg_splice_node(producer, node_names::normalizer, link, link.node, link.port);
     attributes_at(normalizer).is_normalized = 1;
 }
 
@@ -46,11 +47,11 @@ struct depth_scan {
             dfg_node& node = node_at(slot);
             if (node.attributes.is_internal == 1) {
                 raise(node, node.attributes.is_normalized == 1 ? 1 : operand_depth(node, 0));
-            } else if (is_additive_node(slot)) {
+            } else if (is_additive(node.attributes.is)) {
                 const std::int32_t depth =
                     node.attributes.is_normalized != 0 ? 1 : operand_depth(node, 0) + operand_depth(node, 1);
                 raise(node, depth);
-                if (depth >= compile_options.clustersize) {
+                if (depth >= current.options.clustersize) {
                     full_adder = slot;
                 }
             }
@@ -70,7 +71,7 @@ struct depth_scan {
 void renormalize(std::int32_t slot) {
     attributes_at(slot).is_normalized = 1;
     for (dfg_link* link = consumers_of(node_at(slot)); link != nullptr; link = link->next) {
-        if (is_additive_node(link->node) || attributes_at(link->node).is_internal == 1) {
+        if (is_additive(attributes_at(link->node).is) || attributes_at(link->node).is_internal == 1) {
             splice_normalizer(slot, *link);
         }
     }
@@ -90,11 +91,12 @@ bool may_be_unnormalized(number_format format) {
 
 /// Multipliers and dividers need normalized operands, but for those that one of them made in the same format.
 bool needs_normalizer(std::int32_t producer, std::int32_t consumer) {
-    if (!is_multiplicative_node(consumer)) {
+    if (!is_multiplicative(attributes_at(consumer).is)) {
         return false;
     }
     const number_format format = attributes_at(producer).format;
-    return !is_multiplicative_node(producer) || format != attributes_at(consumer).format || !is_internal_float(format);
+    return !is_multiplicative(attributes_at(producer).is) || format != attributes_at(consumer).format ||
+           !is_internal_float(format);
 }
 
 }  // namespace

@@ -3,13 +3,13 @@
 #include <array>
 
 #include "exact/dfg/dfg.h"
-#include "exact/optimizer/verifier.h"
+#include "exact/optimizer/pass_checks.h"
 #include "exact/run/console.h"
 
 namespace xfc {
 
 #ifdef XFC_VERIFY
-void (*after_optimizer_pass)(std::size_t index) = verify_after_pass;
+void (*after_optimizer_pass)(std::size_t index) = check_behind_pass;
 #else
 void (*after_optimizer_pass)(std::size_t index) = nullptr;
 #endif
@@ -19,7 +19,7 @@ namespace {
 constexpr std::array<optimizer_pass, 12> pass_table{{
     {"\n*** INITIALIZE OPTIMIZER SCRATCHPAD ***\n", initialize_scratchpad},
     {"*** IDENTIFY NODES ***\n", identify_nodes},
-    {"*** INSERT TYPE CONVERSIONS ***\n", insert_type_conversions},
+    {"*** INSERT TYPE CONVERSIONS ***\n", insert_type_conversions, pass_effect::refuses_cycles},
     {"*** RENORMALIZE COMPLEX CLUSTERS ***\n", renormalize_complex_clusters},
     // Kept: nothing runs behind this banner, which is part of the log all the same.
     {"*** ALIAS FUNCTIONS ***\n", nullptr},
@@ -27,8 +27,8 @@ constexpr std::array<optimizer_pass, 12> pass_table{{
     {"*** NODE ATTRIBUTES ***\n", assign_node_attributes},
     {"*** MAP FUNCTIONS ***\n", map_functions},
     {"*** BALANCE LATENCIES ***\n", balance_latencies},
-    {"*** INSERT DELAYS ***\n", insert_delays},
-    {"*** REMOVE REDUNDANT NODES ***\n", remove_redundant_nodes},
+    {"*** INSERT DELAYS ***\n", insert_delays, pass_effect::balances_edges},
+    {"*** REMOVE REDUNDANT NODES ***\n", remove_redundant_nodes, pass_effect::merges_nodes},
     {"*** ASSIGN REMAINING BUS ATTRIBUTES ***\n", assign_remaining_bus_attributes},
 }};
 
@@ -39,7 +39,7 @@ std::span<const optimizer_pass> optimizer_passes() { return pass_table; }
 void optimize_datapath() {
     for (std::size_t index = 0; index < pass_table.size(); ++index) {
         const optimizer_pass& pass = pass_table[index];
-        write_format(standard_output, pass.banner);
+        standard_output.append(pass.banner);
         if (pass.run != nullptr) {
             pass.run();
         }

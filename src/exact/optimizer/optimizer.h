@@ -6,16 +6,25 @@
 
 namespace xfc {
 
-/// One step of the optimizer: the line printed before it, and the pass, null when nothing runs.
+/// What holds from a pass on, for the checks behind it.
+enum class pass_effect : std::uint8_t {
+    none,
+    refuses_cycles,  ///< the graph is acyclic from now on
+    balances_edges,  ///< right behind the pass every operand arrives when it is needed
+    merges_nodes,    ///< consumer entries of merged nodes stay behind from now on
+};
+
+/// One step of the optimizer.
 struct optimizer_pass {
-    std::string_view banner;
-    void (*run)();
+    std::string_view banner;  ///< the line printed before it
+    void (*run)();            ///< null when nothing runs
+    pass_effect effect = pass_effect::none;
 };
 
 /// All steps in order.
 [[nodiscard]] std::span<const optimizer_pass> optimizer_passes();
 
-/// Called after every pass with the index of its row; null when nobody listens. Verifying builds and tests set it.
+/// Called after every pass with the index of its row; null when nobody listens. Verifying builds check the graph there.
 extern void (*after_optimizer_pass)(std::size_t index);
 
 /// Prints each banner and runs its pass, in the order of the table.

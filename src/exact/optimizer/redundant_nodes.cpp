@@ -88,7 +88,7 @@ private:
     std::vector<std::int32_t> next_;
 };
 
-std::int64_t component_of(const dfg_node& node) { return node.attributes.component - component_rows::table; }
+std::int64_t component_of(const dfg_node& node) { return static_cast<std::int64_t>(node.attributes.component); }
 std::int64_t length_of(const dfg_node& node) { return node.attributes.latency; }
 
 /// Merges node `merged` into node `kept`, which stands in a lower slot; returns the consumer that changed its driver.
@@ -147,9 +147,9 @@ bool feed_alike(std::int32_t kept, std::int32_t merged) {
 
 void merge_conversions() {
     // A variable may be named "cast"; then nodes with its component, wires, are candidates as well.
-    std::vector<bool> candidate_components(std::size(component_rows::table), false);
+    std::vector<bool> candidate_components(all_components().size() + 1, false);
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        if (node_at(slot).name == "cast") {
+        if (attributes_at(slot).is == node_class::conversion) {
             candidate_components[static_cast<std::size_t>(component_of(node_at(slot)))] = true;
         }
     }
@@ -157,7 +157,10 @@ void merge_conversions() {
         [&](const dfg_node& node) { return candidate_components[static_cast<std::size_t>(component_of(node))]; },
         component_of);
     merge_class_members(
-        classes, [](std::int32_t slot) { return node_at(slot).name == "cast" && attributes_at(slot).is_removed == 0; },
+        classes,
+        [](std::int32_t slot) {
+            return attributes_at(slot).is == node_class::conversion && attributes_at(slot).is_removed == 0;
+        },
         [](std::int32_t kept, std::int32_t slot) {
             return attributes_at(slot).is_removed == 0 && has_consumer(slot) && feed_alike(kept, slot);
         },
@@ -167,8 +170,7 @@ void merge_conversions() {
 // ---- Normalizers ----
 
 bool is_normalizer(const dfg_node& node) {
-    return node.attributes.component == component("xfc_normfp1x") ||
-           node.attributes.component == component("xfc_normfp2x");
+    return node.attributes.component == component_id::normfp1x || node.attributes.component == component_id::normfp2x;
 }
 
 /// Kept: a normalizer that was merged already may be merged once more.
@@ -187,7 +189,7 @@ void merge_normalizers() {
 // ---- Delays ----
 
 void merge_delays() {
-    merge_classes classes([](const dfg_node& node) { return node.name == "delay"; }, length_of);
+    merge_classes classes([](const dfg_node& node) { return node.attributes.is == node_class::delay; }, length_of);
     merge_class_members(
         classes, [](std::int32_t slot) { return attributes_at(slot).is_removed == 0; },
         [](std::int32_t kept, std::int32_t slot) {

@@ -7,22 +7,13 @@
 #include <array>
 #include <vector>
 
+#include "exact/dfg/dfg.h"
 #include "exact/optimizer/cycle_check.h"
-#include "exact/optimizer/format_code.h"
-#include "exact/optimizer/node_classes.h"
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
 
 namespace xfc {
-
-char format_code(number_format format) {
-    const number_format_row& row = format_row(format);
-    if (row.code == 0) {
-        fail(message_id::unknown_type, row.text);
-    }
-    return row.code;
-}
 
 namespace {
 
@@ -31,7 +22,7 @@ bool is_driven_and_read(const dfg_node& node) { return !is_primary_input(node) &
 void choose_internal_formats() {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         dfg_node& node = node_at(slot);
-        if (!is_driven_and_read(node) || !(is_additive_node(slot) || is_multiplicative_node(slot))) {
+        if (!is_driven_and_read(node) || !(is_additive(node.attributes.is) || is_multiplicative(node.attributes.is))) {
             continue;
         }
         number_format& format = node.attributes.format;
@@ -95,7 +86,8 @@ void give_variables_the_passed_format() {
 /// Whether a literal-free product of two primary inputs goes to one adder.
 bool is_dot_product_term(std::int32_t slot) {
     const dfg_node& node = node_at(slot);
-    if (node.name != "*" || node.attributes.format != number_format::xfloat || node.attributes.fanout != 1) {
+    if (node.attributes.is != node_class::multiply || node.attributes.format != number_format::xfloat ||
+        node.attributes.fanout != 1) {
         return false;
     }
     for (std::int32_t port = 0; port < 2; ++port) {
@@ -105,12 +97,12 @@ bool is_dot_product_term(std::int32_t slot) {
         }
     }
     const dfg_link* consumer = consumers_of(node);
-    return consumer != nullptr && is_additive_node(consumer->node);
+    return consumer != nullptr && is_additive(attributes_at(consumer->node).is);
 }
 
 /// IEEE products of inputs that feed an adder are mapped to the dot-product multipliers later.
 void keep_dot_product_terms_in_ieee_format() {
-    if (compile_options.optimization <= 0) {
+    if (current.options.optimization <= 0) {
         return;
     }
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
@@ -121,18 +113,18 @@ void keep_dot_product_terms_in_ieee_format() {
 }
 
 struct exemption_row {
-    std::string_view producer_name;
+    node_class producer;
     number_format producer_format;
     number_format consumer_format;
 };
 
 /// Multipliers and dividers with an output in their only consumer's format.
 constexpr std::array<exemption_row, 5> exemptions{{
-    {"/", number_format::xfloat, number_format::single_float},
-    {"*", number_format::xfloat, number_format::single_float},
-    {"*", number_format::single_float, number_format::xfloat},
-    {"/", number_format::ydouble, number_format::double_float},
-    {"*", number_format::ydouble, number_format::double_float},
+    {node_class::divide, number_format::xfloat, number_format::single_float},
+    {node_class::multiply, number_format::xfloat, number_format::single_float},
+    {node_class::multiply, number_format::single_float, number_format::xfloat},
+    {node_class::divide, number_format::ydouble, number_format::double_float},
+    {node_class::multiply, number_format::ydouble, number_format::double_float},
 }};
 
 /// The consumer list must not be empty.
@@ -143,7 +135,7 @@ bool is_exempt(const dfg_node& producer) {
     }
     const number_format consumer_format = attributes_at(only->node).format;
     for (const exemption_row& row : exemptions) {
-        if (producer.name == row.producer_name && producer.attributes.format == row.producer_format &&
+        if (producer.attributes.is == row.producer && producer.attributes.format == row.producer_format &&
             consumer_format == row.consumer_format) {
             return true;
         }
@@ -151,20 +143,28 @@ bool is_exempt(const dfg_node& producer) {
     return false;
 }
 
-/// The row of the conversion between two formats.
-const component_row* conversion_kind(number_format from, number_format to) {
-    std::array<char, 8> kind{'c', 'a', 's', 't', 'a', 't', 'o', 'a'};
-    kind[4] = format_code(from);
-    kind[7] = format_code(to);
-    return find_component({kind.data(), kind.size()});
+/// Ends the run when a conversion from or to the format has no letter for it.
+void require_format_code(number_format format) {
+    const number_format_row& row = format_row(format);
+    if (row.code == 0) {
+        fail(message_id::unknown_type, row.text);
+    }
+}
+
+/// The conversion between two formats.
+component_id conversion_kind(number_format from, number_format to) {
+    require_format_code(from);
+    require_format_code(to);
+    return conversion_between(from, to);
 }
 
 void insert_conversion(std::int32_t producer, dfg_link& link) {
     const std::int32_t consumer = link.node;
-    const component_row* kind = conversion_kind(attributes_at(producer).format, attributes_at(consumer).format);
-    node_attributes& conversion = attributes_at(dfg_splice_node(producer, "cast", link, consumer, link.port));
+    const component_id kind = conversion_kind(attributes_at(producer).format, attributes_at(consumer).format);
+    node_attributes& conversion =
+        attributes_at(dfg_splice_node(producer, node_names::conversion, link, consumer, link.port));
     conversion.component = kind;
-    if (kind != component("castxtoy") && kind != component("castytox")) {
+    if (kind != component_id::castxtoy && kind != component_id::castytox) {
         conversion.is_normalized = 1;
     }
 }

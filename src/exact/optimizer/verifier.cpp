@@ -1,24 +1,21 @@
 #include "exact/optimizer/verifier.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <unordered_set>
 #include <vector>
 
 #include "base/text_writer.h"
 #include "base/wrapping.h"
 #include "exact/dfg/dfg.h"
-#include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc {
 
 namespace {
 
 template <class... arguments>
-std::string sentence(std::string_view format, const arguments&... values) {
+std::string sentence(std::type_identity_t<format_text<arguments...>> format, const arguments&... values) {
     text_writer out;
-    write_format(out, format, values...);
+    write_fitting(out, format.text(), values...);
     return out.take_text();
 }
 
@@ -106,7 +103,8 @@ bool has_late_port(std::int32_t slot) { return is_primary_output(node_at(slot)) 
 /// Whether the node is the delay in front of such an output.
 bool is_delay_of_late_port(const dfg_node& node) {
     const dfg_link* only = consumers_of(node);
-    return node.name == "delay" && only != nullptr && only->next == nullptr && has_late_port(only->node);
+    return node.attributes.is == node_class::delay && only != nullptr && only->next == nullptr &&
+           has_late_port(only->node);
 }
 
 }  // namespace
@@ -135,7 +133,12 @@ std::string verify_graph(const graph_expectations& expected) {
     if (std::string violation = verify_sources(); !violation.empty()) {
         return violation;
     }
-    return expected.acyclic ? verify_acyclic() : std::string{};
+    if (expected.acyclic) {
+        if (std::string violation = verify_acyclic(); !violation.empty()) {
+            return violation;
+        }
+    }
+    return expected.balanced ? verify_schedule() : std::string{};
 }
 
 std::string verify_schedule() {
@@ -156,37 +159,12 @@ std::string verify_schedule() {
             }
         }
         const bool driven_output = is_primary_output(node) && source_of(node, 0) != nullptr;
-        if (driven_output && node.attributes.ready_time != max_latency) {
-            return sentence("output %ld is ready in cycle %ld of %ld", slot, node.attributes.ready_time, max_latency);
+        if (driven_output && node.attributes.ready_time != current.max_latency) {
+            return sentence("output %ld is ready in cycle %ld of %ld", slot, node.attributes.ready_time,
+                            current.max_latency);
         }
     }
     return {};
-}
-
-void verify_after_pass(std::size_t index) {
-    static bool agreed = false;
-    const auto passes = optimizer_passes();
-    const auto reached = [&](void (*pass)()) {
-        for (std::size_t row = 0; row <= index; ++row) {
-            if (passes[row].run == pass) {
-                return true;
-            }
-        }
-        return false;
-    };
-    if (index == 0) {
-        agreed = consumers_agree();
-    }
-    std::string violation = verify_graph({.every_consumer_agrees = agreed && !reached(remove_redundant_nodes),
-                                          .acyclic = agreed && reached(insert_type_conversions)});
-    if (violation.empty() && agreed && passes[index].run == insert_delays) {
-        violation = verify_schedule();
-    }
-    if (!violation.empty()) {
-        static_cast<void>(
-            std::fprintf(stderr, "%sgraph check: %s\n", std::string(passes[index].banner).c_str(), violation.c_str()));
-        std::abort();
-    }
 }
 
 }  // namespace xfc

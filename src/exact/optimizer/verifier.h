@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 namespace xfc {
@@ -10,6 +9,7 @@ struct graph_expectations {
     bool every_consumer_agrees = false;  ///< each consumer entry is the consumer's source too; not with variables
                                          ///< assigned twice, nor after merging
     bool acyclic = false;
+    bool balanced = false;  ///< `verify_schedule` finds nothing
 };
 
 /// Checks the graph's links: slots and ports in range, every source link answered by a consumer entry of the producer,
@@ -23,9 +23,5 @@ struct graph_expectations {
 /// Whether every consumer entry is its consumer's source and stands there once, as it is right after translation
 /// unless a variable was assigned twice.
 [[nodiscard]] bool consumers_agree();
-
-/// Checks what must hold behind the pass of that row of the pass table; aborts the process at the first violation.
-/// Verifying builds call it after every pass.
-void verify_after_pass(std::size_t index);
 
 }  // namespace xfc

@@ -1,12 +1,9 @@
 #include "exact/run/console.h"
 
-#include <cstdlib>
-
 namespace xfc {
 
 text_writer standard_output(stdout);
 text_writer standard_error(stderr);
-end_run_hook_type end_run_hook = nullptr;
 
 text_writer& open_message_stream(message_stream stream) {
     if (stream == message_stream::standard_output) {
@@ -17,16 +14,13 @@ text_writer& open_message_stream(message_stream stream) {
     return standard_error;
 }
 
-void end_run(int status) {
+int finish_streams(int status) {
     if (!standard_output.flush() && status == 0) {
         report(message_id::cannot_write_standard_output);
         status = 1;
     }
     static_cast<void>(standard_error.flush());
-    if (end_run_hook != nullptr) {
-        end_run_hook(status);
-    }
-    std::exit(status);
+    return status;
 }
 
 }  // namespace xfc

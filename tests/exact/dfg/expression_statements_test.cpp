@@ -72,7 +72,7 @@ TEST(variable_nodes, are_made_without_any_statement) {
 
 TEST(variable_nodes, are_not_made_for_an_empty_program) {
     ASSERT_EQ(translate_text("main() { }\n").status, 0);
-    EXPECT_EQ(graph.capacity, 10000);
+    EXPECT_EQ(current.graph.capacity, 10000);
     // The function's own name is not declared by a type.
     EXPECT_EQ(dfg_used_slots(), 0);
 }

@@ -18,7 +18,7 @@ std::vector<const symbol_record*> declared(const std::string& source, const std:
     EXPECT_EQ(result.standard_output, printed) << source;
     EXPECT_EQ(result.standard_error, "") << source;
     std::vector<const symbol_record*> records;
-    for (const symbol_record* record = symbol_table; record != nullptr; record = following_symbol(*record)) {
+    for (const symbol_record* record = current.symbols.first; record != nullptr; record = following_symbol(*record)) {
         records.push_back(record);
     }
     return records;
@@ -51,9 +51,9 @@ void expect_refused(const std::string& source, const std::string& line) {
 }
 
 TEST(symbol_records, are_empty_when_they_are_new) {
-    clear_symbol_table();
+    current = {};
     const symbol_record* record = new_symbol();
-    EXPECT_EQ(symbol_table, record);
+    EXPECT_EQ(current.symbols.first, record);
     EXPECT_EQ(record->next, nullptr);
     EXPECT_EQ(record->prev, nullptr);
     EXPECT_EQ(record->block_successor, nullptr);
@@ -63,7 +63,7 @@ TEST(symbol_records, are_empty_when_they_are_new) {
     EXPECT_EQ(record->qualifier, "");
     EXPECT_EQ(record->block + record->depth + record->in_use + record->complete + record->initial_value, 0);
     const symbol_record* second = new_symbol();
-    EXPECT_EQ(symbol_table, record);
+    EXPECT_EQ(current.symbols.first, record);
     EXPECT_EQ(record->next, nullptr);
     EXPECT_EQ(second->prev, nullptr);
 }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "exact/driver/workspace.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc::test {
 
@@ -40,7 +40,7 @@ TEST(usage, is_explained_without_arguments) {
     EXPECT_EQ(result.standard_output, "\nCompiler Version MVTK - October 12 2010\n\n");
     EXPECT_EQ(result.standard_error, usage_text);
     EXPECT_TRUE(result.files.empty());
-    EXPECT_EQ(source_file, nullptr);
+    EXPECT_EQ(current.source, nullptr);
 }
 
 TEST(source, that_cannot_be_opened_ends_the_run_before_the_switches_are_read) {
@@ -84,7 +84,7 @@ TEST(log, the_phases_print_their_banners_in_order) {
     EXPECT_LT(text.find(dfg_banner), emission);
     EXPECT_LT(emission, report);
     EXPECT_EQ(text.substr(report),
-              report_banner + " Maximum Latency " + std::to_string(max_latency) + "    \n" + success_line);
+              report_banner + " Maximum Latency " + std::to_string(current.max_latency) + "    \n" + success_line);
     EXPECT_EQ(text.find("October"), std::string::npos);
 }
 
@@ -112,8 +112,8 @@ TEST(verdict, one_error_is_counted_in_the_singular) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.standard_error, "\n\n 1 error found by the parser  \n\n\n");
     // Five newlines were read.
-    EXPECT_TRUE(ends_with(result.standard_output,
-                          report_banner + " Maximum Latency " + std::to_string(max_latency) + "    \nlinenumber 6\n"));
+    EXPECT_TRUE(ends_with(result.standard_output, report_banner + " Maximum Latency " +
+                                                      std::to_string(current.max_latency) + "    \nlinenumber 6\n"));
     ASSERT_EQ(result.files.size(), 1U);
     EXPECT_EQ(result.files.begin()->first, "prog.vhd");
     EXPECT_NE(result.files.begin()->second.find("END "), std::string::npos);
@@ -154,16 +154,16 @@ TEST(verdict, a_full_parser_stack_is_no_syntax_error) {
 
 TEST(state, the_line_is_minus_1_before_the_parse) {
     static_cast<void>(run_with_arguments({}));
-    EXPECT_EQ(line_number, -1);
+    EXPECT_EQ(current.line_number, -1);
     static_cast<void>(compile({.source = small_program}));
-    EXPECT_EQ(line_number, 5);
+    EXPECT_EQ(current.line_number, 5);
     static_cast<void>(compile({.source = small_program, .switches = {"-mm", "1"}}));
-    EXPECT_EQ(line_number, -1);
+    EXPECT_EQ(current.line_number, -1);
 }
 
 TEST(state, the_source_is_closed_after_the_parse) {
     static_cast<void>(compile({.source = small_program}));
-    EXPECT_EQ(source_file, nullptr);
+    EXPECT_EQ(current.source, nullptr);
 }
 
 TEST(state, a_run_forgets_the_run_before) {

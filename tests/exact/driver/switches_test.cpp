@@ -5,7 +5,7 @@
 #include <array>
 
 #include "exact/driver/workspace.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc::test {
 
@@ -19,7 +19,7 @@ struct named_field {
     std::int32_t standard;
 };
 
-constexpr std::array<named_field, 17> fields{{
+constexpr std::array<named_field, 16> fields{{
     {"mantissa", &options::mantissa, 32},
     {"doublespeed", &options::doublespeed, 0},
     {"fittingregisters", &options::fittingregisters, 0},
@@ -29,7 +29,6 @@ constexpr std::array<named_field, 17> fields{{
     {"roundnormalize", &options::roundnormalize, 0},
     {"outputpipe", &options::outputpipe, 1},
     {"normspeed", &options::normspeed, 3},
-    {"normspeed2", &options::normspeed2, 2},
     {"shiftspeed", &options::shiftspeed, 1},
     {"clustersize", &options::clustersize, 16},
     {"doubleaccuracy", &options::doubleaccuracy, 1},
@@ -53,7 +52,7 @@ void expect_only(const std::vector<changed_field>& changes) {
                 expected = change.value;
             }
         }
-        EXPECT_EQ(compile_options.*each.field, expected) << each.name;
+        EXPECT_EQ(current.options.*each.field, expected) << each.name;
     }
 }
 
@@ -107,9 +106,9 @@ TEST(switches, a_mantissa_of_32_or_36_is_accepted) {
 }
 
 TEST(switches, a_norm_speed_of_1_to_3_is_accepted) {
-    expect_accepted({"-ns", "1"}, {{&options::normspeed, 1}, {&options::normspeed2, 1}});
-    expect_accepted({"-ns", "2"}, {{&options::normspeed, 2}, {&options::normspeed2, 2}});
-    expect_accepted({"-ns", "3"}, {{&options::normspeed, 3}, {&options::normspeed2, 2}});
+    expect_accepted({"-ns", "1"}, {{&options::normspeed, 1}});
+    expect_accepted({"-ns", "2"}, {{&options::normspeed, 2}});
+    expect_accepted({"-ns", "3"}, {{&options::normspeed, 3}});
     for (const std::string value : {"0", "4", "-1", "x", "100"}) {
         expect_refused({"-ns", value}, ns_text);
     }
@@ -198,7 +197,7 @@ TEST(switch_values, are_checked_as_they_are_stored) {
     expect_refused({"-xc", "99999999999999999999"}, xc_text);
     expect_refused({"-mm", "4294967295"}, mm_text);
     expect_refused({"-ns", "99999999999999999999"}, ns_text);
-    expect_accepted({"-ns", "4294967297junk"}, {{&options::normspeed, 1}, {&options::normspeed2, 1}});
+    expect_accepted({"-ns", "4294967297junk"}, {{&options::normspeed, 1}});
     expect_accepted({"-mm", "36bits"}, {{&options::mantissa, 36}});
     expect_refused({"-mm", "bits36"}, mm_text);
 }
@@ -232,7 +231,7 @@ TEST(switch_order, the_later_one_wins) {
     expect_accepted({"-s5", "-s3"}, {{&options::device, 1}});
     expect_accepted({"-s3", "-s5"}, {{&options::device, 2}});
     expect_accepted({"-mm", "36", "-mm", "32"}, {});
-    expect_accepted({"-ns", "3", "-ns", "1"}, {{&options::normspeed, 1}, {&options::normspeed2, 1}});
+    expect_accepted({"-ns", "3", "-ns", "1"}, {{&options::normspeed, 1}});
     expect_refused({"-mm", "36", "-xc", "1", "-mv", "4"}, xc_text);
 }
 

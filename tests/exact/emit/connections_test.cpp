@@ -85,7 +85,7 @@ TEST(connections, a_wire_that_nothing_reads_is_an_output_port_and_no_wire) {
 
 TEST(connections, a_node_with_a_component_is_no_wire) {
     start_operands();
-    add_instance("castltof", "cast", 1, 32);
+    add_instance("xfc_castltof", "cast", 1, 32);
     EXPECT_EQ(vhdl_tail(), "\n  synth0000 <= a;\n  synth0001 <= b;\n\n  y <= synth0003;\n\n");
 }
 
@@ -133,7 +133,7 @@ TEST(connections, a_constant_on_the_only_input_makes_no_input_port) {
 TEST(connections, a_node_with_two_open_inputs_is_no_input_port) {
     start_operands();
     dfg_connect(0, 2, 0);
-    const std::int32_t open = add_node("open", 2, number_format::single_float, "xfc_ldexp1x");
+    const std::int32_t open = add_node("open", 2, number_format::single_float, "fp_ldexp");
     set_widths(open, 32);
     EXPECT_EQ(emit(language::vhdl).text.find("      open : IN "), std::string::npos);
     EXPECT_NE(emit(language::vhdl).text.find("      open : OUT "), std::string::npos);

@@ -7,8 +7,7 @@
 #include <iterator>
 
 #include "exact/emit/emitter.h"
-#include "exact/run/compile_options.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -77,8 +76,8 @@ void set_widths(std::int32_t slot, std::int32_t width) {
 
 void start_operands() {
     start_graph();
-    source_path.clear();
-    max_latency = 10;
+    current.source_path.clear();
+    current.max_latency = 10;
     for (const char* name : {"a", "b", "y"}) {
         set_widths(add_node(name, 1, number_format::single_float), 32);
     }
@@ -105,7 +104,7 @@ void make_constant(std::int32_t slot, std::int32_t port, double value) {
 }
 
 void add_constants(std::string_view component, std::int32_t width, number_format format, std::int32_t port,
-                   std::initializer_list<double> values) {
+                   std::span<const double> values) {
     for (const double value : values) {
         const std::int32_t slot = add_instance(component, "op", 2, width);
         attributes_at(slot).format = format;
@@ -114,22 +113,25 @@ void add_constants(std::string_view component, std::int32_t width, number_format
 }
 
 void use_distinct_options() {
-    compile_options.mantissa = 36;
-    compile_options.doublespeed = 41;
-    compile_options.inputnormalize = 42;
-    compile_options.outputscale = 43;
-    compile_options.roundconvert = 44;
-    compile_options.roundnormalize = 45;
-    compile_options.outputpipe = 46;
-    compile_options.normspeed = 47;
-    compile_options.normspeed2 = 48;
-    compile_options.shiftspeed = 49;
-    compile_options.doubleaccuracy = 50;
-    compile_options.device = 51;
-    compile_options.optimization = -52;
-    compile_options.synthesize = 53;
-    compile_options.fittingregisters = 54;
-    compile_options.clustersize = 55;
+    current.options.mantissa = 36;
+    current.options.doublespeed = 41;
+    current.options.inputnormalize = 42;
+    current.options.outputscale = 43;
+    current.options.roundconvert = 44;
+    current.options.roundnormalize = 45;
+    current.options.outputpipe = 46;
+    current.options.normspeed = 47;
+    current.options.shiftspeed = 49;
+    current.options.doubleaccuracy = 50;
+    current.options.device = 51;
+    current.options.optimization = -52;
+    current.options.synthesize = 53;
+    current.options.fittingregisters = 54;
+    current.options.clustersize = 55;
 }
+
+void set_mantissa(std::int32_t bits) { current.options.mantissa = bits; }
+
+void use_slowest_normalizer() { current.options.normspeed = 1; }
 
 }  // namespace xfc::test

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
-#include "exact/dfg/number_format.h"
+#include "components/number_format.h"
 #include "exact/support/temporary_folder.h"
 
 // What the tests of the emitters share: graphs of single instances, and the output file or a section of it.
@@ -51,11 +51,17 @@ void make_constant(std::int32_t slot, std::int32_t port, double value = 0);
 
 /// For each value an instance (slots 3, 4, ...) with that value as a literal on the input `port` of two.
 void add_constants(std::string_view component, std::int32_t width, number_format format, std::int32_t port,
-                   std::initializer_list<double> values);
+                   std::span<const double> values);
 
 void set_widths(std::int32_t slot, std::int32_t width);
 
 /// Gives every option a value that no other option and no default has; the mantissa gets 36 bits.
 void use_distinct_options();
+
+/// The mantissa of internal single-precision numbers, in bits.
+void set_mantissa(std::int32_t bits);
+
+/// The normalizers at their lowest performance level.
+void use_slowest_normalizer();
 
 }  // namespace xfc::test

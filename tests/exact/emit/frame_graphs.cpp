@@ -2,7 +2,7 @@
 
 #include "exact/dfg/dfg.h"
 #include "exact/emit/emitted.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -20,15 +20,15 @@ std::int32_t add(std::string_view name, std::int32_t inputs, number_format forma
 
 void build_two_outputs() {
     start_graph();
-    source_path.clear();
-    max_latency = 23;
+    current.source_path.clear();
+    current.max_latency = 23;
     const std::int32_t a = add("a", 1, number_format::single_float, 32);
     const std::int32_t b = add("b", 1, number_format::double_float, 64);
     const std::int32_t y = add("y", 1, number_format::single_float, 32);
-    const std::int32_t widened = add("cast", 1, number_format::xfloat, 45, "castftox");
+    const std::int32_t widened = add("cast", 1, number_format::xfloat, 45, "xfc_castftox");
     const std::int32_t z = add("z", 1, number_format::double_float, 64);
     const std::int32_t sum = add("+", 2, number_format::xfloat, 45, "xfc_alufp1x");
-    const std::int32_t narrowed = add("cast", 1, number_format::single_float, 32, "castxtof");
+    const std::int32_t narrowed = add("cast", 1, number_format::single_float, 32, "xfc_castxtof");
     const std::int32_t t = add("t", 1, number_format::single_float, 32);
     const std::int32_t root = add("sqrt", 1, number_format::single_float, 32, "fp_sqr");
     const std::int32_t delay = add("delay", 1, number_format::double_float, 64, "xfc_delay");
@@ -51,8 +51,8 @@ void build_two_outputs() {
 
 void build_no_outputs() {
     start_graph();
-    source_path.clear();
-    max_latency = 1;
+    current.source_path.clear();
+    current.max_latency = 1;
     const std::int32_t p = add("p", 1, number_format::single_float, 32);
     const std::int32_t q = add("q", 1, number_format::single_float, 32);
     dfg_connect(p, q, 0);

@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "exact/emit/emitted.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -114,9 +114,9 @@ TEST(output_file, the_source_program_is_not_overwritten) {
     one_adder();
     const working_folder folder;
     write_file("unit.vhd", "float a;\n");
-    source_path = "./unit.vhd";
+    current.source_path = "./unit.vhd";
     const emitted result = emit_here(language::vhdl);
-    source_path.clear();
+    current.source_path.clear();
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error, "Output file unit.vhd would overwrite the source program\n");
     EXPECT_EQ(read_file("unit.vhd"), "float a;\n");
@@ -127,9 +127,9 @@ TEST(output_file, a_link_to_the_source_program_is_the_source_program) {
     const working_folder folder;
     write_file("prog.c", "float a;\n");
     fs::create_symlink("prog.c", "unit.v");
-    source_path = "prog.c";
+    current.source_path = "prog.c";
     const emitted result = emit_here(language::verilog);
-    source_path.clear();
+    current.source_path.clear();
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error, "Output file unit.v would overwrite the source program\n");
     EXPECT_EQ(read_file("prog.c"), "float a;\n");

@@ -3,7 +3,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/emit/emitted.h"
 #include "exact/emit/frame_graphs.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -214,8 +214,8 @@ endmodule
 
 TEST(verilog_frame, a_graph_without_nodes_still_has_both_empty_lines_of_the_connections) {
     start_graph();
-    source_path.clear();
-    max_latency = 1;
+    current.source_path.clear();
+    current.max_latency = 1;
     const std::string text = emit(language::verilog).text;
     EXPECT_NE(text.find("      startin,\n      startout,\n\n);\n\ninput sysclk;\n"), std::string::npos);
     EXPECT_NE(text.find("\noutput startout;\n\n\nreg [1 : 1] startff;\n\ninteger k;\n"), std::string::npos);
@@ -224,7 +224,7 @@ TEST(verilog_frame, a_graph_without_nodes_still_has_both_empty_lines_of_the_conn
 
 TEST(verilog_frame, the_zero_that_resets_the_start_pulse_is_as_wide_as_the_pipeline_is_long) {
     build_two_outputs();
-    max_latency = 5;
+    current.max_latency = 5;
     const std::string text = emit(language::verilog).text;
     EXPECT_NE(text.find("\n        startff <= 5'b0;\n    end else begin\n"), std::string::npos);
     EXPECT_NE(text.find("\nreg [5 : 1] startff;\n"), std::string::npos);

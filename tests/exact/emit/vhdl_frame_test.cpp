@@ -3,7 +3,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/emit/emitted.h"
 #include "exact/emit/frame_graphs.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -230,8 +230,8 @@ END GEN;
 
 TEST(vhdl_frame, a_graph_without_nodes_still_has_both_empty_lines_of_the_connections) {
     start_graph();
-    source_path.clear();
-    max_latency = 1;
+    current.source_path.clear();
+    current.max_latency = 1;
     const emitted result = emit(language::vhdl);
     EXPECT_NE(
         result.text.find("      startout : OUT STD_LOGIC;\n\n     );\nEND unit;\n\nARCHITECTURE gen OF unit IS\n\n"

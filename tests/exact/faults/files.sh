@@ -88,6 +88,7 @@ for statements in 1 3000; do
     run p.c
     expect_refusal "Can't write output file p.vhd\n"
     [ -c /dev/full ] || complain 'the device is gone'
+    [ -h p.vhd ] || complain 'the link that the user made is gone'
 done
 
 case_is 'an output that meets the limit of file sizes is removed'

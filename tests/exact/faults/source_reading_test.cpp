@@ -11,7 +11,7 @@
 
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -38,12 +38,12 @@ ssize_t read_or_fail(void* cookie, char* block, std::size_t size) {
 
 run_result parse_and_fail_behind(const std::string& text) {
     failing_text source{text};
-    reset_scanner();
-    source_file =
-        fopencookie(&source, "r", {.read = read_or_fail, .write = nullptr, .seek = nullptr, .close = nullptr});
-    line_number = 1;
+    current = {};
+    current.source.reset(
+        fopencookie(&source, "r", {.read = read_or_fail, .write = nullptr, .seek = nullptr, .close = nullptr}));
+    current.line_number = 1;
     run_result result = catch_output([] { static_cast<void>(parse()); });
-    static_cast<void>(std::fclose(std::exchange(source_file, nullptr)));
+    current.source.reset();
     return result;
 }
 

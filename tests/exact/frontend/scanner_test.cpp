@@ -262,19 +262,14 @@ TEST(characters, a_byte_of_value_0_ends_the_input_of_the_parser) {
 /// The codes of `count` calls, with the texts that stood ready after each.
 std::vector<token> calls(const std::string& source, int count) {
     std::vector<token> found;
-    source_file = std::tmpfile();
-    std::fwrite(source.data(), 1, source.size(), source_file);
-    std::rewind(source_file);
-    line_number = 1;
-    reset_scanner();
+    open_source_text(source);
     const run_result run = catch_output([&] {
         for (int call = 0; call < count; ++call) {
             const std::int32_t code = next_token();
-            found.push_back({code, token_text, line_number});
+            found.push_back({code, std::string(token_text()), current.line_number});
         }
     });
     EXPECT_EQ(run.status, 0) << run.standard_error;
-    std::fclose(std::exchange(source_file, nullptr));
     return found;
 }
 

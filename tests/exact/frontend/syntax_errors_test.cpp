@@ -3,7 +3,7 @@
 #include "exact/frontend/label_texts.h"
 #include "exact/frontend/parse_tree.h"
 #include "exact/frontend/parser.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 
 namespace xfc::test {
 
@@ -26,7 +26,7 @@ label_texts erroneous(const std::string& source, const std::vector<std::string>&
     EXPECT_EQ(result.standard_output, expected);
     EXPECT_EQ(result.standard_error, "");
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(error_count, static_cast<std::int32_t>(lines.size()));
+    EXPECT_EQ(current.error_count, static_cast<std::int32_t>(lines.size()));
     return labels();
 }
 
@@ -136,7 +136,7 @@ TEST(giving_up, keeps_the_units_before_the_error) {
 
 TEST(giving_up, in_the_first_unit_leaves_no_tree) {
     EXPECT_EQ(erroneous("float = 3;", {"line 1 error syntax error at ="}), (label_texts{}));
-    EXPECT_EQ(parse_tree_root, nullptr);
+    EXPECT_EQ(current.tree.root, nullptr);
 }
 
 TEST(giving_up, the_end_of_the_source_inside_a_block_is_an_error) {
@@ -159,12 +159,12 @@ TEST(parser_stack, holds_200_states) { EXPECT_EQ(labels_of(parentheses(193)), (l
 TEST(parser_stack, the_201st_state_is_reported_and_not_counted) {
     const run_result closing = flatten_text(parentheses(194));
     EXPECT_EQ(closing.standard_output, "line 1 error pcyacc internal stack overflow at )\n");
-    EXPECT_EQ(error_count, 0);
+    EXPECT_EQ(current.error_count, 0);
     EXPECT_EQ(labels(), (label_texts{}));
     EXPECT_EQ(flatten_text(parentheses(195)).standard_output, "line 1 error pcyacc internal stack overflow at c\n");
     EXPECT_EQ(flatten_text(parentheses(196)).standard_output, "line 1 error pcyacc internal stack overflow at (\n");
     EXPECT_EQ(flatten_text(parentheses(300)).standard_output, "line 1 error pcyacc internal stack overflow at (\n");
-    EXPECT_EQ(error_count, 0);
+    EXPECT_EQ(current.error_count, 0);
 }
 
 TEST(parser_stack, an_overflow_keeps_the_units_before_it) {
@@ -184,9 +184,9 @@ TEST(parser_stack, left_recursion_does_not_fill_it) {
 }
 
 TEST(parsing, starts_with_no_errors_counted) {
-    error_count = 7;
+    current.error_count = 7;
     static_cast<void>(parse_text("float a;"));
-    EXPECT_EQ(error_count, 0);
+    EXPECT_EQ(current.error_count, 0);
 }
 
 TEST(parse_nodes, keep_at_most_31_characters_of_the_text) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "exact/frontend/scanner.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // Running the scanner alone over a source text.
@@ -33,18 +33,13 @@ struct scan_result {
 /// Scans the whole text, or up to the fatal error.
 inline scan_result scan(const std::string& source) {
     scan_result result;
-    source_file = std::tmpfile();
-    std::fwrite(source.data(), 1, source.size(), source_file);
-    std::rewind(source_file);
-    line_number = 1;
-    reset_scanner();
+    open_source_text(source);
     result.run = catch_output([&] {
         for (std::int32_t code = next_token(); code != token_end_of_input; code = next_token()) {
-            result.tokens.push_back({code, {token_text, static_cast<std::size_t>(token_length)}, line_number});
+            result.tokens.push_back({code, std::string(token_text()), current.line_number});
         }
     });
-    result.last_line = line_number;
-    std::fclose(std::exchange(source_file, nullptr));
+    result.last_line = current.line_number;
     return result;
 }
 

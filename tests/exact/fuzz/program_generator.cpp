@@ -97,7 +97,7 @@ constexpr std::array<std::string_view, 28> odd_names{"cast",
                                                      "main",
                                                      "e3",
                                                      "xfc_normfp1x",
-                                                     "castftox",
+                                                     "xfc_castftox",
                                                      "int",
                                                      "x1",
                                                      "wide"};

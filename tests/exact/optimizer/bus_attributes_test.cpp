@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -186,7 +186,7 @@ TEST(bus_attributes, one_width_missing_is_enough_to_replace_both) {
 TEST(bus_attributes, nodes_with_both_widths_are_passed_over) {
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
-    const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
+    const std::int32_t cast = add_node("cast", 1, in_xfloat, "xfc_castftox");
     node_at(cast).inputs[0].width = 11;
     node_at(cast).outputs[0].width = 12;
     dfg_connect(a, cast, 0);
@@ -367,7 +367,7 @@ TEST(bus_attributes, a_driven_variable_named_like_a_function_is_accepted) {
     EXPECT_EQ(
         optimize_text("float a, sqrt, y; void main() { sqrt = a; y = sqrt; }", assign_remaining_bus_attributes).status,
         0);
-    EXPECT_EQ(max_latency, 28);
+    EXPECT_EQ(current.max_latency, 28);
 }
 
 TEST(bus_attributes, of_several_missing_operands_the_lowest_slot_is_named) {

@@ -28,7 +28,7 @@ std::int32_t add_operator(std::string_view name, number_format format, std::int3
 TEST(function_mapping_consumers, a_product_with_two_consumers_gets_the_extended_output_even_if_both_multiply) {
     for (const std::int32_t outputscale : {0, 1}) {
         start_graph();
-        compile_options.outputscale = outputscale;
+        current.options.outputscale = outputscale;
         const std::int32_t product = add_operator("*", in_xfloat, 2);
         dfg_connect(product, add_node("*", 2, in_xfloat), 0);
         dfg_connect(product, add_node("*", 2, in_xfloat), 1);
@@ -51,7 +51,7 @@ TEST(function_mapping_consumers, a_square_feeding_both_inputs_of_one_multiplier_
 TEST(function_mapping_consumers, a_product_into_a_sum_gets_the_extended_output) {
     ASSERT_EQ(optimize_text("float a, b, c, y; void main() { y = a * b + c; }", map_functions, {"-mv", "0"}).status, 0);
     const std::int32_t product = slot_named("*");
-    EXPECT_EQ(attributes_at(product).component->name, "xfc_mulfp1x");
+    EXPECT_EQ(component_name(product), "xfc_mulfp1x");
     EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
     EXPECT_EQ(attributes_at(product).latency, 3);
     EXPECT_EQ(node_at(product).outputs[0].width, 45);
@@ -60,7 +60,7 @@ TEST(function_mapping_consumers, a_product_into_a_sum_gets_the_extended_output) 
 TEST(function_mapping_consumers, a_double_product_into_a_divider_gets_the_multiplier_output) {
     ASSERT_EQ(optimize_text("double a, b, c, y; void main() { y = (a * b) / c; }", map_functions).status, 0);
     const std::int32_t product = slot_named("*");
-    EXPECT_EQ(attributes_at(product).component->name, "xfc_mulfp2x");
+    EXPECT_EQ(component_name(product), "xfc_mulfp2x");
     EXPECT_EQ(node_at(product).bus_modes.output_select, 2);
     EXPECT_EQ(node_at(product).outputs[0].width, 70);
 }
@@ -105,7 +105,7 @@ TEST(function_mapping_consumers, a_product_converted_to_double_keeps_the_extende
     ASSERT_EQ(attributes_at(product).format, in_xfloat);
     const std::vector<std::int32_t> next = consumers(product);
     ASSERT_EQ(next.size(), 1U);
-    EXPECT_EQ(attributes_at(next[0]).component->name, "castxtod");
+    EXPECT_EQ(component_name(next[0]), "castxtod");
     EXPECT_EQ(node_at(product).bus_modes.output_select, 1);
 }
 
@@ -160,10 +160,10 @@ TEST(function_mapping_consumers, two_dot_products_are_summed_by_the_dot_adder_wi
     for (const std::int32_t optimization : {-1, 0, 1, 2, 3}) {
         for (const char* name : {"+", "-"}) {
             start_graph();
-            compile_options.optimization = optimization;
+            current.options.optimization = optimization;
             const dot_sum sum = add_dot_sum(name);
             catch_output(map_functions);
-            EXPECT_EQ(attributes_at(sum.adder).component->name, optimization >= 2 ? "xfc_alufp1_dot" : "xfc_alufp1x");
+            EXPECT_EQ(component_name(sum.adder), optimization >= 2 ? "xfc_alufp1_dot" : "xfc_alufp1x");
         }
     }
 }
@@ -178,8 +178,8 @@ TEST(function_mapping_consumers, the_dot_adder_has_the_adders_latency_and_widths
                           {&options::optimization, {2, 3}}},
                          [&] {
                              node_record expected = put_sentinels(sum.adder, "");
-                             const std::int32_t width = compile_options.mantissa + 13;
-                             const std::int32_t cycles = compile_options.outputpipe + compile_options.shiftspeed + 3;
+                             const std::int32_t width = current.options.mantissa + 13;
+                             const std::int32_t cycles = current.options.outputpipe + current.options.shiftspeed + 3;
                              expected.component = "xfc_alufp1_dot";
                              expected.latency = expected.ready_time = cycles;
                              expected.input_widths = {width, width};
@@ -194,67 +194,67 @@ TEST(function_mapping_consumers, the_dot_adder_has_the_adders_latency_and_widths
 TEST(function_mapping_consumers, a_dot_product_in_a_higher_slot_than_the_adder_is_not_recognised) {
     for (const bool first_is_higher : {false, true}) {
         start_graph();
-        compile_options.optimization = 3;
+        current.options.optimization = 3;
         const std::int32_t lower = add_node("*", 2, in_float);
         const std::int32_t adder = add_node("+", 2, in_xfloat);
         const std::int32_t higher = add_node("*", 2, in_float);
         dfg_connect(lower, adder, first_is_higher ? 1 : 0);
         dfg_connect(higher, adder, first_is_higher ? 0 : 1);
         EXPECT_EQ(catch_output(map_functions).standard_output, "dot multiplierdot multiplier");
-        EXPECT_EQ(attributes_at(adder).component->name, "xfc_alufp1x");
-        EXPECT_EQ(attributes_at(lower).component->name, "xfc_mulfp1_dot");
-        EXPECT_EQ(attributes_at(higher).component->name, "xfc_mulfp1_dot");
+        EXPECT_EQ(component_name(adder), "xfc_alufp1x");
+        EXPECT_EQ(component_name(lower), "xfc_mulfp1_dot");
+        EXPECT_EQ(component_name(higher), "xfc_mulfp1_dot");
     }
 }
 
 TEST(function_mapping_consumers, one_dot_product_does_not_make_a_dot_adder) {
     for (const std::int32_t port : {0, 1}) {
         start_graph();
-        compile_options.optimization = 3;
+        current.options.optimization = 3;
         const std::int32_t product = add_node("*", 2, in_float);
         const std::int32_t other = add_node("*", 2, in_xfloat);
         const std::int32_t adder = add_node("+", 2, in_xfloat);
         dfg_connect(product, adder, port);
         dfg_connect(other, adder, 1 - port);
         catch_output(map_functions);
-        EXPECT_EQ(attributes_at(adder).component->name, "xfc_alufp1x");
+        EXPECT_EQ(component_name(adder), "xfc_alufp1x");
     }
 }
 
 TEST(function_mapping_consumers, one_dot_product_on_both_inputs_makes_a_dot_adder) {
     start_graph();
-    compile_options.optimization = 2;
+    current.options.optimization = 2;
     const std::int32_t product = add_node("*", 2, in_float);
     const std::int32_t adder = add_node("-", 2, in_xfloat);
     dfg_connect(product, adder, 0);
     dfg_connect(product, adder, 1);
     catch_output(map_functions);
-    EXPECT_EQ(attributes_at(adder).component->name, "xfc_alufp1_dot");
+    EXPECT_EQ(component_name(adder), "xfc_alufp1_dot");
 }
 
 TEST(function_mapping_consumers, an_adder_with_an_operand_that_nothing_drives_is_no_dot_adder) {
     for (const std::int32_t port : {0, 1}) {
         start_graph();
-        compile_options.optimization = 3;
+        current.options.optimization = 3;
         const std::int32_t product = add_node("*", 2, in_float);
         const std::int32_t adder = add_node("+", 2, in_xfloat);
         dfg_connect(product, adder, port);
         const std::int32_t alone = add_node("-", 2, in_xfloat);
         catch_output(map_functions);
-        EXPECT_EQ(attributes_at(adder).component->name, "xfc_alufp1x");
+        EXPECT_EQ(component_name(adder), "xfc_alufp1x");
         EXPECT_EQ(attributes_at(adder).latency, 5);
-        EXPECT_EQ(attributes_at(alone).component->name, "xfc_alufp1x");
+        EXPECT_EQ(component_name(alone), "xfc_alufp1x");
         EXPECT_EQ(node_at(alone).inputs[1].width, 45);
     }
 }
 
 TEST(function_mapping_consumers, a_double_adder_is_never_a_dot_adder) {
     start_graph();
-    compile_options.optimization = 3;
+    current.options.optimization = 3;
     const dot_sum sum = add_dot_sum();
     attributes_at(sum.adder).format = in_ydouble;
     catch_output(map_functions);
-    EXPECT_EQ(attributes_at(sum.adder).component->name, "xfc_alufp2x");
+    EXPECT_EQ(component_name(sum.adder), "xfc_alufp2x");
 }
 
 TEST(function_mapping_consumers, a_dot_product_of_a_program_is_recognised) {

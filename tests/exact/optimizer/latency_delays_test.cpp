@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // Delays: where they stand, how long and wide they are, what they leave alone.
@@ -27,14 +27,14 @@ std::int32_t add_ready(std::string_view name, std::int32_t inputs, std::int32_t 
 /// A node that makes its producer an inner node; it needs no delay itself.
 void add_reader(std::int32_t producer) {
     const std::int32_t reader = add_ready("+", 2, 0, attributes_at(producer).ready_time);
-    const std::int32_t output = add_ready("y", 1, 0, max_latency);
+    const std::int32_t output = add_ready("y", 1, 0, current.max_latency);
     dfg_connect(producer, reader, 0);
     dfg_connect(reader, output, 0);
 }
 
 void expect_delay(std::int32_t slot, std::int32_t length, std::int32_t ready_time) {
     EXPECT_EQ(node_at(slot).name, "delay");
-    EXPECT_EQ(attributes_at(slot).component->name, "xfc_delay");
+    EXPECT_EQ(component_name(slot), "xfc_delay");
     EXPECT_EQ(attributes_at(slot).latency, length);
     EXPECT_EQ(attributes_at(slot).ready_time, ready_time);
     EXPECT_EQ(node_at(slot).input_count, 1);
@@ -55,7 +55,7 @@ TEST(latency_delays, an_empty_graph_gets_no_delay) {
 
 TEST(latency_delays, an_operand_that_is_early_waits_until_its_consumer_needs_it) {
     start_graph();
-    max_latency = 30;
+    current.max_latency = 30;
     const std::int32_t early = add_ready("a", 1, 2, 3);
     node_at(early).outputs[0].width = 45;
     const std::int32_t late = add_ready("b", 1, 2, 20);
@@ -78,12 +78,12 @@ TEST(latency_delays, an_operand_that_is_early_waits_until_its_consumer_needs_it)
     EXPECT_EQ(consumers(delay), std::vector<std::int32_t>{sum});
     EXPECT_EQ(consumers_of(node_at(delay))->port, 1);
     EXPECT_EQ(attributes_at(sum).ready_time, 25);
-    EXPECT_EQ(max_latency, 30);
+    EXPECT_EQ(current.max_latency, 30);
 }
 
 TEST(latency_delays, a_width_that_is_not_known_yet_stays_0) {
     start_graph();
-    max_latency = 9;
+    current.max_latency = 9;
     const std::int32_t a = add_ready("a", 1, 0, 0);
     dfg_connect(a, add_ready("y", 1, 0, 0), 0);
     run_insert_delays();
@@ -94,7 +94,7 @@ TEST(latency_delays, a_width_that_is_not_known_yet_stays_0) {
 
 TEST(latency_delays, every_output_becomes_ready_with_the_last_one) {
     start_graph();
-    max_latency = 17;
+    current.max_latency = 17;
     const std::int32_t a = add_ready("a", 1, 10, 10);
     const std::int32_t b = add_ready("b", 1, 17, 17);
     const std::int32_t early = add_ready("y", 1, 0, 10, in_float);
@@ -114,7 +114,7 @@ TEST(latency_delays, every_output_becomes_ready_with_the_last_one) {
 TEST(latency_delays, a_final_edge_is_measured_from_the_output_and_not_from_its_driver) {
     // The output's own latency and the driver's ready time do not enter.
     start_graph();
-    max_latency = 40;
+    current.max_latency = 40;
     const std::int32_t a = add_ready("a", 1, 1, 5);
     const std::int32_t y = add_ready("y", 1, 6, 28);
     dfg_connect(a, y, 0);
@@ -125,7 +125,7 @@ TEST(latency_delays, a_final_edge_is_measured_from_the_output_and_not_from_its_d
 
 TEST(latency_delays, an_output_that_is_ready_with_the_last_one_gets_no_delay) {
     start_graph();
-    max_latency = 12;
+    current.max_latency = 12;
     const std::int32_t a = add_ready("a", 1, 3, 3);
     dfg_connect(a, add_ready("y", 1, 0, 12), 0);
     run_insert_delays();
@@ -134,7 +134,7 @@ TEST(latency_delays, an_output_that_is_ready_with_the_last_one_gets_no_delay) {
 
 TEST(latency_delays, consumers_of_one_producer_get_a_delay_each_even_of_equal_length) {
     start_graph();
-    max_latency = 9;
+    current.max_latency = 9;
     const std::int32_t producer = add_ready("x", 1, 4, 4);
     const std::int32_t in_time = add_ready("*", 2, 5, 9);
     const std::int32_t first = add_ready("+", 2, 2, 9);
@@ -158,7 +158,7 @@ TEST(latency_delays, consumers_of_one_producer_get_a_delay_each_even_of_equal_le
 
 TEST(latency_delays, delays_of_different_length_are_never_chained) {
     start_graph();
-    max_latency = 20;
+    current.max_latency = 20;
     const std::int32_t producer = add_ready("x", 1, 1, 1);
     const std::int32_t first = add_ready("+", 2, 2, 8);
     const std::int32_t second = add_ready("+", 2, 2, 14);
@@ -177,7 +177,7 @@ TEST(latency_delays, delays_of_different_length_are_never_chained) {
 
 TEST(latency_delays, both_inputs_of_one_consumer_get_a_delay) {
     start_graph();
-    max_latency = 10;
+    current.max_latency = 10;
     const std::int32_t producer = add_ready("x", 1, 0, 0);
     const std::int32_t square = add_ready("*", 2, 3, 7);
     dfg_connect(producer, square, 0);
@@ -194,7 +194,7 @@ TEST(latency_delays, both_inputs_of_one_consumer_get_a_delay) {
 
 TEST(latency_delays, an_early_output_and_an_early_operand_of_one_producer_get_their_own_delays) {
     start_graph();
-    max_latency = 15;
+    current.max_latency = 15;
     const std::int32_t t = add_ready("t", 1, 0, 4);
     const std::int32_t y = add_ready("y", 1, 0, 4);
     const std::int32_t sum = add_ready("+", 2, 5, 15);
@@ -210,7 +210,7 @@ TEST(latency_delays, an_early_output_and_an_early_operand_of_one_producer_get_th
 
 TEST(latency_delays, a_late_operand_gets_a_delay_of_negative_length) {
     start_graph();
-    max_latency = 9;
+    current.max_latency = 9;
     const std::int32_t late = add_ready("a", 1, 9, 9);
     const std::int32_t sum = add_ready("+", 2, 2, 8);
     dfg_connect(late, sum, 0);
@@ -223,7 +223,7 @@ TEST(latency_delays, a_late_operand_gets_a_delay_of_negative_length) {
 
 TEST(latency_delays, an_output_that_is_later_than_the_depth_gets_a_delay_of_negative_length) {
     start_graph();
-    max_latency = 5;
+    current.max_latency = 5;
     const std::int32_t a = add_ready("a", 1, 13, 13);
     const std::int32_t y = add_ready("y", 1, 0, 13);
     dfg_connect(a, y, 0);
@@ -236,7 +236,7 @@ TEST(latency_delays, an_output_that_is_later_than_the_depth_gets_a_delay_of_nega
 
 TEST(latency_delays, a_delay_on_a_stale_edge_takes_the_place_of_the_live_source) {
     start_graph();
-    max_latency = 8;
+    current.max_latency = 8;
     const std::int32_t first = add_ready("a", 1, 3, 3);
     const std::int32_t second = add_ready("b", 1, 8, 8);
     const std::int32_t t = add_ready("t", 1, 0, 8);
@@ -256,7 +256,7 @@ TEST(latency_delays, a_delay_on_a_stale_edge_takes_the_place_of_the_live_source)
 
 TEST(latency_delays, of_two_edges_into_an_early_output_only_the_first_gets_a_delay) {
     start_graph();
-    max_latency = 11;
+    current.max_latency = 11;
     const std::int32_t first = add_ready("a", 1, 3, 3);
     const std::int32_t second = add_ready("b", 1, 6, 6);
     const std::int32_t y = add_ready("y", 1, 0, 6);
@@ -275,7 +275,7 @@ TEST(latency_delays, of_two_edges_into_an_early_output_only_the_first_gets_a_del
 
 TEST(latency_delays, the_pool_grows_while_delays_are_inserted) {
     start_graph();
-    max_latency = 6;
+    current.max_latency = 6;
     const std::int32_t x = add_ready("x", 1, 0, 0);
     const std::int32_t y = add_ready("y", 1, 0, 2);
     const std::int32_t z = add_ready("z", 1, 0, 3);
@@ -284,9 +284,9 @@ TEST(latency_delays, the_pool_grows_while_delays_are_inserted) {
     while (dfg_used_slots() < 10000) {
         add_ready("n", 1, 0, 0);
     }
-    ASSERT_EQ(graph.capacity, 10000);
+    ASSERT_EQ(current.graph.capacity, 10000);
     run_insert_delays();
-    EXPECT_EQ(graph.capacity, 20000);
+    EXPECT_EQ(current.graph.capacity, 20000);
     ASSERT_EQ(dfg_used_slots(), 10002);
     expect_delay(10000, 4, 6);
     expect_delay(10001, 3, 6);

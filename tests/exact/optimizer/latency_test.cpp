@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // Ready times, the depth and the lines printed sweep by sweep.
@@ -39,9 +39,9 @@ std::int32_t ready(std::int32_t slot) { return attributes_at(slot).ready_time; }
 
 TEST(latency, an_empty_graph_takes_one_sweep_and_has_depth_0) {
     start_graph();
-    max_latency = 99;
+    current.max_latency = 99;
     EXPECT_EQ(balance(), "  Iterations 1 Balances 0 Depth 0\n");
-    EXPECT_EQ(max_latency, 0);
+    EXPECT_EQ(current.max_latency, 0);
 }
 
 TEST(latency, nodes_without_drivers_do_not_count_for_the_depth) {
@@ -64,7 +64,7 @@ TEST(latency, an_operator_between_inputs_and_an_output_gives_its_own_latency) {
     EXPECT_EQ(balance(), line(1, 1, 5) + line(2, 0, 5));
     EXPECT_EQ(ready(product), 5);
     EXPECT_EQ(ready(y), 5);
-    EXPECT_EQ(max_latency, 5);
+    EXPECT_EQ(current.max_latency, 5);
 }
 
 TEST(latency, each_port_that_raises_a_node_counts_as_a_balance) {
@@ -88,7 +88,7 @@ TEST(latency, the_depth_is_taken_after_the_second_port_only) {
     // Port 0 raises the node to 13, port 1 leaves 2 + 3 as the value that the depth sees.
     EXPECT_EQ(balance(), line(1, 1, 5) + line(2, 0, 5));
     EXPECT_EQ(ready(sum), 13);
-    EXPECT_EQ(max_latency, 5);
+    EXPECT_EQ(current.max_latency, 5);
 }
 
 TEST(latency, a_consumer_behind_the_node_makes_the_depth_right_again) {
@@ -245,7 +245,7 @@ TEST(latency, balancing_starts_the_depth_from_0_each_time) {
     dfg_connect(a, add_timed("t", 1, 4), 0);
     EXPECT_EQ(balance(), line(1, 1, 7) + line(2, 0, 7));
     EXPECT_EQ(balance(), line(1, 0, 7));
-    EXPECT_EQ(max_latency, 7);
+    EXPECT_EQ(current.max_latency, 7);
 }
 
 TEST(latency, a_value_that_depends_on_itself_ends_the_run_before_the_first_sweep) {
@@ -290,7 +290,7 @@ TEST(latency, the_depth_of_a_program_is_the_sum_along_its_longest_path) {
     for (const program_depth& program : programs) {
         const std::string what = program.source + testing::PrintToString(program.switches);
         ASSERT_EQ(optimize_text(program.source, insert_delays, program.switches).status, 0) << what;
-        EXPECT_EQ(max_latency, program.depth) << what;
+        EXPECT_EQ(current.max_latency, program.depth) << what;
         std::vector<std::int32_t> lengths;
         for (const std::int32_t slot : slots_with_component("xfc_delay")) {
             lengths.push_back(attributes_at(slot).latency);

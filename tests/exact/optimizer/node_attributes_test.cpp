@@ -66,38 +66,39 @@ std::vector<table_row> conversion_table() {
     const formula b = [](const numbers& n) { return n.rc == 0 && n.op == 0 ? 1 : n.ds * n.rc + 2; };
     const formula dtox = [](const numbers& n) { return n.ds * n.rc + 4; };
     return {
-        {"castftox", divider, always(1), always(32), xfloat, always(2), unchanged},
-        {"castftox", multiplier, op1, always(32), xfloat, always(1), unchanged},
-        {"castftox", others, op1, always(32), xfloat, always(0), unchanged},
+        {"xfc_castftox", divider, always(1), always(32), xfloat, always(2), unchanged},
+        {"xfc_castftox", multiplier, op1, always(32), xfloat, always(1), unchanged},
+        {"xfc_castftox", others, op1, always(32), xfloat, always(0), unchanged},
         {"castftoy", divider, always(3), always(32), always(70), always(0), unchanged},
         {"castftoy", multiplier, always(2), always(32), always(70), always(0), unchanged},
         {"castftoy", others, always(2), always(32), always(80), always(1), unchanged},
-        {"castdtoy", multiplicative, op1, always(64), always(70), always(0), unchanged},
-        {"castdtoy", others, b, always(32), always(80), always(1), unchanged},
+        {"xfc_castdtoy", multiplicative, op1, always(64), always(70), always(0), unchanged},
+        {"xfc_castdtoy", others, b, always(32), always(80), always(1), unchanged},
         {"castdtox", divider, dtox, always(64), xfloat, always(2), unchanged},
         {"castdtox", multiplier, dtox, always(64), xfloat, always(1), unchanged},
         {"castdtox", others, dtox, always(64), xfloat, always(0), unchanged},
         {"castxtod", any, [](const numbers& n) { return (n.ds + 1) * n.rc + n.ds + 7; }, xfloat, always(64), unchanged,
          always(1)},
-        {"castxtof", any, [](const numbers& n) { return 2 * n.ns2 + 3; }, xfloat, always(32), unchanged, always(0)},
-        {"castxtoy", multiplicative, unchanged, xfloat, always(70), always(0), unchanged},
-        {"castxtoy", others, unchanged, xfloat, unchanged, always(1), unchanged},
-        {"castytod", any, [](const numbers& n) { return (2 * n.ds + 1) * n.rc + n.ns + 4; }, always(80), always(64),
+        {"xfc_castxtof", any, [](const numbers& n) { return 2 * n.ns2 + 3; }, xfloat, always(32), unchanged, always(0)},
+        {"castxtoy", multiplicative, always(0), xfloat, always(70), always(0), unchanged},
+        {"castxtoy", others, always(0), xfloat, unchanged, always(1), unchanged},
+        {"xfc_castytod", any, [](const numbers& n) { return (2 * n.ds + 1) * n.rc + n.ns + 4; }, always(80), always(64),
          unchanged, always(0)},
-        {"castytof", any, [](const numbers& n) { return 2 * n.ns2 + 5; }, always(80), always(32), unchanged, always(0)},
-        {"castytox", any, always(2), always(80), xfloat, unchanged, unchanged},
-        {"castdtol", any, [b](const numbers& n) { return b(n) + n.ns + 1; }, always(64), always(32), unchanged,
+        {"xfc_castytof", any, [](const numbers& n) { return 2 * n.ns2 + 5; }, always(80), always(32), unchanged,
+         always(0)},
+        {"xfc_castytox", any, always(2), always(80), xfloat, unchanged, unchanged},
+        {"xfc_castdtol", any, [b](const numbers& n) { return b(n) + n.ns + 1; }, always(64), always(32), unchanged,
          unchanged},
-        {"castftol", any, [](const numbers& n) { return n.ns2 + 3; }, always(32), always(32), unchanged, unchanged},
-        {"castltod", any, [](const numbers& n) { return (n.ds + 1) * n.rc + n.ns + n.ds + 4; }, always(32), always(64),
-         unchanged, unchanged},
-        {"castltof", any, [](const numbers& n) { return 2 * n.ns2 + 3; }, always(32), always(32), unchanged, unchanged},
-        {"castltox", any, always(1), always(32), xfloat, unchanged, unchanged},
-        {"castltoy", any, always(1), always(32), always(80), unchanged, unchanged},
-        // The first of the two tests (normspeed2 + 1 cycles, 32 bits in) is always overwritten by the second.
-        {"castxtol", any, [](const numbers& n) { return n.ns + 1; }, always(64), always(32), unchanged, unchanged},
-        {"castdtof", any, always(2), always(64), always(32), unchanged, unchanged},
-        {"castftod", any, always(2), always(32), always(64), unchanged, unchanged},
+        {"xfc_castftol", any, [](const numbers& n) { return n.ns2 + 3; }, always(32), always(32), unchanged, unchanged},
+        {"xfc_castltod", any, [](const numbers& n) { return (n.ds + 1) * n.rc + n.ns + n.ds + 4; }, always(32),
+         always(64), unchanged, unchanged},
+        {"xfc_castltof", any, [](const numbers& n) { return 2 * n.ns2 + 3; }, always(32), always(32), unchanged,
+         unchanged},
+        {"xfc_castltox", any, always(1), always(32), xfloat, unchanged, unchanged},
+        {"xfc_castltoy", any, always(1), always(32), always(80), unchanged, unchanged},
+        {"xfc_castxtol", any, [](const numbers& n) { return n.ns + 1; }, always(64), always(32), unchanged, unchanged},
+        {"xfc_castdtof", any, always(2), always(64), always(32), unchanged, unchanged},
+        {"xfc_castftod", any, always(2), always(32), always(64), unchanged, unchanged},
     };
 }
 
@@ -165,10 +166,9 @@ void expect_rows_for_every_option_value(const std::vector<planted_node>& planted
         {&options::inputnormalize, {0, 1}},
     };
     for_each_combination(ranges, [&] {
-        const options& o = compile_options;
-        compile_options.normspeed2 = std::min(o.normspeed, 2);
-        const numbers n{o.mantissa,   o.roundconvert, o.roundnormalize, o.doublespeed,
-                        o.outputpipe, o.normspeed,    o.normspeed2,     o.inputnormalize};
+        const options& o = current.options;
+        const numbers n{o.mantissa,   o.roundconvert, o.roundnormalize,    o.doublespeed,
+                        o.outputpipe, o.normspeed,    normspeed_of_two(o), o.inputnormalize};
         std::vector<node_record> expected;
         for (const planted_node& node : planted) {
             expected.push_back(expected_record(put_sentinels(node.slot, node.component_before), node.row, n));
@@ -212,11 +212,12 @@ TEST(node_attributes, latencies_at_the_default_options) {
         std::int32_t cycles;
     };
     const std::vector<default_latency> table{
-        {"castftox", "+", 2}, {"castftox", "*", 2}, {"castftox", "/", 1}, {"castftoy", "+", 2}, {"castftoy", "*", 2},
-        {"castftoy", "/", 3}, {"castdtoy", "+", 2}, {"castdtoy", "*", 2}, {"castdtox", "+", 4}, {"castxtod", "y", 7},
-        {"castxtof", "y", 7}, {"castytod", "y", 7}, {"castytof", "y", 9}, {"castytox", "+", 2}, {"castdtol", "y", 6},
-        {"castftol", "y", 5}, {"castltod", "y", 7}, {"castltof", "y", 7}, {"castltox", "+", 1}, {"castltoy", "+", 1},
-        {"castxtol", "y", 4}, {"castdtof", "y", 2}, {"castftod", "y", 2},
+        {"xfc_castftox", "+", 2}, {"xfc_castftox", "*", 2}, {"xfc_castftox", "/", 1}, {"castftoy", "+", 2},
+        {"castftoy", "*", 2},     {"castftoy", "/", 3},     {"xfc_castdtoy", "+", 2}, {"xfc_castdtoy", "*", 2},
+        {"castdtox", "+", 4},     {"castxtod", "y", 7},     {"xfc_castxtof", "y", 7}, {"xfc_castytod", "y", 7},
+        {"xfc_castytof", "y", 9}, {"xfc_castytox", "+", 2}, {"xfc_castdtol", "y", 6}, {"xfc_castftol", "y", 5},
+        {"xfc_castltod", "y", 7}, {"xfc_castltof", "y", 7}, {"xfc_castltox", "+", 1}, {"xfc_castltoy", "+", 1},
+        {"xfc_castxtol", "y", 4}, {"xfc_castdtof", "y", 2}, {"xfc_castftod", "y", 2},
     };
     for (const default_latency& row : table) {
         start_graph();
@@ -242,9 +243,9 @@ TEST(node_attributes, an_empty_graph_and_a_graph_without_slots_are_left_alone) {
     start_graph();
     EXPECT_EQ(catch_output(assign_node_attributes).standard_output, "");
     EXPECT_EQ(dfg_used_slots(), 0);
-    dfg_clear();
+    current.graph = {};
     EXPECT_EQ(catch_output(assign_node_attributes).standard_output, "");
-    EXPECT_EQ(graph.capacity, 0);
+    EXPECT_EQ(current.graph.capacity, 0);
 }
 
 TEST(node_attributes, nodes_that_match_no_row_keep_everything) {
@@ -258,7 +259,7 @@ TEST(node_attributes, nodes_that_match_no_row_keep_everything) {
         {"+", in_xfloat, ""},
         {"*", in_ydouble, ""},
         {"x", in_float, ""},
-        {"cast", number_format::long_integer, "castytol"},
+        {"cast", number_format::long_integer, "xfc_castytol"},
         {"cast", in_xfloat, ""},
         {"norm", in_float, ""},
         {"norm", number_format::double_float, ""},
@@ -286,7 +287,7 @@ TEST(node_attributes, nodes_that_match_no_row_keep_everything) {
 TEST(node_attributes, only_conversions_and_normalizers_get_a_latency) {
     // The pass is told by the component of a conversion, whatever the node's name is.
     start_graph();
-    const std::int32_t slot = plant("t", in_xfloat, "castftox", "/");
+    const std::int32_t slot = plant("t", in_xfloat, "xfc_castftox", "/");
     const std::int32_t consumer = consumers(slot)[0];
     const node_record consumer_before = put_sentinels(consumer, "");
     assign_node_attributes();
@@ -312,7 +313,7 @@ TEST(node_attributes, castftox_into_a_divider_takes_one_cycle_whatever_the_outpu
     for (const std::vector<std::string>& switches : {std::vector<std::string>{}, {"-op"}}) {
         start_graph();
         set_options(switches);
-        const std::int32_t slot = plant("cast", in_xfloat, "castftox", "/");
+        const std::int32_t slot = plant("cast", in_xfloat, "xfc_castftox", "/");
         assign_node_attributes();
         EXPECT_EQ(attributes_at(slot).latency, 1);
         EXPECT_EQ(node_at(slot).bus_modes.output_select, 2);
@@ -329,7 +330,7 @@ TEST(node_attributes, castdtoy_into_an_adder_depends_on_output_pipe_rounding_and
     for (const row& r : rows) {
         start_graph();
         set_options(r.switches);
-        const std::int32_t slot = plant("cast", in_ydouble, "castdtoy", "+");
+        const std::int32_t slot = plant("cast", in_ydouble, "xfc_castdtoy", "+");
         assign_node_attributes();
         EXPECT_EQ(attributes_at(slot).latency, r.cycles) << testing::PrintToString(r.switches);
     }
@@ -362,8 +363,8 @@ TEST(node_attributes, the_normalizer_speed_counts_to_three_for_doubles_and_to_tw
     for (const row& r : rows) {
         start_graph();
         set_options(r.switches);
-        const std::int32_t ytod = plant("cast", number_format::double_float, "castytod", "y");
-        const std::int32_t xtof = plant("cast", in_float, "castxtof", "y");
+        const std::int32_t ytod = plant("cast", number_format::double_float, "xfc_castytod", "y");
+        const std::int32_t xtof = plant("cast", in_float, "xfc_castxtof", "y");
         assign_node_attributes();
         EXPECT_EQ(attributes_at(ytod).latency, r.ytod) << testing::PrintToString(r.switches);
         EXPECT_EQ(attributes_at(xtof).latency, r.xtof) << testing::PrintToString(r.switches);
@@ -375,8 +376,8 @@ TEST(node_attributes, a_mantissa_of_36_bits_makes_every_xfloat_bus_49_bits_wide)
          {std::pair<std::vector<std::string>, std::int32_t>{{}, 45}, {{"-mm", "36"}, 49}}) {
         start_graph();
         set_options(switches);
-        const std::int32_t into = plant("cast", in_xfloat, "castltox", "+");
-        const std::int32_t out_of = plant("cast", in_float, "castxtof", "y");
+        const std::int32_t into = plant("cast", in_xfloat, "xfc_castltox", "+");
+        const std::int32_t out_of = plant("cast", in_float, "xfc_castxtof", "y");
         const std::int32_t normalizer = plant("norm", in_xfloat, "", "+");
         assign_node_attributes();
         EXPECT_EQ(node_at(into).outputs[0].width, width);
@@ -390,7 +391,7 @@ TEST(node_attributes, a_mantissa_of_36_bits_makes_every_xfloat_bus_49_bits_wide)
 
 TEST(node_attributes, the_first_consumer_alone_decides) {
     start_graph();
-    const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
+    const std::int32_t cast = add_node("cast", 1, in_xfloat, "xfc_castftox");
     dfg_connect(cast, add_node("+", 2), 0);
     dfg_connect(cast, add_node("/", 2), 0);
     dfg_connect(cast, add_node("*", 2), 0);
@@ -402,7 +403,7 @@ TEST(node_attributes, the_first_consumer_alone_decides) {
 TEST(node_attributes, a_first_consumer_in_a_lower_slot_counts_too) {
     start_graph();
     const std::int32_t divider = add_node("/", 2, in_xfloat);
-    const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
+    const std::int32_t cast = add_node("cast", 1, in_xfloat, "xfc_castftox");
     dfg_connect(cast, divider, 1);
     assign_node_attributes();
     EXPECT_EQ(node_at(cast).bus_modes.output_select, 2);
@@ -413,10 +414,10 @@ TEST(node_attributes, a_conversion_without_consumers_is_treated_as_if_it_fed_the
     const std::int32_t multiplier = add_node("*", 2, in_xfloat);
     const std::int32_t divider = add_node("/", 2, in_xfloat);
     const std::int32_t a = add_node("a", 1, in_float);
-    const std::int32_t after_a = add_node("cast", 1, in_xfloat, "castftox");
+    const std::int32_t after_a = add_node("cast", 1, in_xfloat, "xfc_castftox");
     const std::int32_t also_after_a = add_node("norm", 1, in_xfloat);
     const std::int32_t b = add_node("b", 1, in_float);
-    const std::int32_t after_b = add_node("cast", 1, in_xfloat, "castftox");
+    const std::int32_t after_b = add_node("cast", 1, in_xfloat, "xfc_castftox");
     const std::int32_t c = add_node("c", 1, in_float);
     const std::int32_t after_c = add_node("norm", 1, in_ydouble);
     dfg_connect(a, divider, 0);
@@ -442,7 +443,7 @@ TEST(node_attributes, without_any_consumer_before_it_a_conversion_is_treated_as_
     for (const row& r : {row{"*", 1}, row{"/", 2}, row{"+", 0}, row{"a", 0}}) {
         start_graph();
         ASSERT_EQ(add_node(r.slot_0, 2, in_xfloat), 0);
-        const std::int32_t cast = add_node("cast", 1, in_xfloat, "castftox");
+        const std::int32_t cast = add_node("cast", 1, in_xfloat, "xfc_castftox");
         assign_node_attributes();
         EXPECT_EQ(node_at(cast).bus_modes.output_select, r.output_select) << r.slot_0;
     }
@@ -482,7 +483,7 @@ TEST(node_attributes, a_variable_named_norm_that_carries_an_internal_value_is_at
     const std::string source = "float a, b, c, norm, y; void main() { norm = a + b; y = norm * c; }";
     ASSERT_EQ(optimize_text(source, assign_node_attributes).status, 0);
     const std::int32_t variable = slot_named("norm", 0);
-    EXPECT_EQ(attributes_at(variable).component->name, "xfc_normfp1x");
+    EXPECT_EQ(component_name(variable), "xfc_normfp1x");
     EXPECT_EQ(attributes_at(variable).latency, 4);
     EXPECT_EQ(node_at(variable).bus_modes.output_select, 2);
     const std::int32_t inserted = slot_named("norm", 1);
@@ -494,7 +495,7 @@ TEST(node_attributes, a_variable_named_norm_that_carries_an_internal_value_is_at
 TEST(node_attributes, a_variable_named_norm_in_an_ieee_format_stays_a_wire) {
     const std::string source = "float a, norm, y; void main() { norm = a; y = norm; }";
     ASSERT_EQ(optimize_text(source, assign_node_attributes).status, 0);
-    EXPECT_EQ(attributes_at(slot_named("norm")).component->name, "");
+    EXPECT_EQ(component_name(slot_named("norm")), "");
     EXPECT_EQ(attributes_at(slot_named("norm")).latency, 0);
 }
 

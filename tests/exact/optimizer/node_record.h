@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "exact/dfg/dfg.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
+#include "exact/support/compile.h"
 
 // What the attribute passes may write on a node, as one comparable value.
 
@@ -38,7 +39,7 @@ inline std::ostream& operator<<(std::ostream& stream, const node_record& record)
 
 inline node_record record_of(std::int32_t slot) {
     const dfg_node& node = node_at(slot);
-    node_record record{.component = std::string(node.attributes.component->name),
+    node_record record{.component = std::string(row_of(node.attributes.component).name),
                        .latency = node.attributes.latency,
                        .ready_time = node.attributes.ready_time,
                        .input_widths = {},
@@ -54,7 +55,7 @@ inline node_record record_of(std::int32_t slot) {
 /// Gives every field a value that no pass writes, and the node that component; returns what was put in.
 inline node_record put_sentinels(std::int32_t slot, std::string_view component) {
     dfg_node& node = node_at(slot);
-    node.attributes.component = find_component(component);
+    node.attributes.component = component_named(component);
     node.attributes.latency = 1001;
     node.attributes.ready_time = 1002;
     for (std::int32_t port = 0; port < node.input_count; ++port) {
@@ -77,7 +78,7 @@ inline void for_each_combination(const std::vector<option_range>& ranges, const 
         return;
     }
     for (const std::int32_t value : ranges[first].second) {
-        compile_options.*ranges[first].first = value;
+        current.options.*ranges[first].first = value;
         for_each_combination(ranges, action, first + 1);
     }
 }

@@ -50,7 +50,7 @@ void expect_normalizer(std::int32_t slot, std::int32_t producer, std::int32_t co
     EXPECT_EQ(consumers(slot), slots{consumer});
     EXPECT_EQ(attributes_at(slot).format, format);
     EXPECT_EQ(attributes_at(slot).is_normalized, 1);
-    EXPECT_EQ(attributes_at(slot).component->name, "");
+    EXPECT_EQ(component_name(slot), "");
 }
 
 // ---- In front of multipliers and dividers ----

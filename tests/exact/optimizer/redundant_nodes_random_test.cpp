@@ -52,7 +52,7 @@ std::string merge_plainly() {
         }
     }
     for (std::int32_t a = 0; a < count; ++a) {
-        const std::string_view component = attributes_at(a).component->name;
+        const std::string_view component = component_name(a);
         if (component != "xfc_normfp1x" && component != "xfc_normfp2x") {
             continue;
         }
@@ -90,9 +90,9 @@ void build_random_graph(std::uint32_t number) {
         std::string_view component;
     };
     const std::vector<kind> kinds{
-        {"cast", number_format::xfloat, "castftox"},
-        {"cast", number_format::single_float, "castxtof"},
-        {"cast", number_format::long_integer, "castftol"},
+        {"cast", number_format::xfloat, "xfc_castftox"},
+        {"cast", number_format::single_float, "xfc_castxtof"},
+        {"cast", number_format::long_integer, "xfc_castftol"},
         {"norm", number_format::xfloat, "xfc_normfp1x"},
         {"norm", number_format::ydouble, "xfc_normfp2x"},
         {"delay", number_format::xfloat, "xfc_delay"},
@@ -138,7 +138,7 @@ void build_random_graph(std::uint32_t number) {
 TEST(redundant_nodes_random, merges_and_lines_are_those_of_the_plain_version) {
     std::size_t merges = 0;
     std::size_t merged_twice = 0;
-    for (std::uint32_t number = 1; number <= 3000; ++number) {
+    for (std::uint32_t number = 1; number <= 1500; ++number) {
         build_random_graph(number);
         const std::string lines = catch_output(remove_redundant_nodes).standard_output;
         std::vector<std::vector<std::int32_t>> merged;
@@ -166,7 +166,7 @@ TEST(redundant_nodes_random, merges_and_lines_are_those_of_the_plain_version) {
         merges += printed;
         merged_twice += printed - removed;
     }
-    EXPECT_GT(merges, 3000U) << "the graphs hold too little to merge";
+    EXPECT_GT(merges, 2000U) << "the graphs hold too little to merge";
     EXPECT_GT(merged_twice, 10U) << "no normalizer is merged twice";
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exact/optimizer/optimizer.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 // Merging of normalizers and delays.
@@ -70,7 +70,7 @@ TEST(redundant_normalizers, normalizers_with_different_outputs_stay_separate) {
 
 TEST(redundant_normalizers, normalizers_of_different_precision_or_of_different_values_stay_separate) {
     build_two_normalizers("xfc_normfp1x", 0, 0);
-    attributes_at(2).component = component("xfc_normfp2x");
+    attributes_at(2).component = component_named("xfc_normfp2x");
     EXPECT_EQ(merge_output(), "");
     build_two_normalizers("xfc_normfp1x", 0, 0);
     dfg_set_source(2, 0, add_node("+", 2), 0);
@@ -79,7 +79,7 @@ TEST(redundant_normalizers, normalizers_of_different_precision_or_of_different_v
 
 TEST(redundant_normalizers, name_format_latency_and_width_are_not_compared) {
     build_two_normalizers("xfc_normfp1x", 0, 0);
-    node_at(1).name = "t";
+    rename_node(1, "t");
     node_at(2).name = "u";
     attributes_at(2).format = in_ydouble;
     attributes_at(2).latency = 9;
@@ -88,7 +88,7 @@ TEST(redundant_normalizers, name_format_latency_and_width_are_not_compared) {
 }
 
 TEST(redundant_normalizers, other_components_are_not_taken_for_normalizers) {
-    build_two_normalizers("castytox", 0, 0);
+    build_two_normalizers("xfc_castytox", 0, 0);
     EXPECT_EQ(merge_output(), "");
 }
 
@@ -216,12 +216,12 @@ TEST(redundant_delays, a_delay_of_another_width_in_between_does_not_stop_the_mer
 
 TEST(redundant_delays, a_delay_is_known_by_its_name) {
     build_two_delays(3, 3);
-    node_at(2).name = "t";
+    rename_node(2, "t");
     EXPECT_EQ(merge_output(), "");
     // Variables of that name are wires of length 0.
     build_two_delays(0, 0);
-    attributes_at(1).component = component("");
-    attributes_at(2).component = component("");
+    attributes_at(1).component = component_named("");
+    attributes_at(2).component = component_named("");
     EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4 to 1  \n");
 }
 
@@ -263,7 +263,7 @@ TEST(redundant_delays, a_delay_merged_once_is_not_merged_again_when_its_driver_c
 
 TEST(redundant_delays, three_early_consumers_of_one_value_end_with_one_delay) {
     start_graph();
-    max_latency = 9;
+    current.max_latency = 9;
     const std::int32_t producer = add_node("x", 1, in_float);
     attributes_at(producer).ready_time = 4;
     for (const std::int32_t latency : {5, 2, 2}) {

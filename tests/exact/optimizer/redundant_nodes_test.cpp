@@ -52,7 +52,7 @@ TEST(redundant_nodes, an_empty_graph_prints_nothing) {
 }
 
 TEST(redundant_nodes, conversions_into_an_internal_format_are_merged_when_their_consumers_are_the_same_operator) {
-    for (const auto& [component, format] : {std::pair{"castftox", in_xfloat}, {"castftoy", in_ydouble}}) {
+    for (const auto& [component, format] : {std::pair{"xfc_castftox", in_xfloat}, {"castftoy", in_ydouble}}) {
         build_two_conversions(component, format, "+", "+");
         EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
         EXPECT_EQ(removed(1), 0);
@@ -69,7 +69,7 @@ TEST(redundant_nodes, conversions_into_an_internal_format_are_merged_when_their_
 }
 
 TEST(redundant_nodes, conversions_into_an_internal_format_for_different_operators_stay_separate) {
-    for (const auto& [component, format] : {std::pair{"castftox", in_xfloat}, {"castftoy", in_ydouble}}) {
+    for (const auto& [component, format] : {std::pair{"xfc_castftox", in_xfloat}, {"castftoy", in_ydouble}}) {
         for (const char* second : {"*", "-", "/", "delay", "++", ""}) {
             build_two_conversions(component, format, "+", second);
             EXPECT_EQ(merge_output(), "") << second;
@@ -80,44 +80,44 @@ TEST(redundant_nodes, conversions_into_an_internal_format_for_different_operator
 }
 
 TEST(redundant_nodes, conversions_into_an_ieee_format_are_merged_whatever_their_consumers) {
-    for (const auto& [component, format] : {std::pair{"castxtof", in_float}, {"castytod", in_double}}) {
+    for (const auto& [component, format] : {std::pair{"xfc_castxtof", in_float}, {"xfc_castytod", in_double}}) {
         build_two_conversions(component, format, "sqrt", "y");
         EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
     }
 }
 
 TEST(redundant_nodes, conversions_to_integers_are_never_merged) {
-    for (const char* component : {"castftol", "castdtol", "castxtol", "castytol"}) {
+    for (const char* component : {"xfc_castftol", "xfc_castdtol", "xfc_castxtol", "xfc_castytol"}) {
         build_two_conversions(component, in_long, "+", "+");
         EXPECT_EQ(merge_output(), "") << component;
     }
 }
 
 TEST(redundant_nodes, conversions_without_a_format_are_never_merged) {
-    build_two_conversions("castftox", number_format::none, "+", "+");
+    build_two_conversions("xfc_castftox", number_format::none, "+", "+");
     EXPECT_EQ(merge_output(), "");
 }
 
 TEST(redundant_nodes, conversions_of_different_kind_or_of_different_values_stay_separate) {
-    build_two_conversions("castftox", in_xfloat, "+", "+");
-    attributes_at(2).component = component("castdtox");
+    build_two_conversions("xfc_castftox", in_xfloat, "+", "+");
+    attributes_at(2).component = component_named("castdtox");
     EXPECT_EQ(merge_output(), "");
-    build_two_conversions("castftox", in_xfloat, "+", "+");
+    build_two_conversions("xfc_castftox", in_xfloat, "+", "+");
     dfg_set_source(2, 0, add_node("b", 1, in_float), 0);
     EXPECT_EQ(merge_output(), "");
 }
 
 TEST(redundant_nodes, the_drivers_output_port_is_not_compared) {
-    build_two_conversions("castxtof", in_float, "y", "z");
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
     dfg_set_source(2, 0, 0, 1);
     EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
 }
 
 TEST(redundant_nodes, the_format_of_the_kept_conversion_decides) {
-    build_two_conversions("castftox", in_float, "+", "*");
+    build_two_conversions("xfc_castftox", in_float, "+", "*");
     attributes_at(2).format = in_xfloat;
     EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
-    build_two_conversions("castftox", in_xfloat, "+", "*");
+    build_two_conversions("xfc_castftox", in_xfloat, "+", "*");
     attributes_at(2).format = in_float;
     EXPECT_EQ(merge_output(), "");
 }
@@ -126,9 +126,9 @@ TEST(redundant_nodes, the_names_of_the_first_consumers_decide_as_they_are_behind
     // Both conversions feed a delay first: they are alike, though one value is added and the other multiplied.
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
-    const std::int32_t first = add_driven("cast", a, in_xfloat, "castftox");
-    const std::int32_t second = add_driven("cast", a, in_xfloat, "castftox");
-    const std::int32_t third = add_driven("cast", a, in_xfloat, "castftox");
+    const std::int32_t first = add_driven("cast", a, in_xfloat, "xfc_castftox");
+    const std::int32_t second = add_driven("cast", a, in_xfloat, "xfc_castftox");
+    const std::int32_t third = add_driven("cast", a, in_xfloat, "xfc_castftox");
     const std::int32_t first_delay = add_driven("delay", first, in_xfloat, "xfc_delay");
     const std::int32_t second_delay = add_driven("delay", second, in_xfloat, "xfc_delay");
     attributes_at(first_delay).latency = 3;
@@ -145,14 +145,14 @@ TEST(redundant_nodes, the_names_of_the_first_consumers_decide_as_they_are_behind
 }
 
 TEST(redundant_nodes, a_later_consumer_of_a_conversion_has_no_say) {
-    build_two_conversions("castftox", in_xfloat, "+", "+");
+    build_two_conversions("xfc_castftox", in_xfloat, "+", "+");
     dfg_connect(1, add_node("/", 2), 0);
     dfg_connect(2, add_node("*", 2), 0);
     EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
 }
 
 TEST(redundant_nodes, only_the_first_consumer_moves) {
-    build_two_conversions("castxtof", in_float, "y", "z");
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
     const std::int32_t other = add_node("w", 1, in_float);
     dfg_connect(2, other, 0);
     EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
@@ -162,8 +162,8 @@ TEST(redundant_nodes, only_the_first_consumer_moves) {
 }
 
 TEST(redundant_nodes, all_later_equals_are_merged_into_the_earliest) {
-    build_two_conversions("castxtof", in_float, "y", "z");
-    const std::int32_t third = add_driven("cast", 0, in_float, "castxtof");
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
+    const std::int32_t third = add_driven("cast", 0, in_float, "xfc_castxtof");
     dfg_connect(third, add_node("w", 1), 0);
     EXPECT_EQ(merge_output(),
               "  Replace 2 with 1  Connect 4,1 to 1  \n"
@@ -175,7 +175,7 @@ TEST(redundant_nodes, conversions_fall_into_groups_by_the_operator_they_feed) {
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
     for (const char* name : {"+", "*", "+", "*", "/"}) {
-        const std::int32_t cast = add_driven("cast", a, in_xfloat, "castftox");
+        const std::int32_t cast = add_driven("cast", a, in_xfloat, "xfc_castftox");
         dfg_connect(cast, add_node(name, 2, in_xfloat), 0);
     }
     // Conversions 1 3 5 7 9, operators 2 4 6 8 10.
@@ -185,10 +185,10 @@ TEST(redundant_nodes, conversions_fall_into_groups_by_the_operator_they_feed) {
 }
 
 TEST(redundant_nodes, a_conversion_that_was_merged_takes_no_further_part) {
-    build_two_conversions("castxtof", in_float, "y", "z");
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
     attributes_at(1).is_removed = 1;
     EXPECT_EQ(merge_output(), "");
-    build_two_conversions("castxtof", in_float, "y", "z");
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
     attributes_at(2).is_removed = 1;
     EXPECT_EQ(merge_output(), "");
 }
@@ -196,8 +196,8 @@ TEST(redundant_nodes, a_conversion_that_was_merged_takes_no_further_part) {
 TEST(redundant_nodes, a_merge_lets_the_conversions_behind_it_be_merged) {
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
-    const std::int32_t first = add_driven("cast", a, in_double, "castftod");
-    const std::int32_t second = add_driven("cast", a, in_double, "castftod");
+    const std::int32_t first = add_driven("cast", a, in_double, "xfc_castftod");
+    const std::int32_t second = add_driven("cast", a, in_double, "xfc_castftod");
     const std::int32_t behind_first = add_driven("cast", first, in_xfloat, "castdtox");
     const std::int32_t behind_second = add_driven("cast", second, in_xfloat, "castdtox");
     dfg_connect(behind_first, add_node("+", 2), 0);
@@ -212,8 +212,8 @@ TEST(redundant_nodes, a_merge_does_not_reach_back_to_conversions_already_passed)
     const std::int32_t a = add_node("a", 1, in_float);
     const std::int32_t behind_first = add_node("cast", 1, in_xfloat, "castdtox");
     const std::int32_t behind_second = add_node("cast", 1, in_xfloat, "castdtox");
-    const std::int32_t first = add_driven("cast", a, in_double, "castftod");
-    const std::int32_t second = add_driven("cast", a, in_double, "castftod");
+    const std::int32_t first = add_driven("cast", a, in_double, "xfc_castftod");
+    const std::int32_t second = add_driven("cast", a, in_double, "xfc_castftod");
     dfg_connect(first, behind_first, 0);
     dfg_connect(second, behind_second, 0);
     dfg_connect(behind_first, add_node("+", 2), 0);
@@ -226,8 +226,8 @@ TEST(redundant_nodes, a_conversion_merged_once_is_not_merged_again_when_its_driv
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
     const std::int32_t early = add_node("cast", 1, in_xfloat, "castdtox");
-    const std::int32_t kept = add_driven("cast", a, in_double, "castftod");
-    const std::int32_t merged = add_driven("cast", a, in_double, "castftod");
+    const std::int32_t kept = add_driven("cast", a, in_double, "xfc_castftod");
+    const std::int32_t merged = add_driven("cast", a, in_double, "xfc_castftod");
     const std::int32_t late = add_driven("cast", kept, in_xfloat, "castdtox");
     const std::int32_t twice = add_driven("cast", merged, in_xfloat, "castdtox");
     dfg_connect(merged, early, 0);
@@ -242,11 +242,11 @@ TEST(redundant_nodes, a_conversion_merged_once_is_not_merged_again_when_its_driv
 }
 
 TEST(redundant_nodes, the_later_node_need_not_be_named_cast_but_the_earlier_must) {
-    build_two_conversions("castxtof", in_float, "y", "z");
-    node_at(2).name = "t";
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
+    rename_node(2, "t");
     EXPECT_EQ(merge_output(), "  Replace 2 with 1  Connect 4,1 to 1  \n");
-    build_two_conversions("castxtof", in_float, "y", "z");
-    node_at(1).name = "t";
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
+    rename_node(1, "t");
     EXPECT_EQ(merge_output(), "");
 }
 
@@ -283,7 +283,7 @@ TEST(redundant_nodes, nodes_without_a_driver_are_not_equal) {
     start_graph();
     for (int count = 0; count < 2; ++count) {
         for (const auto& [name, component] :
-             {std::pair{"cast", "castxtof"}, {"norm", "xfc_normfp1x"}, {"delay", "xfc_delay"}}) {
+             {std::pair{"cast", "xfc_castxtof"}, {"norm", "xfc_normfp1x"}, {"delay", "xfc_delay"}}) {
             const std::int32_t node = add_node(name, 1, in_float, component);
             dfg_connect(node, add_node("y", 1, in_float), 0);
         }
@@ -295,7 +295,7 @@ TEST(redundant_nodes, a_node_that_nothing_reads_is_not_merged) {
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
     for (const auto& [name, component] :
-         {std::pair{"cast", "castxtof"}, {"norm", "xfc_normfp1x"}, {"delay", "xfc_delay"}}) {
+         {std::pair{"cast", "xfc_castxtof"}, {"norm", "xfc_normfp1x"}, {"delay", "xfc_delay"}}) {
         const std::int32_t read = add_driven(name, a, in_float, component);
         dfg_connect(read, add_node("y", 1), 0);
         add_driven(name, a, in_float, component);
@@ -306,9 +306,9 @@ TEST(redundant_nodes, a_node_that_nothing_reads_is_not_merged) {
 TEST(redundant_nodes, a_node_that_nothing_reads_may_still_take_the_consumer_of_a_later_one) {
     start_graph();
     const std::int32_t a = add_node("a", 1, in_float);
-    const std::int32_t unread = add_driven("cast", a, in_float, "castxtof");
+    const std::int32_t unread = add_driven("cast", a, in_float, "xfc_castxtof");
     const std::int32_t y = add_node("y", 1, in_float);
-    dfg_connect(add_driven("cast", a, in_float, "castxtof"), y, 0);
+    dfg_connect(add_driven("cast", a, in_float, "xfc_castxtof"), y, 0);
     EXPECT_EQ(merge_output(), "  Replace 3 with 1  Connect 2,0 to 1  \n");
     EXPECT_EQ(driver(y), unread);
 }
@@ -320,7 +320,7 @@ TEST(redundant_nodes, conversions_then_normalizers_then_delays_are_merged) {
     const std::int32_t a = add_node("a", 1, in_float);
     std::vector<std::int32_t> operators;
     for (const char* name : {"*", "/"}) {
-        const std::int32_t cast = add_driven("cast", a, in_xfloat, "castftox");
+        const std::int32_t cast = add_driven("cast", a, in_xfloat, "xfc_castftox");
         const std::int32_t normalizer = add_driven("norm", cast, in_xfloat, "xfc_normfp1x");
         const std::int32_t delay = add_driven("delay", normalizer, in_xfloat, "xfc_delay");
         attributes_at(delay).latency = 3;
@@ -341,14 +341,14 @@ TEST(redundant_nodes, a_later_phase_does_not_reopen_an_earlier_one) {
     const std::int32_t a = add_node("a", 1, in_double);
     for (int count = 0; count < 2; ++count) {
         const std::int32_t delay = add_driven("delay", a, in_double, "xfc_delay");
-        const std::int32_t cast = add_driven("cast", delay, in_float, "castdtof");
+        const std::int32_t cast = add_driven("cast", delay, in_float, "xfc_castdtof");
         dfg_connect(cast, add_node("y", 1, in_float), 0);
     }
     EXPECT_EQ(merge_output(), "  Replace 4 with 1  Connect 5 to 1  \n");
 }
 
 TEST(redundant_nodes, ready_times_and_latencies_stay) {
-    build_two_conversions("castxtof", in_float, "y", "z");
+    build_two_conversions("xfc_castxtof", in_float, "y", "z");
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
         attributes_at(slot).latency = 10 + slot;
         attributes_at(slot).ready_time = 20 + slot;

@@ -32,6 +32,7 @@ std::string common_design(const std::string& source, std::vector<std::string> sw
     return design;
 }
 
+/// Compares the first `count` programs; multiples of 9 take every choice of switches equally often.
 void expect_same_designs(program_request request, std::uint64_t count) {
     std::size_t instances = 0;
     std::size_t constants = 0;
@@ -93,18 +94,18 @@ TEST(languages, are_compared_in_ranges_numbers_names_and_generics) {
 }
 
 TEST(languages, describe_the_same_design_for_single_precision_programs) {
-    expect_same_designs({.kind = program_kind::single_precision}, 50);
+    expect_same_designs({.kind = program_kind::single_precision}, 27);
 }
 
 TEST(languages, describe_the_same_design_for_double_precision_programs) {
-    expect_same_designs({.kind = program_kind::double_precision}, 50);
+    expect_same_designs({.kind = program_kind::double_precision}, 27);
 }
 
 TEST(languages, describe_the_same_design_for_integer_programs) {
-    expect_same_designs({.kind = program_kind::integer}, 50);
+    expect_same_designs({.kind = program_kind::integer}, 27);
 }
 
-TEST(languages, describe_the_same_design_for_mixed_programs) { expect_same_designs({.kind = program_kind::mixed}, 80); }
+TEST(languages, describe_the_same_design_for_mixed_programs) { expect_same_designs({.kind = program_kind::mixed}, 45); }
 
 }  // namespace
 

@@ -6,7 +6,7 @@
 #include "exact/dfg/dfg.h"
 #include "exact/optimizer/verifier.h"
 #include "exact/properties/program_generator.h"
-#include "exact/run/run_state.h"
+#include "exact/run/compilation.h"
 #include "exact/support/compile.h"
 
 namespace xfc::test {
@@ -35,7 +35,7 @@ void expect_punctual_graph(schedule_tally& seen) {
             }
         }
         if (driven && consumers(slot).empty()) {
-            EXPECT_EQ(to.ready_time, max_latency) << "output " << slot;
+            EXPECT_EQ(to.ready_time, current.max_latency) << "output " << slot;
             ++seen.outputs;
         }
     }
@@ -64,19 +64,19 @@ void expect_many(const schedule_tally& seen, std::int64_t programs) {
 }
 
 TEST(schedule, single_precision_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::single_precision}, 100), 100);
+    expect_many(expect_punctual_programs({.kind = program_kind::single_precision}, 45), 45);
 }
 
 TEST(schedule, double_precision_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::double_precision}, 100), 100);
+    expect_many(expect_punctual_programs({.kind = program_kind::double_precision}, 45), 45);
 }
 
 TEST(schedule, integer_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::integer}, 100), 100);
+    expect_many(expect_punctual_programs({.kind = program_kind::integer}, 45), 45);
 }
 
 TEST(schedule, mixed_operands_arrive_in_the_cycle_in_which_they_are_needed) {
-    expect_many(expect_punctual_programs({.kind = program_kind::mixed}, 200), 200);
+    expect_many(expect_punctual_programs({.kind = program_kind::mixed}, 90), 90);
 }
 
 // ---- Links ----
@@ -121,19 +121,19 @@ void expect_matching_links(program_request request, std::uint64_t count) {
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_single_precision_programs) {
-    expect_matching_links({.kind = program_kind::single_precision}, 60);
+    expect_matching_links({.kind = program_kind::single_precision}, 27);
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_double_precision_programs) {
-    expect_matching_links({.kind = program_kind::double_precision}, 60);
+    expect_matching_links({.kind = program_kind::double_precision}, 27);
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_integer_programs) {
-    expect_matching_links({.kind = program_kind::integer}, 60);
+    expect_matching_links({.kind = program_kind::integer}, 27);
 }
 
 TEST(links, agree_in_both_directions_behind_every_pass_of_mixed_programs) {
-    expect_matching_links({.kind = program_kind::mixed}, 100);
+    expect_matching_links({.kind = program_kind::mixed}, 54);
 }
 
 }  // namespace

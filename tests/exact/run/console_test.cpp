@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -11,24 +12,26 @@ namespace xfc::test {
 
 namespace {
 
-TEST(end_run, ends_the_process_with_the_status_and_writes_everything_out) {
-    EXPECT_EXIT(end_run(0), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(end_run(1), testing::ExitedWithCode(1), "");
+TEST(finish_streams, writes_everything_out_and_keeps_the_status) {
+    EXPECT_EQ(finish_streams(0), 0);
+    EXPECT_EQ(finish_streams(1), 1);
     EXPECT_EXIT(
         {
             standard_error.append("last words");
-            end_run(1);
+            std::_Exit(finish_streams(3));
         },
-        testing::ExitedWithCode(1), "^last words$");
+        testing::ExitedWithCode(3), "^last words$");
 }
 
-TEST(fail, prints_its_message_and_ends_with_status_1) {
-    EXPECT_EXIT(fail(message_id::cannot_open_source, "x.c"), testing::ExitedWithCode(1),
-                "^Can't open source program file x.c\n$");
-    const run_result result = catch_output([] { fail(message_id::mm_out_of_range); });
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.standard_output, "mm switch must be 32 or 36");
-    EXPECT_EQ(result.standard_error, "");
+TEST(fail, prints_its_message_and_unwinds_with_status_1) {
+    const run_result to_output = catch_output([] { fail(message_id::mm_out_of_range); });
+    EXPECT_EQ(to_output.status, 1);
+    EXPECT_EQ(to_output.standard_output, "mm switch must be 32 or 36");
+    EXPECT_EQ(to_output.standard_error, "");
+    const run_result to_error = catch_output([] { fail(message_id::cannot_open_source, "x.c"); });
+    EXPECT_EQ(to_error.status, 1);
+    EXPECT_EQ(to_error.standard_output, "");
+    EXPECT_EQ(to_error.standard_error, "Can't open source program file x.c\n");
 }
 
 TEST(report, prints_its_message_and_returns) {
@@ -43,19 +46,19 @@ TEST(report, prints_its_message_and_returns) {
     EXPECT_EQ(result.standard_output, "type qualifier already existsline 12 error syntax error at x\n");
 }
 
-TEST(end_run, says_so_when_the_standard_output_cannot_be_written) {
+TEST(finish_streams, says_so_when_the_standard_output_cannot_be_written) {
     EXPECT_EXIT(
         {
             standard_output.redirect(std::fopen("/dev/full", "w"));
             standard_output.append("lost");
-            end_run(0);
+            std::_Exit(finish_streams(0));
         },
         testing::ExitedWithCode(1), "^Can't write to the standard output\n$");
     EXPECT_EXIT(
         {
             standard_output.redirect(std::fopen("/dev/full", "w"));
             standard_output.append("lost");
-            end_run(1);
+            std::_Exit(finish_streams(1));
         },
         testing::ExitedWithCode(1), "^$");
 }

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <utility>
 
 #include "exact/dfg/expressions.h"
 #include "exact/dfg/symbol_table.h"
@@ -16,8 +15,8 @@
 #include "exact/frontend/parse_tree.h"
 #include "exact/frontend/parser.h"
 #include "exact/frontend/scanner.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 #include "exact/support/temporary_folder.h"
 
 namespace xfc::test {
@@ -25,11 +24,6 @@ namespace xfc::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Thrown in place of the process's end.
-struct run_ended {
-    int status;
-};
 
 /// The files in a folder with their contents, by name.
 std::map<std::string, std::string> files_in(const fs::path& folder) {
@@ -55,35 +49,30 @@ run_result run_in_folder(const std::vector<std::string>& arguments) {
 }
 
 void start_parse(const std::string& source) {
-    set_options();
-    clear_parse_tree();
-    clear_symbol_table();
-    dfg_clear();
-    label_list.clear();
-    label_cursor = 0;
-    max_latency = 0;
-    reset_scanner();
-    source_file = std::tmpfile();
-    std::fwrite(source.data(), 1, source.size(), source_file);
-    std::rewind(source_file);
-    line_number = 1;
+    open_source_text(source);
     static_cast<void>(parse());
-    std::fclose(std::exchange(source_file, nullptr));
+    current.source.reset();
 }
 
 }  // namespace
 
+void open_source_text(const std::string& source) {
+    current = {};
+    current.source.reset(std::tmpfile());
+    std::fwrite(source.data(), 1, source.size(), current.source.get());
+    std::rewind(current.source.get());
+    current.line_number = 1;
+}
+
 run_result catch_output(const std::function<void()>& action) {
     standard_output.redirect(nullptr);
     standard_error.redirect(nullptr);
-    end_run_hook = [](int status) { throw run_ended{status}; };
     run_result result;
     try {
         action();
-    } catch (const run_ended& ended) {
-        result.status = ended.status;
+    } catch (const run_failure& failure) {
+        result.status = failure.status;
     }
-    end_run_hook = nullptr;
     result.standard_output = standard_output.take_text();
     result.standard_error = standard_error.take_text();
     standard_output.redirect(stdout);
@@ -167,18 +156,33 @@ void set_options(const std::vector<std::string>& switches) {
 }
 
 void start_graph() {
-    set_options();
-    max_latency = 0;
+    current = {};
     dfg_create_graph();
 }
 
 std::int32_t add_node(std::string_view name, std::int32_t inputs, number_format format, std::string_view component) {
     const std::int32_t slot = dfg_create_node(name, inputs, 1);
     attributes_at(slot).format = format;
-    attributes_at(slot).component = find_component(component);
-    EXPECT_NE(attributes_at(slot).component, nullptr) << component;
+    attributes_at(slot).component = component_named(component);
     return slot;
 }
+
+void rename_node(std::int32_t slot, std::string_view name) {
+    node_at(slot).name = name;
+    attributes_at(slot).is = classify_name(name);
+}
+
+component_id component_named(std::string_view name) {
+    for (const component_row& row : component_rows::table) {
+        if (row.name == name) {
+            return row.id;
+        }
+    }
+    ADD_FAILURE() << "no component named " << name;
+    return component_id::wire;
+}
+
+std::string_view component_name(std::int32_t slot) { return row_of(attributes_at(slot).component).name; }
 
 std::int32_t slot_named(std::string_view name, std::size_t position) {
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
@@ -193,7 +197,7 @@ std::int32_t slot_named(std::string_view name, std::size_t position) {
 std::vector<std::int32_t> slots_with_component(std::string_view component) {
     std::vector<std::int32_t> slots;
     for (std::int32_t slot = 0; slot < dfg_used_slots(); ++slot) {
-        if (attributes_at(slot).component->name == component) {
+        if (component_name(slot) == component) {
             slots.push_back(slot);
         }
     }
@@ -215,8 +219,8 @@ std::int32_t driver(std::int32_t slot, std::int32_t port) {
 
 std::vector<std::string> labels() {
     std::vector<std::string> texts;
-    for (const label_entry& entry : label_list) {
-        texts.emplace_back(entry.text);
+    for (const std::string_view entry : current.labels) {
+        texts.emplace_back(entry);
     }
     if (!texts.empty()) {
         texts.pop_back();

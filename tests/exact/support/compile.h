@@ -38,6 +38,9 @@ run_result run_with_arguments(const std::vector<std::string>& arguments);
 /// Calls `action` with both streams caught; a fatal error ends the action with status 1, else the status is 0.
 run_result catch_output(const std::function<void()>& action);
 
+/// Forgets the run so far and opens a file with this text as the source program.
+void open_source_text(const std::string& source);
+
 // The phases up to a point, on a source text; the records of that phase can then be looked at. The state of an
 // earlier call is forgotten. Each returns what was printed; a fatal error gives status 1.
 
@@ -61,6 +64,15 @@ std::int32_t add_node(std::string_view name, std::int32_t inputs, number_format 
 
 /// The only node of that name, or the one with that position among equal names; fails the test when there is none.
 std::int32_t slot_named(std::string_view name, std::size_t position = 0);
+
+/// Gives a node another name, and makes it what that name makes it.
+void rename_node(std::int32_t slot, std::string_view name);
+
+/// The component of that name; `wire` for an empty one. An unknown name fails the test.
+component_id component_named(std::string_view name);
+
+/// Name of the node's component, empty for a wire.
+std::string_view component_name(std::int32_t slot);
 
 /// Slots of all nodes with that component, ascending.
 std::vector<std::int32_t> slots_with_component(std::string_view component);

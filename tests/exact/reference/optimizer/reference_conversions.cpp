@@ -3,15 +3,25 @@
 
 #include "exact/reference/optimizer/reference_graph.h"
 #include "exact/reference/optimizer/reference_passes.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
 
 namespace xfc::reference {
 
 namespace {
 
+/// The component whose name, without the library's prefix, is `kind`.
+component_id conversion_of_kind(std::string_view kind) {
+    for (const component_row& row : all_components()) {
+        if (row.name.ends_with(kind)) {
+            return row.id;
+        }
+    }
+    return component_id::wire;
+}
+
 bool reaches_itself(std::int32_t start) {
-    std::vector<bool> reached(static_cast<std::size_t>(graph.capacity), false);
+    std::vector<bool> reached(static_cast<std::size_t>(current.graph.capacity), false);
     std::vector<std::int32_t> open{start};
     while (!open.empty()) {
         const std::int32_t slot = open.back();
@@ -94,7 +104,7 @@ void follow_variables_one_by_one() {
 }
 
 void keep_products_of_inputs() {
-    if (compile_options.optimization <= 0) {
+    if (current.options.optimization <= 0) {
         return;
     }
     for_each_node([](std::int32_t slot) {
@@ -134,7 +144,7 @@ void put_conversions() {
             kind[4] = code_of(format_of(slot));
             kind[7] = code_of(format_of(link->node));
             const std::int32_t conversion = dfg_splice_node(slot, "cast", *link, link->node, link->port);
-            attributes_at(conversion).component = find_component(kind);
+            attributes_at(conversion).component = conversion_of_kind(kind);
             if (kind != "castxtoy" && kind != "castytox") {
                 attributes_at(conversion).is_normalized = 1;
             }

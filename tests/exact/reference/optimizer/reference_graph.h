@@ -17,7 +17,7 @@ void for_each_node(function action) {
 
 inline std::string_view name_of(std::int32_t slot) { return node_at(slot).name; }
 inline std::string_view format_of(std::int32_t slot) { return format_row(attributes_at(slot).format).text; }
-inline std::string_view component_of(std::int32_t slot) { return attributes_at(slot).component->name; }
+inline std::string_view component_of(std::int32_t slot) { return row_of(attributes_at(slot).component).name; }
 
 inline dfg_link* first_consumer(std::int32_t slot) { return consumers_of(node_at(slot)); }
 inline const dfg_source* source(std::int32_t slot, std::int32_t port) { return source_of(node_at(slot), port); }

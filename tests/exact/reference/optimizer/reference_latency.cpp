@@ -1,7 +1,7 @@
 #include "exact/reference/optimizer/reference_graph.h"
 #include "exact/reference/optimizer/reference_passes.h"
+#include "exact/run/compilation.h"
 #include "exact/run/console.h"
-#include "exact/run/run_state.h"
 
 namespace xfc::reference {
 
@@ -20,8 +20,8 @@ std::int32_t sweep_ready_times() {
                 ++balances;
             }
         }
-        if (candidate > max_latency) {
-            max_latency = candidate;
+        if (candidate > current.max_latency) {
+            current.max_latency = candidate;
         }
     });
     return balances;
@@ -31,13 +31,14 @@ void balance_latencies() {
     if (const std::string name = value_that_depends_on_itself(); !name.empty()) {
         fail(message_id::cyclic_value, name);
     }
-    max_latency = 0;
+    current.max_latency = 0;
     std::int32_t iterations = 0;
     std::int32_t balances = 0;
     do {
         ++iterations;
         balances = sweep_ready_times();
-        write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances, max_latency);
+        write_format(standard_output, "  Iterations %ld Balances %ld Depth %ld\n", iterations, balances,
+                     current.max_latency);
     } while (balances != 0);
 }
 
@@ -47,7 +48,7 @@ void insert_delays() {
             const std::int32_t consumer = link->node;
             const bool final_edge = first_consumer(consumer) == nullptr;
             const std::int32_t slack = final_edge
-                                           ? max_latency - attributes_at(consumer).ready_time
+                                           ? current.max_latency - attributes_at(consumer).ready_time
                                            : attributes_at(consumer).ready_time - attributes_at(slot).ready_time -
                                                  attributes_at(consumer).latency;
             if (slack == 0) {
@@ -56,11 +57,11 @@ void insert_delays() {
             const std::int32_t delay = dfg_splice_node(slot, "delay", *link, consumer, link->port);
             node_at(delay).inputs[0].width = node_at(slot).outputs[0].width;
             node_at(delay).outputs[0].width = node_at(slot).outputs[0].width;
-            attributes_at(delay).component = component("xfc_delay");
+            attributes_at(delay).component = component_id::delay;
             attributes_at(delay).latency = slack;
             if (final_edge) {
-                attributes_at(consumer).ready_time = max_latency;
-                attributes_at(delay).ready_time = max_latency;
+                attributes_at(consumer).ready_time = current.max_latency;
+                attributes_at(delay).ready_time = current.max_latency;
             } else {
                 attributes_at(delay).ready_time = attributes_at(slot).ready_time + slack;
             }

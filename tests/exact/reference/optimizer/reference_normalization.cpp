@@ -2,7 +2,7 @@
 
 #include "exact/reference/optimizer/reference_graph.h"
 #include "exact/reference/optimizer/reference_passes.h"
-#include "exact/run/compile_options.h"
+#include "exact/run/compilation.h"
 
 namespace xfc::reference {
 
@@ -26,20 +26,20 @@ void start_depths() {
 void renormalize_complex_clusters() {
     start_depths();
     std::int32_t previous = 0;
-    std::int32_t current = 0;
+    std::int32_t raised = 0;
     std::int32_t iterations = 0;
     do {
         ++iterations;
-        if (previous > 0 && previous > current) {
+        if (previous > 0 && previous > raised) {
             break;
         }
-        previous = current;
-        current = 0;
+        previous = raised;
+        raised = 0;
         const auto store = [&](std::int32_t slot, std::int32_t depth) {
             if (depth > attributes_at(slot).cluster_depth) {
                 attributes_at(slot).cluster_depth = depth;
-                if (depth > current) {
-                    current = depth;
+                if (depth > raised) {
+                    raised = depth;
                 }
             }
         };
@@ -55,7 +55,7 @@ void renormalize_complex_clusters() {
                 const std::int32_t depth =
                     attributes_at(slot).is_normalized != 0 ? 1 : depth_of_operand(slot, 0) + depth_of_operand(slot, 1);
                 store(slot, depth);
-                if (depth >= compile_options.clustersize) {
+                if (depth >= current.options.clustersize) {
                     full = slot;
                 }
             }
@@ -70,7 +70,7 @@ void renormalize_complex_clusters() {
             }
         }
         previous = 0;
-        current = 0;
+        raised = 0;
         start_depths();
     } while (iterations < 100);
 }

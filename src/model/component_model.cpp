@@ -1,0 +1,14 @@
+#include "model/component_model.h"
+
+namespace xfc {
+
+component_model model_named(std::string_view name) {
+    for (const component_model_row& row : component_models()) {
+        if (row.name == name) {
+            return row.model;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace xfc

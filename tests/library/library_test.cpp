@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <filesystem>
+#include <set>
+
+#include "contract.h"
+#include "entity_text.h"
+#include "exact_value.h"
+#include "generic_sets.h"
+#include "model/component_model.h"
+#include "vectors.h"
+
+namespace xfc::proof {
+namespace {
+
+std::set<std::string> folders() {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(XFC_LIBRARY)) {
+        if (entry.path().filename() != "common") {
+            names.insert(entry.path().filename().string());
+        }
+    }
+    return names;
+}
+
+const contract& contract_of(component_id id) {
+    for (const contract_row& each : contracts()) {
+        if (each.name == row_of(id).name) {
+            return *each.promised;
+        }
+    }
+    throw std::runtime_error("no contract");
+}
+
+TEST(library, every_folder_has_a_row_a_model_and_a_contract) {
+    std::set<std::string> rows;
+    std::set<std::string> promised;
+    for (const component_row& row : all_components()) {
+        rows.emplace(row.name);
+    }
+    for (const contract_row& each : contracts()) {
+        promised.emplace(each.name);
+    }
+    for (const std::string& name : folders()) {
+        EXPECT_TRUE(rows.contains(name)) << name;
+        EXPECT_NE(model_named(name), nullptr) << name;
+        EXPECT_TRUE(promised.contains(name)) << name;
+    }
+    EXPECT_EQ(component_models().size(), folders().size());
+    EXPECT_EQ(contracts().size(), folders().size());
+}
+
+TEST(library, all_combinations_of_generics_are_tried) {
+    EXPECT_EQ(generic_sets(row_of(component_id::alufp1x)).size(), 8U);
+    EXPECT_EQ(generic_sets(row_of(component_id::castftox)).size(), 24U);
+    // Four outputs of which one is chosen.
+    EXPECT_EQ(generic_sets(row_of(component_id::mulfp1x)).size(), 32U);
+}
+
+TEST(library, a_head_that_differs_from_its_row_is_refused) {
+    const component_row& row = row_of(component_id::castxtof);
+    const std::string_view text =
+        "module xfc_castxtof #(parameter mantissa = 32, normspeed = 2) (input sysclk, reset, enable, "
+        "input [mantissa+10:1] aa, input aasat, aazip, aanan, output [32:1] cc);";
+    EXPECT_EQ(difference_of(read_verilog_head(text, row.name), head_of(row)), "");
+    std::string swapped(text);
+    swapped.replace(swapped.find("aasat, aazip"), 12, "aazip, aasat");
+    EXPECT_EQ(difference_of(read_verilog_head(swapped, row.name), head_of(row)),
+              "port 5 is input aazip, the row says input aasat");
+    std::string turned(text);
+    turned.replace(turned.find("output"), 6, "input");
+    EXPECT_EQ(difference_of(read_verilog_head(turned, row.name), head_of(row)),
+              "port 8 is input cc, the row says output cc");
+}
+
+TEST(library, a_contract_refuses_a_result_that_is_one_unit_off) {
+    const component_id ids[] = {component_id::alufp1x, component_id::castftox, component_id::castxtof};
+    for (const component_id id : ids) {
+        const component_row& row = row_of(id);
+        const component_generics generics{};
+        const component_model model = model_named(row.name);
+        std::size_t refused = 0;
+        const auto vectors = make_vectors(row, contract_of(id), generics, 1000, 1);
+        for (const component_operands& operands : vectors) {
+            const bus_layout layout = layout_of(form_of(row.cc, generics), generics.mantissa);
+            const bus_bits unit = bus_bits{1} << static_cast<unsigned>(layout.mantissa.low - 1);
+            refused += contract_of(id).check(generics, operands, model(generics, operands) ^ unit).met ? 0U : 1U;
+        }
+        EXPECT_GT(refused, 300U) << row.name;
+    }
+}
+
+/// a + b as C in float gives it, with subnormal operands and results as zeros.
+float sum_without_subnormals(float a, float b) {
+    const auto flushed = [](float value) { return std::fpclassify(value) == FP_SUBNORMAL ? value * 0.0F : value; };
+    return flushed(flushed(a) + flushed(b));
+}
+
+TEST(library, a_sum_of_two_singles_converted_back_is_correctly_rounded) {
+    random_source random(7);
+    for (const std::int32_t mantissa : {32, 36}) {
+        component_generics generics{};
+        generics.mantissa = mantissa;
+        const auto run = [&](const char* name, const component_operands& operands) {
+            return model_named(name)(generics, operands);
+        };
+        const auto singles = make_vectors(row_of(component_id::castftox), contract_of(component_id::castftox), generics,
+                                          200000, static_cast<std::uint64_t>(mantissa));
+        for (std::size_t i = 1; i < singles.size(); ++i) {
+            const auto a = std::bit_cast<float>(static_cast<std::uint32_t>(singles[i - 1].aa));
+            const auto b = std::bit_cast<float>(static_cast<std::uint32_t>(singles[i].aa));
+            const bool subtract = random() % 2 == 0;
+            const component_operands sum{.aa = run("xfc_castftox", {.aa = singles[i - 1].aa}),
+                                         .bb = run("xfc_castftox", {.aa = singles[i].aa}),
+                                         .addsub = subtract};
+            const auto found = static_cast<std::uint32_t>(run("xfc_castxtof", {.aa = run("xfc_alufp1x", sum)}));
+            const float wanted = sum_without_subnormals(a, subtract ? -b : b);
+            if (std::isnan(wanted)) {
+                ASSERT_EQ(found, 0x7FC00000U) << a << ' ' << b;
+            } else {
+                ASSERT_EQ(found, std::bit_cast<std::uint32_t>(wanted)) << a << ' ' << b << ' ' << subtract;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace xfc::proof
