@@ -76,7 +76,12 @@ TEST(library, a_head_that_differs_from_its_row_is_refused) {
 }
 
 TEST(library, a_contract_refuses_a_result_that_is_one_unit_off) {
-    const component_id ids[] = {component_id::alufp1x, component_id::castftox, component_id::castxtof};
+    const component_id ids[] = {component_id::alufp1x,  component_id::castftox, component_id::castxtof,
+                                component_id::alufp2x,  component_id::castdtoy, component_id::castytod,
+                                component_id::castftoy, component_id::castxtoy, component_id::castytof,
+                                component_id::castftod, component_id::castdtof, component_id::castdtox,
+                                component_id::castxtod, component_id::castltof, component_id::castltod,
+                                component_id::castltoy, component_id::normfp2x};
     for (const component_id id : ids) {
         const component_row& row = row_of(id);
         const component_generics generics{};
@@ -122,6 +127,38 @@ TEST(library, a_sum_of_two_singles_converted_back_is_correctly_rounded) {
             } else {
                 ASSERT_EQ(found, std::bit_cast<std::uint32_t>(wanted)) << a << ' ' << b << ' ' << subtract;
             }
+        }
+    }
+}
+
+/// a + b as C in double gives it, with subnormal operands and results as zeros.
+double sum_without_subnormals(double a, double b) {
+    const auto flushed = [](double value) { return std::fpclassify(value) == FP_SUBNORMAL ? value * 0.0 : value; };
+    return flushed(flushed(a) + flushed(b));
+}
+
+TEST(library, a_sum_of_two_doubles_converted_back_is_correctly_rounded) {
+    random_source random(8);
+    component_generics generics{};
+    generics.output_select = 1;
+    const auto run = [&](const char* name, const component_operands& operands) {
+        return model_named(name)(generics, operands);
+    };
+    const auto doubles =
+        make_vectors(row_of(component_id::castdtoy), contract_of(component_id::castdtoy), generics, 200000, 9);
+    for (std::size_t i = 1; i < doubles.size(); ++i) {
+        const auto a = std::bit_cast<double>(static_cast<std::uint64_t>(doubles[i - 1].aa));
+        const auto b = std::bit_cast<double>(static_cast<std::uint64_t>(doubles[i].aa));
+        const bool subtract = random() % 2 == 0;
+        const component_operands sum{.aa = run("xfc_castdtoy", {.aa = doubles[i - 1].aa}),
+                                     .bb = run("xfc_castdtoy", {.aa = doubles[i].aa}),
+                                     .addsub = subtract};
+        const auto found = static_cast<std::uint64_t>(run("xfc_castytod", {.aa = run("xfc_alufp2x", sum)}));
+        const double wanted = sum_without_subnormals(a, subtract ? -b : b);
+        if (std::isnan(wanted)) {
+            ASSERT_EQ(found, 0x7FF8000000000000U) << a << ' ' << b;
+        } else {
+            ASSERT_EQ(found, std::bit_cast<std::uint64_t>(wanted)) << a << ' ' << b << ' ' << subtract;
         }
     }
 }

@@ -7,6 +7,9 @@ module common_parts;
   wire [7:0] right, left, stored, passed;
   wire lost, up, up_complemented;
   wire [3:0] zeros;
+  wire [15:0] normal;
+  wire [5:0] shifted_out;
+  wire beside;
   reg [7:0] kept;
   integer i, d, errors, magnitude, exact, nearest;
 
@@ -15,6 +18,7 @@ module common_parts;
   xfc_leading_zeros #(8, 4) leading_zeros (value, zeros);
   xfc_round_even #(3) round_even (value[3], value[2:0], 1'b0, up);
   xfc_round_even #(3) round_complemented (value[3], value[2:0], 1'b1, up_complemented);
+  xfc_normalize #(11, 1) normalize (clock, enable, {3'b000, value}, fill, before, normal, shifted_out, beside);
   xfc_register #(8, 1) register_there (clock, enable, value, stored);
   xfc_register #(8, 0) register_left_out (clock, enable, value, passed);
 
@@ -57,6 +61,16 @@ module common_parts;
         magnitude = 8;
         while (magnitude > 0 && (i >> (8 - magnitude)) != 0) magnitude = magnitude - 1;
         expect_equal(zeros, magnitude, 4);
+        // Eleven bits, three of them zeros, and five copies of fill; all zeros count but for the last bit.
+        exact = i * 32 + (fill ? 31 : 0);
+        magnitude = 0;
+        while (magnitude < 15 && exact < 32768) begin
+          exact = exact * 2 + fill;
+          magnitude = magnitude + 1;
+        end
+        expect_equal(normal, exact, 9);
+        expect_equal(shifted_out, magnitude, 10);
+        expect_equal(beside, before, 11);
         expect_equal(i / 8 + up, nearest_even(i), 5);
         expect_equal(i / 8 + up_complemented, nearest_even(i + 1), 6);
         expect_equal(passed, i, 7);

@@ -1,0 +1,42 @@
+// Converts a YDouble value in adder form to an IEEE double. Nearest, to even between two. What is below the smallest
+// normal number after rounding is zero, what is too large is infinite; nan is 7FF8000000000000. Exponent field 0 is
+// zero. It rounds whatever roundconvert is, for the negative ones need the carry chain in any case; synthesize changes
+// nothing.
+//   step complement:  ones' complement of a negative mantissa, one low unit short of its magnitude
+//   step bytes:       how many bytes in front are empty
+//   step coarse:      shift left by so many bytes
+//   step bits:        zeros in front of the first byte
+//   step fine:        shift left by so many bits
+//   step decide:      whether to round up; the exponent of the leading one; nothing but zeros is zero
+//   step round:       lower half of the fraction, for rounding and for the missing unit
+//   step carry:       upper half of the fraction and the exponent
+//   step range:       too small, too large
+//   step pack:        the fields
+// Latency 4 + normspeed + roundconvert * (1 + 2 * doublespeed) cycles, 5 to 10; xfc_to_ieee holds the steps and says
+// where registers stand.
+module xfc_castytod
+  #(parameter roundconvert = 0, normspeed = 3, doublespeed = 0, synthesize = 0)
+  (input sysclk, reset, enable,
+   input [77:1] aa,
+   input aasat, aazip, aanan,
+   output [64:1] cc);
+
+  generate
+    if (roundconvert < 0 || roundconvert > 1 || normspeed < 1 || normspeed > 3 || doublespeed < 0 ||
+        doublespeed > 1 || synthesize < 0 || synthesize > 1)
+      parameter_missing_or_out_of_range refused ();
+  endgenerate
+  wire unused = &{1'b0, reset};
+
+  localparam guard_bits = 4;
+  localparam mantissa_bits = 64;
+  localparam exponent_bits = 13;
+  localparam ieee_exponent = 11;
+  localparam fraction_bits = 52;
+  localparam latency = (2 * doublespeed + 1) * roundconvert + normspeed + 4;
+
+  wire [exponent_bits-1:0] exponent = aa[exponent_bits:1];
+  wire [2:0] flags = {aanan, aazip | (exponent == 0), aasat};
+  xfc_to_ieee #(mantissa_bits, guard_bits, ieee_exponent, fraction_bits, latency) to_ieee
+    (sysclk, enable, aa[mantissa_bits+exponent_bits:exponent_bits+1], exponent, flags, cc);
+endmodule
