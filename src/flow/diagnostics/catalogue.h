@@ -70,6 +70,7 @@ enum class message_id : std::uint8_t {
     library_missing,
     cannot_write,
     no_simulator,
+    simulator_language,
     simulation_failed,
     // warnings
     unused_variable,

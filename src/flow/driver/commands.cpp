@@ -5,6 +5,7 @@
 #include "flow/driver/build.h"
 #include "flow/driver/options.h"
 #include "flow/driver/report.h"
+#include "flow/driver/simulate.h"
 #include "flow/driver/stages.h"
 
 namespace xfc::flow {
@@ -45,7 +46,7 @@ struct runnable {
     command_function run;
 };
 
-constexpr runnable runnables[] = {{"check", check}, {"build", build}};
+constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate", simulate}};
 
 }  // namespace
 

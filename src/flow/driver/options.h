@@ -9,7 +9,7 @@ namespace xfc::flow {
 
 /// Everything that the command line says. An option's row names the field that it fills.
 struct command_line {
-    std::string command = {};  ///< "check" or "build"
+    std::string command = {};  ///< "check", "build" or "simulate"
     std::string source = {};
     std::string top = {};
     std::string dump = {};  ///< the stage to show
@@ -17,6 +17,9 @@ struct command_line {
     std::string languages = "both";
     std::string folder = ".";  ///< where `build` writes
     std::string name = {};     ///< of the design; empty: the program's
+    std::string simulator = {};  ///< empty: the first one installed
+    int vectors = 1000;
+    int seed = 1;
     int unroll = 100000;
     int mantissa = 32;
     bool low_latency = false;

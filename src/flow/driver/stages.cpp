@@ -26,6 +26,7 @@ bool follow_program(compilation_state& state) {
 }
 
 bool expand(compilation_state& state) {
+    state.followed = state.current->values;
     state.current->values = expand_operations(state.current->values);
     return true;
 }

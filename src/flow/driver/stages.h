@@ -19,6 +19,7 @@ struct compilation_state {
     diagnostics& messages;
     source_map& places;  ///< known even when there is no program
     std::optional<program> current = std::nullopt;
+    std::optional<graph> followed = std::nullopt;  ///< the values as C has them, kept when they are written otherwise
     std::optional<design> made = std::nullopt;     ///< behind the stage "components"
     std::optional<schedule> times = std::nullopt;  ///< behind the stage "schedule"
 };

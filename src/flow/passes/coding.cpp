@@ -31,6 +31,8 @@ constexpr conversion_row conversions[] = {
     {y_adder, y_adder, component_id::normfp2x, 1},
     {integer, single_ieee, component_id::castltof, 0},
     {integer, double_ieee, component_id::castltod, 0},
+    // For adders it would stay unnormalised, and what is added to it would lose its low bits.
+    {integer, y_multiplier, component_id::castltoy, 0},
     {single_ieee, integer, component_id::castftol, 0},
     {double_ieee, integer, component_id::castdtol, 0},
 };

@@ -253,10 +253,9 @@ private:
     node_id provided_by_conversion(value_id id, coding code) {
         const value& one = source_[id];
         const coding ieee = ieee_coding(one.format);
-        const bool directly = code == ieee || code == coding::y_adder || code == coding::y_multiplier;
-        if (directly && (code == ieee || source_[one.operands[0]].format == number_format::single_float)) {
-            const node_id operand = provided(one.operands[0], origin_of(one, code));
-            return converted(operand, code, id);
+        const coding origin = origin_of(one, code);
+        if (conversion_for(origin, code) != nullptr && (code == ieee || row_of(code).form != bus_form::xfloat)) {
+            return converted(provided(one.operands[0], origin), code, id);
         }
         // By way of the IEEE form, which is made even if nobody else reads it.
         return converted(provided_by_conversion(id, ieee), code, id);
