@@ -17,7 +17,7 @@ module bench;
   reg [@line@:1] stimulus;
   integer vectors, results, code;
 
-  @name@ design
+  @name@ under_test
     (.sysclk(sysclk), .reset(reset), .enable(enable), .startin(startin),
 @ports@     .startout(startout));
 
@@ -68,7 +68,7 @@ architecture test of bench is
     return image(2);
   end letter_of;
 begin
-  design : entity work.@name@
+  under_test : entity work.@name@
     port map (sysclk => sysclk, reset => reset, enable => enable, startin => startin,
 @ports@              startout => startout);
 

@@ -117,14 +117,11 @@ TEST(select_components, refuses_what_no_component_computes_at_its_place) {
 TEST(design_verifier, finds_an_operand_in_a_wrong_coding_and_a_wrong_count) {
     const graph source = chain_of(3);
     design made = selected(source);
-    const auto sum = std::find_if(made.nodes.begin(), made.nodes.end(), [](const design_node& node) {
-        return node.component == component_id::alufp1x;
-    });
-    sum->operands[0] = 0;  // the input itself, IEEE
+    const auto is_sum = [](const design_node& node) { return node.component == component_id::alufp1x; };
+    std::find_if(made.nodes.begin(), made.nodes.end(), is_sum)->operands[0] = 0;  // the input itself, IEEE
     EXPECT_FALSE(faults_of(made, source).empty());
     made = selected(source);
-    made.nodes.back().value = 0;
-    made.nodes[static_cast<std::size_t>(sum - made.nodes.begin())].summands = 1;
+    std::find_if(made.nodes.begin(), made.nodes.end(), is_sum)->summands = 1;
     EXPECT_FALSE(faults_of(made, source).empty());
 }
 
