@@ -94,6 +94,8 @@ constexpr message_row rows[] = {
     {id::too_many_tokens, "tokens", error, "more than %0 tokens after preprocessing",
      "look for a macro that multiplies itself, or split the program"},
     {id::too_many_values, "values", error, "more than %0 operations", "unroll less"},
+    {id::too_large, "large", error, "'%0' has more than %1 bytes", "make it smaller"},
+    {id::large_range, "range", error, "a range of elements whose end has more than %0 digits", "make it smaller"},
     {id::too_many_steps, "steps", error, "still running after %0 steps", "let loops end sooner"},
     {id::out_of_memory, "memory", error, "out of memory", "split the program"},
     {id::parser_failed, "parser", error, "the C parser failed on this program",

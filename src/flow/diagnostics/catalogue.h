@@ -61,6 +61,8 @@ enum class message_id : std::uint8_t {
     token_too_long,
     too_many_tokens,
     too_many_values,
+    too_large,
+    large_range,
     too_many_steps,
     out_of_memory,
     parser_failed,

@@ -250,6 +250,7 @@ private:
     memory memory_;
     program program_;
 
+    mutable llvm::DenseMap<const clang::Stmt*, source_range> ranges_;
     std::vector<frame> frames_;
     llvm::DenseMap<const clang::VarDecl*, object_id> globals_;
     llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings
@@ -266,6 +267,7 @@ private:
     std::vector<candidate> candidates_;  ///< in the order of their declarations
     bool older_ = false;                 ///< the file is followed as older sources are written
     int scope_depth_ = 0;
+    int depth_ = 0;  ///< of expressions
     std::size_t steps_ = 0;
     std::size_t deviations_ = 0;
     source_range first_deviation_ = {};

@@ -11,14 +11,30 @@ namespace xfc::flow {
 
 namespace {
 
+constexpr int deepest_expression = 10000;
+
+/// One more level until the end of the scope.
+class nesting {
+public:
+    explicit nesting(int& depth) : depth_(depth) { ++depth_; }
+    ~nesting() { --depth_; }
+    nesting(const nesting&) = delete;
+    nesting& operator=(const nesting&) = delete;
+
+private:
+    int& depth_;
+};
+
 bool is_comparison(clang::BinaryOperatorKind kind) { return clang::BinaryOperator::isComparisonOp(kind); }
 
 }  // namespace
 
 result executor::evaluate(const clang::Expr& expression) {
-    if (stack_.exhausted()) {
-        refuse(message_id::nesting_too_deep, range(expression));
+    // A chain of a + a + ... has no nesting in its text, but one in its tree.
+    if (stack_.exhausted() || depth_ >= deepest_expression) {
+        refuse(message_id::nesting_too_deep, range(expression.getExprLoc()));
     }
+    const nesting deeper(depth_);
     switch (expression.getStmtClass()) {
         case clang::Stmt::ParenExprClass:
             return evaluate(*llvm::cast<clang::ParenExpr>(expression).getSubExpr());

@@ -59,9 +59,7 @@ struct compilation {
         const stack_watch parsing(parser_stack);
         const stack_watch following(executor_stack);
         parser c(source, options, messages);
-        const bool parsed = c.parse(parsing);
-        c.describe_places(places);
-        if (!parsed) {
+        if (!c.parse(parsing, places)) {
             return;
         }
         try {

@@ -124,7 +124,7 @@ object_id executor::create_object(const clang::QualType& type, std::string name,
     check_object_type(type, name, where);
     const std::uint32_t bytes = bytes_of(type);
     if (bytes > most_bytes) {
-        refuse(message_id::too_many_values, where, {std::to_string(most_bytes)});
+        refuse(message_id::too_large, where, {name, std::to_string(most_bytes)});
     }
     return memory_.create({.name = std::move(name),
                            .where = where,

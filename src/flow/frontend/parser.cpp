@@ -14,6 +14,7 @@
 #include <clang/Lex/HeaderSearch.h>
 #include <clang/Lex/HeaderSearchOptions.h>
 #include <clang/Lex/Lexer.h>
+#include <clang/Lex/MacroArgs.h>
 #include <clang/Lex/ModuleLoader.h>
 #include <clang/Lex/PPCallbacks.h>
 #include <clang/Lex/Preprocessor.h>
@@ -27,7 +28,9 @@
 #include <llvm/Support/VirtualFileSystem.h>
 #include <llvm/TargetParser/Triple.h>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "flow/frontend/headers.h"
 #include "flow/frontend/known_functions.h"
@@ -60,9 +63,15 @@ public:
         : messages_(messages), language_(language) {}
 
     void HandleDiagnostic(clang::DiagnosticsEngine::Level level, const clang::Diagnostic& info) override {
-        if (silent_) {
+        const bool warns = level == clang::DiagnosticsEngine::Warning;
+        if (silent_ || (warns && ++warnings_ > most_warnings)) {
+            silent_notes_ = true;
             return;
         }
+        if (level == clang::DiagnosticsEngine::Note && silent_notes_) {
+            return;  // of a message that was left out
+        }
+        silent_notes_ = false;
         clang::DiagnosticConsumer::HandleDiagnostic(level, info);
         llvm::SmallString<256> text;
         info.FormatDiagnostic(text);
@@ -97,6 +106,8 @@ private:
     diagnostics& messages_;
     const clang::LangOptions& language_;
     bool silent_ = false;
+    bool silent_notes_ = false;
+    std::size_t warnings_ = 0;
 };
 
 /// Declares a known function when it is called without a declaration, as older sources do.
@@ -150,15 +161,48 @@ class expansion_counter : public clang::PPCallbacks {
 public:
     explicit expansion_counter(std::function<void(clang::SourceLocation)> on_limit) : on_limit_(std::move(on_limit)) {}
 
-    void MacroExpands(const clang::Token& name, const clang::MacroDefinition& /*definition*/,
-                      clang::SourceRange /*range*/, const clang::MacroArgs* /*arguments*/) override {
-        if (++count_ > most_expansions) {
+    void MacroExpands(const clang::Token& name, const clang::MacroDefinition& definition, clang::SourceRange /*range*/,
+                      const clang::MacroArgs* arguments) override {
+        // Arguments are expanded by recursion before they are put in, so enclosing expansions stand higher on the
+        // stack; each repeats its argument as often as its text names it.
+        const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+        while (!enclosing_.empty() && enclosing_.back().frame <= here) {
+            enclosing_.pop_back();
+        }
+        const std::size_t outer = enclosing_.empty() ? 1 : enclosing_.back().copies;
+        const std::size_t copies = outer * (arguments != nullptr ? most_uses(*definition.getMacroInfo()) : 1);
+        enclosing_.push_back({here, copies});
+        std::size_t longest = 1;
+        for (unsigned index = 0; arguments != nullptr && index < definition.getMacroInfo()->getNumParams(); ++index) {
+            const std::size_t length = clang::MacroArgs::getArgLength(arguments->getUnexpArgument(index));
+            longest = std::max(longest, length);
+        }
+        if (++count_ > most_expansions || copies * longest > most_expansions) {
             on_limit_(name.getLocation());
         }
     }
 
 private:
+    struct expansion {
+        std::uintptr_t frame;
+        std::size_t copies;
+    };
+
+    static std::size_t most_uses(const clang::MacroInfo& macro) {
+        std::vector<std::size_t> uses(macro.getNumParams() + 1, 0);
+        std::size_t most = 1;
+        for (const clang::Token& token : macro.tokens()) {
+            const clang::IdentifierInfo* identifier = token.getIdentifierInfo();
+            const int number = identifier != nullptr ? macro.getParameterNum(identifier) : -1;
+            if (number >= 0) {
+                most = std::max(most, ++uses[static_cast<std::size_t>(number)]);
+            }
+        }
+        return most;
+    }
+
     std::function<void(clang::SourceLocation)> on_limit_;
+    std::vector<expansion> enclosing_;
     std::size_t count_ = 0;
 };
 
@@ -226,6 +270,9 @@ struct parser::parts {
     clang::ASTConsumer nobody;
     std::unique_ptr<clang::Sema> sema;
     std::size_t tokens = 0;
+    std::size_t brackets = 0;  ///< opened one behind the other, with nothing but names and numbers between
+    std::size_t logical = 0;   ///< && and || in one statement; the parser's time grows with their square
+    bool behind_ellipsis = false;
     bool stopped = false;
 
     bool enter_source();
@@ -299,7 +346,19 @@ void parser::parts::stop_at(clang::SourceLocation place, message_id id,
 /// sees nothing but the end of the file.
 void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     ++tokens;
-    if (stack.exhausted()) {
+    const bool dimension = token.isOneOf(clang::tok::l_square, clang::tok::r_square, clang::tok::numeric_constant) ||
+                           token.is(clang::tok::identifier);
+    brackets = dimension ? brackets + (token.is(clang::tok::l_square) ? 1U : 0U) : 0U;
+    if (token.isOneOf(clang::tok::semi, clang::tok::l_brace, clang::tok::r_brace)) {
+        logical = 0;
+    }
+    logical += token.isOneOf(clang::tok::ampamp, clang::tok::pipepipe) ? 1U : 0U;
+    const bool large_range =
+        behind_ellipsis && token.is(clang::tok::numeric_constant) && token.getLength() > longest_range;
+    behind_ellipsis = token.is(clang::tok::ellipsis);
+    if (large_range) {
+        stop_at(token.getLocation(), message_id::large_range, {std::to_string(longest_range)});
+    } else if (stack.exhausted() || brackets > most_dimensions || logical > most_logical) {
         stop_at(token.getLocation(), message_id::nesting_too_deep);
     } else if (!token.isAnnotation() && token.getLength() > longest_token) {
         stop_at(token.getLocation(), message_id::token_too_long, {std::to_string(longest_token)});
@@ -315,7 +374,7 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     }
 }
 
-bool parser::parse(const stack_watch& stack) {
+bool parser::parse(const stack_watch& stack, source_map& places) {
     parts& all = *parts_;
     all.choose_warnings();
     auto target_options = std::make_shared<clang::TargetOptions>();
@@ -334,6 +393,7 @@ bool parser::parse(const stack_watch& stack) {
     all.preprocessor->setTokenWatcher([&](const clang::Token& token) { all.watch(token, stack); });
     all.preprocessor->addPPCallbacks(std::make_unique<expansion_counter>([&](clang::SourceLocation place) {
         all.stop_at(place, message_id::too_many_tokens, {std::to_string(most_expansions)});
+        describe_places(places);
         if (auto* rescue = llvm::CrashRecoveryContext::GetCurrent()) {
             rescue->HandleExit(1);
         }
@@ -346,6 +406,7 @@ bool parser::parse(const stack_watch& stack) {
     all.sema = std::make_unique<clang::Sema>(*all.preprocessor, *all.context, all.nobody, clang::TU_Complete, nullptr);
     all.sema->addExternalSource(new older_functions(*all.context));  // counted by reference
     clang::ParseAST(*all.sema);
+    describe_places(places);
     return !all.stopped && !all.messages.has_errors();
 }
 

@@ -30,11 +30,15 @@ private:
 
 /// Sizes of the stack, in bytes. The parser is stopped first, since what looks at its result goes deeper.
 inline constexpr std::size_t thread_stack = std::size_t{1} << 30U;
-inline constexpr std::size_t parser_stack = std::size_t{24} << 20U;
+inline constexpr std::size_t parser_stack = std::size_t{8} << 20U;
 inline constexpr std::size_t executor_stack = std::size_t{900} << 20U;
 
 inline constexpr std::size_t longest_token = 1000;       ///< characters
 inline constexpr std::size_t most_tokens = 10000000;     ///< behind the preprocessor
+inline constexpr std::size_t most_warnings = 50;         ///< of C
+inline constexpr std::size_t most_dimensions = 200;      ///< and subscripts of one name
+inline constexpr std::size_t most_logical = 5000;        ///< && and || in one statement
+inline constexpr std::size_t longest_range = 5;          ///< digits of the end of a range of designators
 inline constexpr std::size_t most_expansions = 5000000;  ///< of macros
 
 /// Everything of clang that one compilation holds.
@@ -45,16 +49,16 @@ public:
     parser(const parser&) = delete;
     parser& operator=(const parser&) = delete;
 
-    /// Parses the whole source. False when there was an error, which is reported then.
-    [[nodiscard]] bool parse(const stack_watch& stack);
-
-    /// Takes the texts of all files that were read.
-    void describe_places(source_map& places) const;
+    /// Parses the whole source and tells the texts of all files that it read. False when there was an error, which is
+    /// reported then.
+    [[nodiscard]] bool parse(const stack_watch& stack, source_map& places);
 
     [[nodiscard]] clang::ASTContext& context();
     [[nodiscard]] const clang::SourceManager& sources() const;
 
 private:
+    void describe_places(source_map& places) const;
+
     struct parts;
     std::unique_ptr<parts> parts_;
 };

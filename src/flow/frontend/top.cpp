@@ -19,7 +19,15 @@ source_range executor::range(clang::SourceRange where) const {
     return range_of(where, context_.getSourceManager(), context_.getLangOpts());
 }
 
-source_range executor::range(const clang::Stmt& statement) const { return range(statement.getSourceRange()); }
+source_range executor::range(const clang::Stmt& statement) const {
+    const auto [found, is_new] = ranges_.try_emplace(&statement);
+    if (is_new) {
+        const source_range known = range(statement.getSourceRange());
+        ranges_[&statement] = known;
+        return known;
+    }
+    return found->second;
+}
 
 void executor::add_call_notes() {
     constexpr std::size_t most_notes = 5;

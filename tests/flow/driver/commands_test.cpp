@@ -1,0 +1,117 @@
+#include "flow/driver/commands.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "flow/driver/options.h"
+
+namespace xfc::flow::test {
+
+namespace {
+
+struct outcome {
+    int status;
+    std::string out;
+    std::string error;
+};
+
+outcome run_with(const std::vector<std::string>& arguments) {
+    std::ostringstream out;
+    std::ostringstream error;
+    const int status = run(arguments, out, error, false);
+    return {status, out.str(), error.str()};
+}
+
+std::string example(const std::string& name) { return std::string(SOURCE_FOLDER) + "/examples/" + name; }
+
+TEST(flow_commands, check_tells_ports_and_operations) {
+    const outcome checked = run_with({"check", example("complex_multiply.c")});
+    EXPECT_EQ(checked.status, 0);
+    EXPECT_EQ(checked.error, "");
+    EXPECT_EQ(checked.out, "complex_multiply of " + example("complex_multiply.c") +
+                               ", a whole file\n"
+                               "\n"
+                               "  input   a_re  single   float a_re\n"
+                               "  input   a_im  single   float a_im\n"
+                               "  input   b_re  single   float b_re\n"
+                               "  input   b_im  single   float b_im\n"
+                               "  output  p_re  single   float p_re\n"
+                               "  output  p_im  single   float p_im\n"
+                               "\n"
+                               "     1 add single\n"
+                               "     1 subtract single\n"
+                               "     4 multiply single\n");
+}
+
+TEST(flow_commands, all_examples_are_accepted) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(example(""))) {
+        if (entry.path().extension() == ".c") {
+            EXPECT_EQ(run_with({"check", entry.path().string()}).status, 0) << entry.path();
+            ++count;
+        }
+    }
+    EXPECT_GE(count, 12);
+}
+
+TEST(flow_commands, the_report_and_the_messages_come_as_json_too) {
+    const outcome checked = run_with({"check", example("decibel.c"), "--json"});
+    EXPECT_EQ(checked.status, 0);
+    const auto report = nlohmann::json::parse(checked.out);
+    EXPECT_EQ(report["accepted"], true);
+    EXPECT_EQ(report["name"], "decibel");
+    EXPECT_EQ(report["inputs"].size(), 3U);
+    EXPECT_EQ(report["outputs"][0]["name"], "level");
+    EXPECT_EQ(report["messages"][0]["id"], "constant-format");
+    EXPECT_EQ(report["messages"][0]["line"], 9);
+
+    const outcome refused = run_with({"check", "/nowhere.c", "--json"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(nlohmann::json::parse(refused.out)["accepted"], false);
+}
+
+TEST(flow_commands, a_stage_is_dumped) {
+    const outcome dumped = run_with({"check", example("dot_product.c"), "--dump", "program"});
+    EXPECT_EQ(dumped.status, 0);
+    EXPECT_NE(dumped.out.find("multiply single"), std::string::npos);
+    EXPECT_NE(dumped.out.find("output single y = %"), std::string::npos);
+    EXPECT_EQ(run_with({"check", example("dot_product.c"), "--dump", "nothing"}).status, 1);
+}
+
+TEST(flow_commands, wrong_command_lines_are_refused_on_the_error_stream) {
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {}, {"check"}, {"paint", "x.c"}, {"check", "x.c", "--nonsense"}, {"check", "x.c", "--unroll", "0"}}) {
+        const outcome refused = run_with(arguments);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_NE(refused.error, "");
+    }
+}
+
+TEST(flow_commands, help_man_page_and_completion_know_every_option_of_the_rows) {
+    const outcome help = run_with({"check", "--help"});
+    EXPECT_EQ(help.status, 0);
+    const std::string man = man_page();
+    const std::string completion = bash_completion();
+    for (const option_row& row : option_rows()) {
+        EXPECT_NE(help.out.find(row.name), std::string::npos) << row.name;
+        EXPECT_NE(completion.find(row.name), std::string::npos) << row.name;
+        EXPECT_NE(man.find(row.text), std::string::npos) << row.name;
+    }
+    for (const command_row& row : command_rows()) {
+        EXPECT_NE(run_with({"--help"}).out.find(row.example), std::string::npos);
+        EXPECT_NE(man.find(row.example), std::string::npos);
+    }
+    EXPECT_EQ(run_with({"--man"}).out, man);
+    EXPECT_TRUE(run_with({"--version"}).out.starts_with("xfcflow "));
+}
+
+}  // namespace
+
+}  // namespace xfc::flow::test

@@ -1,0 +1,4 @@
+float f(float a) {
+    __asm__("nop");
+    return a;
+}

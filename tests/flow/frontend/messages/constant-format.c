@@ -1,0 +1,3 @@
+float f(float a) {
+    return a * 0.1 + 0.3;
+}

@@ -1,0 +1,3 @@
+int f(int a, int b) {
+    return a / b;
+}

@@ -1,0 +1,3 @@
+void f(float* a) {
+    *a += 1;
+}

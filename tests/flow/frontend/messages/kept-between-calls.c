@@ -1,0 +1,5 @@
+float f(float a) {
+    static float sum;
+    sum += a;
+    return sum;
+}

@@ -1,0 +1,3 @@
+double f(double a) {
+    return (double)(a * 2.0L);
+}

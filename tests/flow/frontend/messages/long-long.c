@@ -1,0 +1,4 @@
+int f(int a) {
+    long long b = a;
+    return (int)b;
+}

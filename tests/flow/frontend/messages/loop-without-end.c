@@ -1,0 +1,5 @@
+float f(float a) {
+    while (a > 1)
+        a *= 0.5f;
+    return a;
+}

@@ -1,0 +1,4 @@
+float g(float a);
+float f(float a) {
+    return g(a);
+}

@@ -1,0 +1,4 @@
+#include <math.h>
+float f(float a) {
+    return sinf(a);
+}

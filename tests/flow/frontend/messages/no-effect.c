@@ -1,0 +1,5 @@
+float f(float a, float b) {
+    float c = b;
+    (void)c;
+    return a;
+}

@@ -1,0 +1,4 @@
+void f(float a) {
+    float b = a;
+    (void)b;
+}

@@ -1,0 +1,4 @@
+float f(float a) {
+    float b;
+    return a + b;
+}

@@ -1,0 +1,7 @@
+float a, b, c;
+void first() {
+    b = a + a;
+}
+void second() {
+    c = b * b;
+}

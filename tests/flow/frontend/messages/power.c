@@ -1,0 +1,4 @@
+#include <math.h>
+double f(double a, double b) {
+    return pow(a, b);
+}

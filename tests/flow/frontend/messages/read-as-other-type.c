@@ -1,0 +1,8 @@
+int f(float a) {
+    union {
+        float f;
+        int i;
+    } u;
+    u.f = a;
+    return u.i;
+}

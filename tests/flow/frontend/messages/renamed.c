@@ -1,0 +1,3 @@
+float f(float in, float out) {
+    return in - out;
+}

@@ -1,0 +1,3 @@
+float* f(float* x) {
+    return x;
+}

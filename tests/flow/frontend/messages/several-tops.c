@@ -1,0 +1,6 @@
+float f(float a) {
+    return a;
+}
+float g(float a) {
+    return -a;
+}

@@ -1,0 +1,3 @@
+float f(const float x[4], int n) {
+    return x[n];
+}

@@ -1,0 +1,4 @@
+float f(float a, float b) {
+    const float* p = a > b ? &a : &b;
+    return *p;
+}

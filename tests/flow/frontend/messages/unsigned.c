@@ -1,0 +1,3 @@
+unsigned f(unsigned a, unsigned b) {
+    return a < b ? a : b;
+}

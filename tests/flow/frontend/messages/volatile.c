@@ -1,0 +1,4 @@
+int f(int a) {
+    volatile int b = a;
+    return b;
+}

@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "flow/frontend/frontend.h"
+
+// Each program in messages/ provokes one message; what a person reads stands beside it. With XFC_ACCEPT set in the
+// environment the texts are written anew.
+
+namespace xfc::flow::test {
+
+namespace {
+
+std::string text_of(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+struct told {
+    std::string text;
+    std::set<std::string> names;
+};
+
+void collect(const diagnostic& message, std::set<std::string>& names) {
+    if (!message.name.empty()) {
+        names.insert(message.name);
+    }
+    for (const diagnostic& addition : message.additions) {
+        collect(addition, names);
+    }
+}
+
+told messages_of(const std::string& name, const std::string& program, const frontend_options& options = {}) {
+    diagnostics messages;
+    source_map places;
+    (void)read_program({.path = name, .text = program}, options, messages, places);
+    told result{.text = rendered(messages, places), .names = {}};
+    for (const diagnostic& message : messages.messages()) {
+        collect(message, result.names);
+    }
+    return result;
+}
+
+TEST(flow_messages, every_message_is_provoked_and_reads_as_written_down) {
+    const std::filesystem::path folder = std::filesystem::path(SOURCE_FOLDER) / "tests/flow/frontend/messages";
+    std::set<std::string> provoked;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() != ".c") {
+            continue;
+        }
+        const told result = messages_of(entry.path().filename().string(), text_of(entry.path()));
+        std::filesystem::path expected = entry.path();
+        expected.replace_extension(".txt");
+        if (std::getenv("XFC_ACCEPT") != nullptr) {
+            std::ofstream(expected) << result.text;
+        }
+        EXPECT_EQ(result.text, text_of(expected)) << entry.path();
+        provoked.insert(result.names.begin(), result.names.end());
+    }
+    // Provoked by other tests, or by nothing that a test can bring about: the machine's memory, a fault of the parser,
+    // ten millions of operations.
+    const std::set<std::string> elsewhere = {"cannot-read", "unknown-top", "memory", "parser", "values"};
+    for (int index = 0; index < message_count; ++index) {
+        const message_row& row = row_of(static_cast<message_id>(index));
+        if (row.id < message_id::set_only_here) {
+            EXPECT_TRUE(provoked.contains(std::string(row.name)) || elsewhere.contains(std::string(row.name)))
+                << row.name;
+        }
+    }
+}
+
+TEST(flow_messages, a_missing_file_and_a_missing_top_are_told) {
+    diagnostics messages;
+    source_map places;
+    EXPECT_FALSE(read_program({.path = "/nowhere/x.c"}, {}, messages, places));
+    EXPECT_EQ(rendered(messages, places),
+              "xfcflow: error: cannot read '/nowhere/x.c': No such file or directory [cannot-read]\n");
+    EXPECT_EQ(messages_of("x.c", "float f(float a) { return a; }", {.top = "g"}).text,
+              "xfcflow: error: --top names 'g', but no function of that name has a body [unknown-top]\n"
+              "      hint: name one of the functions of the file\n");
+}
+
+std::string repeated(const std::string& what, int count) {
+    std::string text;
+    for (int index = 0; index < count; ++index) {
+        text += what;
+    }
+    return text;
+}
+
+TEST(flow_messages, a_hundred_thousand_levels_of_anything_end_in_a_message) {
+    constexpr int count = 100000;
+    const std::string start = "float f(float a) { ";
+    const std::string programs[] = {
+        start + "return " + repeated("(", count) + "a" + repeated(")", count) + "; }",
+        start + "return " + repeated("- ", count) + "a; }",
+        start + "return a" + repeated("+a", count) + "; }",
+        start + "return " + repeated("a=", count) + "a; }",
+        start + "return " + repeated("a>0?a:", count) + "a; }",
+        start + "return " + repeated("(float)", count) + "a; }",
+        start + repeated("{", count) + repeated("}", count) + "return a; }",
+        start + repeated("if(a>0)", count) + "a=1; return a; }",
+        start + repeated("if(a>0)a=1;else ", count) + "a=2; return a; }",
+        start + repeated("for(;;)", count) + ";return a; }",
+        start + repeated("while(0)", count) + ";return a; }",
+        start + "float x" + repeated("[1]", count) + "; return a; }",
+        start + "float " + repeated("*", count) + "x; return a; }",
+        start + "float x[1] = " + repeated("{", count) + "0" + repeated("}", count) + "; return a; }",
+        start + "return a*0." + repeated("1", count) + "; }",
+        start + "return a*" + repeated("1", count) + "; }",
+        "float g(float x) { return x; } " + start + "return " + repeated("g(", count) + "a" + repeated(")", count) +
+            "; }",
+        repeated("struct s {", count) + "int x;" + repeated("};", count) + start + "return a; }",
+        "#define A A B\n#define B A A\n#define C0 B B B B B B B B B B\n#define C1 C0 C0 C0 C0 C0 C0 C0 C0 C0 C0\n"
+        "#define C2 C1 C1 C1 C1 C1 C1 C1 C1 C1 C1\n#define C3 C2 C2 C2 C2 C2 C2 C2 C2 C2 C2\n" +
+            start + "return C3; }",
+        std::string(count, '\0'),
+    };
+    for (const std::string& program : programs) {
+        diagnostics messages;
+        source_map places;
+        EXPECT_FALSE(read_program({.path = "deep.c", .text = program}, {}, messages, places)) << program.substr(0, 60);
+        EXPECT_TRUE(messages.has_errors()) << program.substr(0, 60);
+    }
+}
+
+}  // namespace
+
+}  // namespace xfc::flow::test

@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "flow/frontend/frontend.h"
+#include "flow/graph/dump.h"
+#include "flow/graph/verifier.h"
+#include "flow/support/evaluate.h"
+
+namespace xfc::flow::test {
+
+namespace {
+
+program followed(const std::string& text, const frontend_options& options = {}) {
+    diagnostics messages;
+    source_map places;
+    auto result = read_program({.path = "prog.c", .text = text}, options, messages, places);
+    EXPECT_TRUE(result.has_value()) << rendered(messages, places);
+    if (!result) {
+        return {};
+    }
+    EXPECT_TRUE(faults_of(result->values).empty());
+    return std::move(*result);
+}
+
+double result_of(const std::string& text, const port_numbers& inputs, const std::string& output = "result") {
+    const port_numbers outputs = evaluate(followed(text).values, inputs);
+    const auto found = outputs.find(output);
+    EXPECT_NE(found, outputs.end()) << output;
+    return found == outputs.end() ? std::nan("") : found->second;
+}
+
+TEST(flow_values, loops_with_known_ends_are_unrolled) {
+    EXPECT_EQ(
+        result_of("float f(const float x[4]) { float s = 0; for (int i = 0; i < 4; i++) s += x[i] * i; return s; }",
+                  {{"x_0", 9}, {"x_1", 1}, {"x_2", 2}, {"x_3", 3}}),
+        14);
+    EXPECT_EQ(result_of("int f(int a) { int n = 5; while (n--) a += n; do a++; while (0); return a; }", {{"a", 1}}),
+              12);
+}
+
+TEST(flow_values, unknown_conditions_become_selects) {
+    const std::string clamp = "float f(float x) { if (x < -1) return -1; if (x > 1) return 1; return x; }";
+    EXPECT_EQ(result_of(clamp, {{"x", -7}}), -1);
+    EXPECT_EQ(result_of(clamp, {{"x", 7}}), 1);
+    EXPECT_EQ(result_of(clamp, {{"x", 0.5}}), 0.5);
+}
+
+TEST(flow_values, a_loop_is_left_under_an_unknown_condition) {
+    const std::string first =
+        "int f(const float x[3]) { int i; for (i = 0; i < 3; i++) { if (x[i] > 0) break; } return i; }";
+    EXPECT_EQ(result_of(first, {{"x_0", 1}}), 0);
+    EXPECT_EQ(result_of(first, {{"x_2", 1}}), 2);
+    EXPECT_EQ(result_of(first, {}), 3);
+}
+
+TEST(flow_values, a_switch_falls_through_and_has_a_default) {
+    const std::string text =
+        "int f(int n) { int y = 0; switch (n) { case 1: y = 1; case 2: y += 10; break; case 5 ... 7: y = 5; break; "
+        "default: y = -1; } return y; }";
+    EXPECT_EQ(result_of(text, {{"n", 1}}), 11);
+    EXPECT_EQ(result_of(text, {{"n", 2}}), 10);
+    EXPECT_EQ(result_of(text, {{"n", 6}}), 5);
+    EXPECT_EQ(result_of(text, {{"n", 9}}), -1);
+}
+
+TEST(flow_values, structures_pointers_and_functions) {
+    const std::string text =
+        "typedef struct { float re, im; } c; static c mul(c a, c b) { c r = {a.re*b.re - a.im*b.im, a.re*b.im + "
+        "a.im*b.re}; return r; } void f(const c* a, c b, c* y) { *y = mul(*a, b); }";
+    const port_numbers inputs = {{"a_re", 1}, {"a_im", 2}, {"b_re", 3}, {"b_im", 4}};
+    EXPECT_EQ(result_of(text, inputs, "y_re"), -5);
+    EXPECT_EQ(result_of(text, inputs, "y_im"), 10);
+}
+
+TEST(flow_values, narrow_integers_wrap_as_in_c) {
+    EXPECT_EQ(result_of("int f(int a) { signed char c = a; unsigned char u = a; return c * 1000 + u; }", {{"a", 200}}),
+              -56 * 1000 + 200);
+    EXPECT_EQ(result_of("int f(short a) { return a; }", {{"a", 65535}}), -1);
+    EXPECT_EQ(result_of("_Bool f(float a) { return a; }", {{"a", 0.25}}), 1);
+}
+
+TEST(flow_values, division_is_accepted_where_the_divisor_differs_from_zero) {
+    const std::string text = "int f(int a, int b) { return b != 0 ? a / b : 7; }";
+    EXPECT_EQ(result_of(text, {{"a", -9}, {"b", 2}}), -4);
+    EXPECT_EQ(result_of(text, {{"a", 9}, {"b", 0}}), 7);
+}
+
+TEST(flow_values, a_constant_without_suffix_takes_the_other_format) {
+    const std::string text = "float f(float a) { return a * 0.1; }";
+    EXPECT_EQ(dump(followed(text).values),
+              "%0 = input single a\n%1 = constant single 0.1\n%2 = multiply single %0 %1\n"
+              "output single result = %2\n");
+    EXPECT_EQ(dump(followed(text, {.c_constants = true}).values),
+              "%0 = input single a\n%1 = convert double %0\n%2 = constant double 0.1\n%3 = multiply double %1 %2\n"
+              "%4 = convert single %3\noutput single result = %4\n");
+}
+
+TEST(flow_values, known_functions_become_operations) {
+    EXPECT_EQ(
+        result_of("#include <math.h>\nfloat f(float a) { return sqrtf(a) + fabsf(-a) + powf(a, 3) + ldexpf(a, 2); }",
+                  {{"a", 4}}),
+        2 + 4 + 64 + 16);
+    EXPECT_EQ(result_of("#include <xfc.h>\ndouble f(double a) { return inv(a) + invsqr(a); }", {{"a", 4}}), 0.75);
+}
+
+TEST(flow_values, older_sources_have_variables_as_ports) {
+    const program older = followed("float a, b, c, y;\nmain() { float t; t = sqrt(a + b); y = t * c; }");
+    EXPECT_EQ(older.style, top_style::whole_file);
+    EXPECT_EQ(older.name, "prog");
+    EXPECT_EQ(evaluate(older.values, {{"a", 7}, {"b", 2}, {"c", 5}}), (port_numbers{{"y", 15}}));
+}
+
+}  // namespace
+
+}  // namespace xfc::flow::test
