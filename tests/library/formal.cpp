@@ -47,7 +47,7 @@ void write_script(const fs::path& path, const component_row& row, const componen
         if (!parameters.empty()) {
             script << "chparam" << parameters << ' ' << name << '\n';
         }
-        script << "hierarchy -check -top " << name << "\nproc\nflatten\nopt -full\n"
+        script << "hierarchy -check -top " << name << "\nproc\nflatten\nopt -full\nmemory\nopt -full\n"
                << "rename -top " << side << "\ndesign -stash " << side << '\n';
     };
     std::string verilog;

@@ -237,7 +237,8 @@ private:
             const auto texts = quoted(texts_of(row_, settings_.library, ".v"));
             const std::string command =
                 verilator ? "verilator --lint-only -Wall --top-module " + std::string(row_.name) + parameters +
-                                " -y '" + (settings_.library / "common").string() + "' " +
+                                " -y '" + (settings_.library / "common").string() + "' -y '" +
+                                (settings_.library / row_.name).string() + "' " +
                                 quoted({settings_.library / row_.name / (std::string(row_.name) + ".v")})
                           : "iverilog -g2001 -Wall -t null -s " + std::string(row_.name) + parameters + texts;
             int status = 0;

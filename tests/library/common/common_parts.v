@@ -11,7 +11,12 @@ module common_parts;
   wire [5:0] shifted_out;
   wire beside;
   reg [7:0] kept;
-  integer i, d, errors, magnitude, exact, nearest;
+  wire [11:0] product, product_later, product_in_blocks;
+  wire [14:0] product_of_odd_bits;
+  wire [7:0] chained;
+  reg [7:0] kept_before;
+  reg [3:0] factor;
+  integer i, d, errors, exact_now, exact_before, magnitude, exact, nearest;
 
   xfc_shift_right #(8, 4, 1) shift_right (value, distance, before, right, lost);
   xfc_shift_left #(8, 4, 1) shift_left (value, distance, fill, left);
@@ -21,6 +26,15 @@ module common_parts;
   xfc_normalize #(11, 1) normalize (clock, enable, {3'b000, value}, fill, before, normal, shifted_out, beside);
   xfc_register #(8, 1) register_there (clock, enable, value, stored);
   xfc_register #(8, 0) register_left_out (clock, enable, value, passed);
+  xfc_registers #(8, 2) registers (clock, enable, value, chained);
+
+  // Products: without registers, with two behind each other, as an operator, with a number of bits that is no power.
+  wire [9:0] triple = {2'b00, value} + {1'b0, value, 1'b0};
+  xfc_unsigned_product #(8, 4, 0, 0) tree (clock, enable, value, triple, factor, product);
+  xfc_unsigned_product #(8, 4, 3, 0) tree_later (clock, enable, value, triple, factor, product_later);
+  xfc_unsigned_product #(8, 4, 0, 1) operator (clock, enable, value, triple, factor, product_in_blocks);
+  xfc_unsigned_product #(8, 7, 0, 0) tree_of_odd_bits
+    (clock, enable, value, triple, {factor[2:0], factor}, product_of_odd_bits);
 
   task expect_equal(input integer found, input integer wanted, input integer part);
     if (found !== wanted) begin
@@ -42,6 +56,8 @@ module common_parts;
     clock = 0;
     enable = 1;
     kept = 0;
+    exact_now = -1;
+    exact_before = -1;
     value = 0;
     #1 clock = 1;
     #1 clock = 0;
@@ -49,6 +65,7 @@ module common_parts;
       for (d = 0; d < 16; d = d + 1) begin
         value = i;
         distance = d;
+        factor = d;
         before = (i + d) % 3 == 0;
         fill = (i + d) % 2 == 0;
         #1;
@@ -74,12 +91,25 @@ module common_parts;
         expect_equal(i / 8 + up, nearest_even(i), 5);
         expect_equal(i / 8 + up_complemented, nearest_even(i + 1), 6);
         expect_equal(passed, i, 7);
+        expect_equal(product, i * d, 9);
+        expect_equal(product_in_blocks, i * d, 10);
+        expect_equal(product_of_odd_bits, i * (d % 8 * 16 + d), 11);
         enable = (i + d) % 4 != 0;
         #1 clock = 1;
-        if (enable) kept = value;
+        if (enable) begin
+          kept_before = kept;
+          exact_before = exact_now;
+          kept = value;
+          exact_now = i * d;
+        end
         #1 clock = 0;
         value = ~value;
+        factor = ~factor;
         #1 expect_equal(stored, kept, 8);
+        if (exact_before >= 0) begin
+          expect_equal(chained, kept_before, 12);
+          expect_equal(product_later, exact_before, 13);
+        end
       end
     $display("%0d differences", errors);
     $finish;
