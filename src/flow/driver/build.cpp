@@ -26,17 +26,16 @@ std::string design_name(const compilation_state& state) {
 std::vector<std::string> header_of(const compilation_state& state, const design_names& names) {
     const command_line& line = state.line;
     std::string command = "xfcflow build " + line.source;
-    for (const auto& [option, value] : {std::pair<const char*, const std::string&>{"--top", line.top},
-                                        {"--name", line.name}}) {
+    for (const auto& [option, value] :
+         {std::pair<const char*, const std::string&>{"--top", line.top}, {"--name", line.name}}) {
         command += value.empty() ? "" : std::string(" ") + option + " " + value;
     }
     command += line.mantissa != 32 ? " --mantissa " + std::to_string(line.mantissa) : "";
     command += line.low_latency ? " --low-latency" : "";
     command += line.c_constants ? " --c-constants" : "";
-    return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version),
-            "  " + command,
-            "Latency " + std::to_string(state.times->latency) + " cycles in which enable is 1; a new vector may enter " +
-                "in every one of them.",
+    return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
+            "Latency " + std::to_string(state.times->latency) +
+                " cycles in which enable is 1; a new vector may enter " + "in every one of them.",
             "startout is 1 in the cycle in which the outputs belong to a vector that came with startin."};
 }
 
@@ -69,8 +68,8 @@ std::optional<built_design> built(const compilation_state& state) {
     const graph& values = state.current->values;
     built_design result;
     result.names = names_of(values, design_name(state), *state.made, state.places);
-    result.text = make_datapath(values, *state.made, *state.times, result.names, state.places,
-                                header_of(state, result.names));
+    result.text =
+        make_datapath(values, *state.made, *state.times, result.names, state.places, header_of(state, result.names));
     const std::string json = design_json(values, *state.made, *state.times, result.names, state.places);
     auto files = files_of(result.text, languages_of(state.line), json);
     if (!files) {

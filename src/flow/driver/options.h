@@ -15,8 +15,8 @@ struct command_line {
     std::string dump = {};  ///< the stage to show
     std::string colour = "auto";
     std::string languages = "both";
-    std::string folder = ".";  ///< where `build` writes
-    std::string name = {};     ///< of the design; empty: the program's
+    std::string folder = ".";    ///< where `build` writes
+    std::string name = {};       ///< of the design; empty: the program's
     std::string simulator = {};  ///< empty: the first one installed
     int vectors = 1000;
     int seed = 1;

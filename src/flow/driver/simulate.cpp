@@ -149,7 +149,8 @@ int simulate(const command_line& line, std::ostream& out, std::ostream& error, b
             if (!failure.empty()) {
                 messages.report(message_id::simulation_failed, {}, {row->name, failure});
             } else {
-                text += "  " + std::string(row->name) + ": every output bit as the model has it, in the cycle of startout\n";
+                text += "  " + std::string(row->name) +
+                        ": every output bit as the model has it, in the cycle of startout\n";
             }
             report["simulators"].push_back({{"name", row->name}, {"agrees", failure.empty()}});
         }

@@ -51,7 +51,12 @@ class datapath_maker {
 public:
     datapath_maker(const graph& values, const design& made, const schedule& times, const design_names& names,
                    const source_map& places)
-        : values_(values), made_(made), times_(times), names_(names), places_(places), delays_(delays_of(made, times)) {}
+        : values_(values),
+          made_(made),
+          times_(times),
+          names_(names),
+          places_(places),
+          delays_(delays_of(made, times)) {}
 
     datapath run(std::vector<std::string> header) {
         result_.name = names_.design;
@@ -174,11 +179,11 @@ private:
             const std::string& to = delayed_[id][tap].bus;
             const std::int32_t width = made_.width_of(id);
             result_.signals.push_back({to, width, names_.nodes[id] + ", " + std::to_string(delay) + " cycles later"});
-            result_.instances.push_back({.label = delayed_[id][tap].label,
-                                         .component = row_of(component_id::delay).name,
-                                         .generics = {{"width", width}, {"delay", delay - done}, {"synthesize", 0}},
-                                         .connections = {{.port = "aa", .signal = from},
-                                                         {.port = "cc", .signal = to, .output = true}}});
+            result_.instances.push_back(
+                {.label = delayed_[id][tap].label,
+                 .component = row_of(component_id::delay).name,
+                 .generics = {{"width", width}, {"delay", delay - done}, {"synthesize", 0}},
+                 .connections = {{.port = "aa", .signal = from}, {.port = "cc", .signal = to, .output = true}}});
             from = to;
             done = delay;
         }

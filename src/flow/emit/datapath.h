@@ -40,7 +40,7 @@ struct instance_text {
     std::string comment = {};
     std::string_view component = {};
     std::vector<std::pair<std::string_view, std::int32_t>> generics = {};
-    bool clocked = true;                     ///< has sysclk, reset and enable
+    bool clocked = true;                       ///< has sysclk, reset and enable
     std::vector<std::string> fixed_low = {};   ///< one-bit inputs that are 0
     std::vector<std::string> fixed_high = {};  ///< one-bit inputs that are 1
     std::vector<connection> connections = {};
@@ -56,8 +56,8 @@ struct output_text {
 
 struct datapath {
     std::string name = {};
-    std::int32_t latency = 0;               ///< cycles
-    std::vector<std::string> header = {};   ///< lines of the comment on top
+    std::int32_t latency = 0;              ///< cycles
+    std::vector<std::string> header = {};  ///< lines of the comment on top
     std::vector<bus_text> inputs = {};
     std::vector<output_text> outputs = {};
     std::vector<constant_bus> constants = {};

@@ -70,12 +70,9 @@ std::string design_json(const graph& values, const design& made, const schedule&
         const component_operation works = row_of(node.component).operation;
         const bool converts = works == component_operation::convert || works == component_operation::normalize;
         const source_position place = places.position_of(one.where);
-        json entry = {{"name", names.nodes[id]},
-                      {"operation", converts ? "convert" : row_of(one.op).name},
-                      {"component", component_name(node)},
-                      {"format", row_of(node.code).text},
-                      {"start", times.start[id]},
-                      {"end", ready_time(made, times, id)}};
+        json entry = {{"name", names.nodes[id]},           {"operation", converts ? "convert" : row_of(one.op).name},
+                      {"component", component_name(node)}, {"format", row_of(node.code).text},
+                      {"start", times.start[id]},          {"end", ready_time(made, times, id)}};
         if (place.line != 0) {
             entry["file"] = place.file;
             entry["line"] = place.line;
@@ -85,8 +82,8 @@ std::string design_json(const graph& values, const design& made, const schedule&
     return all.dump(2, ' ', false, json::error_handler_t::replace) + '\n';
 }
 
-std::optional<std::vector<output_file>> files_of(const datapath& what,
-                                                 const std::vector<language>& languages, const std::string& json_text) {
+std::optional<std::vector<output_file>> files_of(const datapath& what, const std::vector<language>& languages,
+                                                 const std::string& json_text) {
     std::vector<output_file> files;
     std::string filesets;
     std::string names_of_sets;
@@ -102,8 +99,7 @@ std::optional<std::vector<output_file>> files_of(const datapath& what,
             order.push_back(files.back().path.string());
         }
         const bool is_vhdl = lang == language::vhdl;
-        files.push_back(
-            {what.name + std::string(extension_of(lang)), is_vhdl ? vhdl_text(what) : verilog_text(what)});
+        files.push_back({what.name + std::string(extension_of(lang)), is_vhdl ? vhdl_text(what) : verilog_text(what)});
         order.push_back(files.back().path.string());
         std::string list;
         for (const std::string& file : order) {

@@ -62,15 +62,14 @@ std::string value_name(const graph& values, value_id id, const source_map& place
     if (place.line == 0) {
         return std::string(row_of(one.op).name);
     }
-    const std::string variable =
-        assigned_variable(place.text.substr(0, std::min(place.text.size(), static_cast<std::size_t>(place.column - 1))));
+    const std::string variable = assigned_variable(
+        place.text.substr(0, std::min(place.text.size(), static_cast<std::size_t>(place.column - 1))));
     return !variable.empty() ? variable : std::string(row_of(one.op).name) + "_line" + std::to_string(place.line);
 }
 
 }  // namespace
 
-design_names names_of(const graph& values, std::string_view design_name, const design& made,
-                      const source_map& places) {
+design_names names_of(const graph& values, std::string_view design_name, const design& made, const source_map& places) {
     std::vector<std::string> wanted;
     for (const auto ports : {values.inputs(), values.outputs()}) {
         for (const port& one : ports) {
@@ -82,8 +81,8 @@ design_names names_of(const graph& values, std::string_view design_name, const d
     for (node_id id = 0; id < made.size(); ++id) {
         if (made[id].kind != node_kind::input) {
             with_bus.push_back(id);
-            wanted.push_back(legal_letters(value_name(values, made[id].value, places) +
-                                           std::string(row_of(made[id].code).suffix)));
+            wanted.push_back(
+                legal_letters(value_name(values, made[id].value, places) + std::string(row_of(made[id].code).suffix)));
         }
     }
     const std::vector<std::string> legal = legal_names(wanted, design_name);

@@ -70,14 +70,13 @@ std::string instance(const instance_text& what) {
 
 std::string verilog_text(const datapath& what) {
     const std::string latency = std::to_string(what.latency);
-    const substitutions words{
-        {"name", what.name},
-        {"latency", latency},
-        {"chain", what.start_chain},
-        {"at", "@"},
-        {"shift", what.latency == 1
-                      ? std::string("startin")
-                      : "{" + what.start_chain + "[" + std::to_string(what.latency - 1) + ":1], startin}"}};
+    const substitutions words{{"name", what.name},
+                              {"latency", latency},
+                              {"chain", what.start_chain},
+                              {"at", "@"},
+                              {"shift", what.latency == 1 ? std::string("startin")
+                                                          : "{" + what.start_chain + "[" +
+                                                                std::to_string(what.latency - 1) + ":1], startin}"}};
     std::string text;
     for (const std::string& line : what.header) {
         text += line.empty() ? "//\n" : "// " + line + "\n";
@@ -100,9 +99,8 @@ std::string verilog_text(const datapath& what) {
                                                 {"comment", one.bus.comment}});
     }
     for (const bus_text& bus : what.signals) {
-        text += filled_template(
-            signal_line,
-            {{"signal", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}});
+        text += filled_template(signal_line,
+                                {{"signal", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}});
     }
     text += filled_template(chain_text, words);
     for (const instance_text& one : what.instances) {

@@ -43,8 +43,8 @@ std::string slice_text(const connection& one) {
     if (one.high == 0) {
         return one.signal;
     }
-    return one.signal + "(" + std::to_string(one.high) +
-           (one.single_bit ? "" : " downto " + std::to_string(one.low)) + ")";
+    return one.signal + "(" + std::to_string(one.high) + (one.single_bit ? "" : " downto " + std::to_string(one.low)) +
+           ")";
 }
 
 std::string instance(const instance_text& what) {
@@ -84,11 +84,10 @@ std::string vhdl_text(const datapath& what) {
     const substitutions words{{"name", what.name},
                               {"latency", latency},
                               {"chain", what.start_chain},
-                              {"shift", what.start_chain + (what.latency == 1
-                                                                ? std::string("(1) <= startin;")
-                                                                : " <= " + what.start_chain + "(" +
-                                                                      std::to_string(what.latency - 1) +
-                                                                      " downto 1) & startin;")}};
+                              {"shift", what.start_chain + (what.latency == 1 ? std::string("(1) <= startin;")
+                                                                              : " <= " + what.start_chain + "(" +
+                                                                                    std::to_string(what.latency - 1) +
+                                                                                    " downto 1) & startin;")}};
     std::string text;
     for (const std::string& line : what.header) {
         text += line.empty() ? "--\n" : "-- " + line + "\n";
@@ -111,9 +110,8 @@ std::string vhdl_text(const datapath& what) {
                                                 {"comment", one.bus.comment}});
     }
     for (const bus_text& bus : what.signals) {
-        text += filled_template(
-            signal_line,
-            {{"signal", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}});
+        text += filled_template(signal_line,
+                                {{"signal", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}});
     }
     text += filled_template(chain_text, words);
     for (const instance_text& one : what.instances) {

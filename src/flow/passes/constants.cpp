@@ -24,9 +24,8 @@ bus_bits internal_constant(const bus_layout& from, bus_bits bits, coding code, s
     const auto exponent = static_cast<std::int32_t>(field(bits, from.exponent));
     const bus_bits fraction = field(bits, from.mantissa);
     const std::int32_t highest = (1 << from.exponent.width()) - 1;
-    const bus_flags flags{.sat = exponent == highest && fraction == 0,
-                          .zip = exponent == 0,
-                          .nan = exponent == highest && fraction != 0};
+    const bus_flags flags{
+        .sat = exponent == highest && fraction == 0, .zip = exponent == 0, .nan = exponent == highest && fraction != 0};
 
     const std::int32_t width = to.mantissa.width();
     const mantissa_shape shape = shape_of(code, width);

@@ -20,8 +20,8 @@ std::string name_of(node_id id) { return "#" + std::to_string(id); }
 std::string generics_text(const design_node& node) {
     std::string text;
     for (const generic_row& row : row_of(node.component).generics) {
-        text += (text.empty() ? "" : " ") + std::string(row.name) + "=" +
-                std::to_string(generic_value(row, node.generics));
+        text +=
+            (text.empty() ? "" : " ") + std::string(row.name) + "=" + std::to_string(generic_value(row, node.generics));
     }
     return text;
 }

@@ -30,9 +30,9 @@ enum class node_kind : std::uint8_t {
 struct design_node {
     node_kind kind = node_kind::instance;
     coding code = coding::single_ieee;
-    bool subtract = false;                          ///< an adder's: aa - bb
-    component_id component = component_id::wire;    ///< of an instance
-    component_generics generics = {};               ///< of an instance
+    bool subtract = false;                        ///< an adder's: aa - bb
+    component_id component = component_id::wire;  ///< of an instance
+    component_generics generics = {};             ///< of an instance
     std::array<node_id, 2> operands = {no_node, no_node};
     std::int32_t summands = 1;  ///< operands summed since the last normalisation; 1 where there are no guard bits
     bus_bits bits = 0;          ///< of a constant

@@ -43,9 +43,8 @@ private:
     }
 
     value_id constant(const value& like, double number) {
-        return like.format == number_format::single_float
-                   ? made_.make_single(static_cast<float>(number), like.where)
-                   : made_.make_double(number, like.where);
+        return like.format == number_format::single_float ? made_.make_single(static_cast<float>(number), like.where)
+                                                          : made_.make_double(number, like.where);
     }
 
     /// The operand of a negation, or no value.

@@ -10,9 +10,9 @@ namespace xfc::flow {
 
 /// When everything happens. Inputs are there in cycle 0; outputs all in the last one.
 struct schedule {
-    std::vector<std::int32_t> start = {};  ///< cycle in which a node's operands must be there, by node; constants: 0
-    std::int32_t latency = 0;              ///< cycles from the inputs to the outputs, at least 1
-    std::int64_t register_bits = 0;        ///< of all delay lines together
+    std::vector<std::int32_t> start = {};    ///< cycle in which a node's operands must be there, by node; constants: 0
+    std::int32_t latency = 0;                ///< cycles from the inputs to the outputs, at least 1
+    std::int64_t register_bits = 0;          ///< of all delay lines together
     std::int64_t register_bits_soonest = 0;  ///< what they would be with every start as soon as possible
 };
 

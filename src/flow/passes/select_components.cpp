@@ -58,9 +58,8 @@ constexpr selection_row selections[] = {
 
 /// The component of an operation; `wire` for none.
 component_id component_for(operation op, number_format format) {
-    const auto* found = std::find_if(std::begin(selections), std::end(selections), [&](const selection_row& row) {
-        return row.op == op && row.format == format;
-    });
+    const auto* found = std::find_if(std::begin(selections), std::end(selections),
+                                     [&](const selection_row& row) { return row.op == op && row.format == format; });
     return found == std::end(selections) ? component_id::wire : found->component;
 }
 
@@ -157,11 +156,13 @@ private:
     coding origin_of(const value& conversion, coding code) const {
         const value& operand = source_[conversion.operands[0]];
         const value_id id = conversion.operands[0];
-        if (operand.format == number_format::single_float && (code == coding::y_adder || code == coding::y_multiplier)) {
+        if (operand.format == number_format::single_float &&
+            (code == coding::y_adder || code == coding::y_multiplier)) {
             return stays_inside(id) ? coding::x_adder : coding::single_ieee;
         }
         const bool is_sum = operand.op == operation::add || operand.op == operation::subtract;
-        if (operand.format == number_format::double_float && conversion.format == number_format::single_float && is_sum) {
+        if (operand.format == number_format::double_float && conversion.format == number_format::single_float &&
+            is_sum) {
             return coding::y_adder;
         }
         return ieee_coding(operand.format);
@@ -172,10 +173,8 @@ private:
     void make_inputs() {
         for (std::uint32_t place = 0; place < source_.inputs().size(); ++place) {
             const port& input = source_.inputs()[place];
-            native_[input.value] = append({.kind = node_kind::input,
-                                           .code = ieee_coding(input.format),
-                                           .port = place,
-                                           .value = input.value});
+            native_[input.value] = append(
+                {.kind = node_kind::input, .code = ieee_coding(input.format), .port = place, .value = input.value});
         }
     }
 

@@ -17,7 +17,8 @@ struct output_accuracy {
     double largest_ulp = 0.0;
     double median_ulp = 0.0;
     double largest_ulp_of_c = 0.0;
-    std::size_t other_class = 0;       ///< vectors in which the design is infinite or no number where the exact result is not
+    std::size_t other_class =
+        0;  ///< vectors in which the design is infinite or no number where the exact result is not
     std::size_t other_class_of_c = 0;  ///< the same for C
     std::string worst = {};            ///< inputs of the largest error, as C writes them
 };

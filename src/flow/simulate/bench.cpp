@@ -119,8 +119,8 @@ std::string bench_text(const datapath& what, language lang) {
     const std::int32_t bits = std::max(inputs, 1);
     std::string ports;
     const auto add = [&](const bus_text& bus, std::string_view side, std::int32_t& high) {
-        const std::string slice = std::to_string(high) + (lang == language::vhdl ? " downto " : ":") +
-                                  std::to_string(high - bus.width + 1);
+        const std::string slice =
+            std::to_string(high) + (lang == language::vhdl ? " downto " : ":") + std::to_string(high - bus.width + 1);
         ports += lang == language::vhdl
                      ? "              " + bus.name + " => " + std::string(side) + "(" + slice + "),\n"
                      : "     ." + bus.name + "(" + std::string(side) + "[" + slice + "]),\n";
@@ -134,12 +134,11 @@ std::string bench_text(const datapath& what, language lang) {
     for (const output_text& output : what.outputs) {
         add(output.bus, "outputs", high);
     }
-    return filled_template(lang == language::vhdl ? vhdl_bench : verilog_bench,
-                           {{"name", what.name},
-                            {"inputs", std::to_string(bits)},
-                            {"outputs", std::to_string(outputs)},
-                            {"line", std::to_string(bits + 3)},
-                            {"ports", ports}});
+    return filled_template(lang == language::vhdl ? vhdl_bench : verilog_bench, {{"name", what.name},
+                                                                                 {"inputs", std::to_string(bits)},
+                                                                                 {"outputs", std::to_string(outputs)},
+                                                                                 {"line", std::to_string(bits + 3)},
+                                                                                 {"ports", ports}});
 }
 
 }  // namespace xfc::flow

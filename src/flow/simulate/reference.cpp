@@ -140,7 +140,8 @@ void exact_reference::run(std::span<const std::uint64_t> inputs) {
             mpfr_set(result, a, nearest);
         } else if (one.op == operation::scale || one.op == operation::whole_power) {
             const auto whole = static_cast<std::int32_t>(numbers_->known[one.operands[1]].bits);
-            one.op == operation::scale ? mpfr_mul_2si(result, a, whole, nearest) : mpfr_pow_si(result, a, whole, nearest);
+            one.op == operation::scale ? mpfr_mul_2si(result, a, whole, nearest)
+                                       : mpfr_pow_si(result, a, whole, nearest);
         } else {
             const exact_row& row = *row_for(one.op);
             row.of_one != nullptr ? row.of_one(result, a, nearest)
@@ -165,17 +166,19 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         const float_shape shape = shape_of(one.format);
         // The exponent of the leading one; MPFR's numbers are from 1/2 to 1.
         const auto exponent = mpfr_regular_p(exact) != 0 ? static_cast<long>(mpfr_get_exp(exact)) - 1 : 0;
-        const bool too_large = mpfr_inf_p(exact) != 0 || (mpfr_regular_p(exact) != 0 && exponent > shape.greatest_exponent);
+        const bool too_large =
+            mpfr_inf_p(exact) != 0 || (mpfr_regular_p(exact) != 0 && exponent > shape.greatest_exponent);
         const bool too_small = mpfr_zero_p(exact) != 0 || exponent < shape.least_exponent;
         if (too_large || mpfr_inf_p(got) != 0) {
             // Just below the limit rounding may decide for infinity.
             const bool at_limit = !too_large && exponent == shape.greatest_exponent;
-            found.class_differs = !at_limit && (!too_large || mpfr_inf_p(got) == 0 ||
-                                                mpfr_signbit(got) != mpfr_signbit(exact));
+            found.class_differs =
+                !at_limit && (!too_large || mpfr_inf_p(got) == 0 || mpfr_signbit(got) != mpfr_signbit(exact));
         } else if (!(too_small && mpfr_zero_p(got) != 0)) {
             mpfr_sub(got, got, exact, nearest);
-            const long unit = std::max<long>(mpfr_zero_p(exact) != 0 ? shape.least_exponent : exponent,
-                                             shape.least_exponent) - shape.fraction_bits;
+            const long unit =
+                std::max<long>(mpfr_zero_p(exact) != 0 ? shape.least_exponent : exponent, shape.least_exponent) -
+                shape.fraction_bits;
             mpfr_mul_2si(got, got, -unit, nearest);
             found.ulp = std::fabs(mpfr_get_d(got, nearest));
         }

@@ -10,7 +10,7 @@ namespace xfc::flow {
 
 /// How far a result is from the exact one.
 struct deviation {
-    double ulp = 0.0;          ///< units in the last place of the result's format; whole units for integers
+    double ulp = 0.0;            ///< units in the last place of the result's format; whole units for integers
     bool class_differs = false;  ///< one is finite and the other one is not, or they are infinities of different sign
 };
 

@@ -12,7 +12,7 @@ namespace xfc::flow {
 
 /// A program that simulates one language.
 struct simulator_row {
-    std::string_view name;     ///< as the command line says it
+    std::string_view name;  ///< as the command line says it
     language lang;
     std::string_view program;  ///< that must be on the search path
     std::string_view package;  ///< that has it in Debian

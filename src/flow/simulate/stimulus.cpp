@@ -142,8 +142,8 @@ std::string difference_of(const stimulus& what, const std::vector<std::vector<st
         }
     }
     const auto stages = static_cast<std::size_t>(latency);
-    std::deque<bool> starts(stages, false);        // on their way, the newest first
-    std::deque<std::size_t> vectors;               // applied in cycles of enable, the newest first
+    std::deque<bool> starts(stages, false);  // on their way, the newest first
+    std::deque<std::size_t> vectors;         // applied in cycles of enable, the newest first
     std::size_t at = 0;
     for (std::size_t number = 0; number < what.cycles.size(); ++number) {
         const stimulus_cycle& cycle = what.cycles[number];

@@ -146,10 +146,10 @@ TEST(flow_commands, build_writes_both_languages_their_lists_and_what_they_name) 
     EXPECT_EQ(report["values"].size(), 4U);
 
     const auto one = folder / "vhdl_alone";
-    EXPECT_EQ(run_with({"build", source.string(), "--lang", "vhdl", "--name", "adder", "--low-latency", "-o",
-                        one.string()})
-                  .out.find("adder: latency 9 cycles"),
-              0U);
+    EXPECT_EQ(
+        run_with({"build", source.string(), "--lang", "vhdl", "--name", "adder", "--low-latency", "-o", one.string()})
+            .out.find("adder: latency 9 cycles"),
+        0U);
     EXPECT_TRUE(std::filesystem::exists(one / "adder.vhd"));
     EXPECT_FALSE(std::filesystem::exists(one / "adder.v"));
     std::filesystem::remove_all(folder);

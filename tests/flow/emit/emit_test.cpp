@@ -95,7 +95,9 @@ TEST(library_files, stand_behind_those_that_they_need) {
         for (const auto& file : *files) {
             names.push_back(file.stem().string());
         }
-        const auto place = [&](const char* name) { return std::find(names.begin(), names.end(), name) - names.begin(); };
+        const auto place = [&](const char* name) {
+            return std::find(names.begin(), names.end(), name) - names.begin();
+        };
         EXPECT_EQ(names.size(), 4U);
         EXPECT_LT(place("xfc_register"), place("xfc_delay"));
         EXPECT_LT(place("xfc_shift_right"), place("xfc_alufp1x"));
@@ -109,8 +111,7 @@ TEST(texts, are_the_same_to_the_byte_for_equal_designs) {
         const value_id a = w.input("a");
         w.output("y", w.add(w.add(a, w.input("b")), w.made.make_single(-0.1F)));
         const hardware h(std::move(w.made), "test");
-        return vhdl_text(h.text) + verilog_text(h.text) +
-               design_json(h.source, h.made, h.times, h.names, h.places);
+        return vhdl_text(h.text) + verilog_text(h.text) + design_json(h.source, h.made, h.times, h.names, h.places);
     };
     EXPECT_EQ(text(), text());
 }

@@ -29,9 +29,8 @@ design selected(const graph& source) {
 }
 
 std::size_t count_of(const design& made, component_id component) {
-    return static_cast<std::size_t>(
-        std::count_if(made.nodes.begin(), made.nodes.end(),
-                      [&](const design_node& node) { return node.component == component; }));
+    return static_cast<std::size_t>(std::count_if(
+        made.nodes.begin(), made.nodes.end(), [&](const design_node& node) { return node.component == component; }));
 }
 
 TEST(select_components, converts_a_value_once_whatever_the_number_of_readers) {
