@@ -5,6 +5,6 @@
 float functions(float a, float b, float *logarithm, float *reciprocal_root)
 {
     *logarithm = logf(a);
-    *reciprocal_root = invsqr(a + b);
+    *reciprocal_root = invsqrf(a + b);
     return expf(a - b) + a;
 }
