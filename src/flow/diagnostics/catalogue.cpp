@@ -101,6 +101,18 @@ constexpr message_row rows[] = {
     {id::parser_failed, "parser", error, "the C parser failed on this program",
      "simplify the program until it passes; the program text would help to mend the parser"},
 
+    {id::operation_missing, "operation-missing", error, "no component computes '%0' of %1 numbers",
+     "write it with +, -, *, /, sqrt, exp, log, fabs and ldexp; comparisons must be known at compile time"},
+    {id::component_missing, "component-missing", error, "this needs the component '%0', which the library lacks",
+     "docs/components.md lists what the library has"},
+    {id::library_missing, "library-missing", error, "the component library is not complete in '%0'",
+     "install xfcflow anew, its library beside it"},
+    {id::cannot_write, "cannot-write", error, "cannot write '%0': %1", ""},
+    {id::no_simulator, "no-simulator", error, "%0 is not installed", "install it with: apt-get install %1"},
+    {id::simulator_language, "simulator-language", error, "%0 does not simulate the language of --lang %1",
+     "ghdl simulates VHDL, iverilog and verilator simulate Verilog"},
+    {id::simulation_failed, "simulation-failed", error, "%0 failed: %1", ""},
+
     {id::unused_variable, "unused", warning, "'%0' is never used and becomes no port", ""},
     {id::input_without_effect, "no-effect", warning, "no output depends on '%0': it becomes no port", ""},
 

@@ -66,6 +66,14 @@ enum class message_id : std::uint8_t {
     too_many_steps,
     out_of_memory,
     parser_failed,
+    // hardware
+    operation_missing,
+    component_missing,
+    library_missing,
+    cannot_write,
+    no_simulator,
+    simulator_language,
+    simulation_failed,
     // warnings
     unused_variable,
     input_without_effect,

@@ -2,10 +2,11 @@
 
 #include <ostream>
 
+#include "flow/driver/build.h"
 #include "flow/driver/options.h"
 #include "flow/driver/report.h"
+#include "flow/driver/simulate.h"
 #include "flow/driver/stages.h"
-#include "flow/graph/dump.h"
 
 namespace xfc::flow {
 
@@ -17,9 +18,11 @@ int check(const command_line& line, std::ostream& out, std::ostream& error, bool
     source_map places;
     compilation_state state{line, messages, places};
     std::string dumped;
-    const bool accepted = run_stages(state, [&](const stage_row& stage, const compilation_state& now) {
-        if (stage.name == line.dump) {
-            dumped = dump(now.current->values, &places);
+    const stage_row* wanted = stage_named(line.dump);
+    const bool to_hardware = wanted != nullptr && wanted->makes_hardware;
+    const bool accepted = run_stages(state, to_hardware, [&](const stage_row& stage, const compilation_state& now) {
+        if (&stage == wanted) {
+            dumped = dump_behind(stage, now);
         }
     });
     const program* what = accepted ? &*state.current : nullptr;
@@ -43,7 +46,7 @@ struct runnable {
     command_function run;
 };
 
-constexpr runnable runnables[] = {{"check", check}};
+constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate", simulate}};
 
 }  // namespace
 

@@ -9,12 +9,20 @@ namespace xfc::flow {
 
 /// Everything that the command line says. An option's row names the field that it fills.
 struct command_line {
-    std::string command = {};  ///< "check"
+    std::string command = {};  ///< "check", "build" or "simulate"
     std::string source = {};
     std::string top = {};
     std::string dump = {};  ///< the stage to show
     std::string colour = "auto";
+    std::string languages = "both";
+    std::string folder = ".";    ///< where `build` writes
+    std::string name = {};       ///< of the design; empty: the program's
+    std::string simulator = {};  ///< empty: the first one installed
+    int vectors = 1000;
+    int seed = 1;
     int unroll = 100000;
+    int mantissa = 32;
+    bool low_latency = false;
     bool c_constants = false;
     bool json = false;
     std::vector<std::string> include_folders = {};

@@ -4,7 +4,11 @@
 #include <cstdlib>
 
 #include "flow/frontend/frontend.h"
+#include "flow/graph/dump.h"
 #include "flow/graph/verifier.h"
+#include "flow/passes/expand.h"
+#include "flow/passes/options.h"
+#include "flow/passes/select_components.h"
 
 namespace xfc::flow {
 
@@ -21,16 +25,46 @@ bool follow_program(compilation_state& state) {
     return state.current.has_value();
 }
 
+bool expand(compilation_state& state) {
+    state.followed = state.current->values;
+    state.current->values = expand_operations(state.current->values);
+    return true;
+}
+
+bool choose_components(compilation_state& state) {
+    const library_options options = default_library_options(state.line.low_latency, state.line.mantissa);
+    state.made = select_components(state.current->values, options, state.messages);
+    return state.made.has_value();
+}
+
+bool balance(compilation_state& state) {
+    state.times = balanced_schedule(*state.made);
+    return true;
+}
+
 // A compilation from first to last.
 constexpr stage_row stages[] = {
     {"program", "parse C and follow it symbolically: known things are computed, the rest becomes values",
-     follow_program},
+     follow_program, false},
+    {"expand", "write operations without a component as ones that have one", expand, true},
+    {"components", "choose components, convert where two ends of an edge differ, normalise where bits would be lost",
+     choose_components, true},
+    {"schedule", "give everything its cycle, with the fewest registers in delays", balance, true},
 };
 
 /// A graph that breaks its promises is a fault of ours, never of the program.
 void verify([[maybe_unused]] const stage_row& stage, [[maybe_unused]] const compilation_state& state) {
 #ifdef XFC_VERIFY
-    const std::vector<std::string> faults = faults_of(state.current->values);
+    std::vector<std::string> faults = faults_of(state.current->values);
+    const auto add = [&](const std::vector<std::string>& more) {
+        faults.insert(faults.end(), more.begin(), more.end());
+    };
+    if (state.made) {
+        add(faults_of(*state.made, state.current->values));
+    }
+    if (state.times) {
+        add(faults_of(*state.times, *state.made));
+    }
     for (const std::string& fault : faults) {
         std::fprintf(stderr, "xfcflow: behind stage %s: %s\n", std::string(stage.name).c_str(), fault.c_str());
     }
@@ -44,9 +78,34 @@ void verify([[maybe_unused]] const stage_row& stage, [[maybe_unused]] const comp
 
 std::span<const stage_row> stage_rows() { return stages; }
 
-bool run_stages(compilation_state& state,
+const stage_row* stage_named(std::string_view name) {
+    for (const stage_row& stage : stages) {
+        if (stage.name == name) {
+            return &stage;
+        }
+    }
+    return nullptr;
+}
+
+std::string dump_behind(const stage_row& stage, const compilation_state& state) {
+    if (stage.run == balance) {
+        std::string text;
+        for (node_id id = 0; id < state.made->size(); ++id) {
+            text += "#" + std::to_string(id) + " cycles " + std::to_string(state.times->start[id]) + " to " +
+                    std::to_string(ready_time(*state.made, *state.times, id)) + "\n";
+        }
+        return text + "latency " + std::to_string(state.times->latency) + "\n";
+    }
+    return stage.run == choose_components ? dump(*state.made, state.current->values)
+                                          : dump(state.current->values, &state.places);
+}
+
+bool run_stages(compilation_state& state, bool to_hardware,
                 const std::function<void(const stage_row&, const compilation_state&)>& behind) {
     for (const stage_row& stage : stages) {
+        if (stage.makes_hardware && !to_hardware) {
+            continue;
+        }
         if (!stage.run(state)) {
             return false;
         }

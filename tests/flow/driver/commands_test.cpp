@@ -95,12 +95,16 @@ TEST(flow_commands, wrong_command_lines_are_refused_on_the_error_stream) {
 }
 
 TEST(flow_commands, help_man_page_and_completion_know_every_option_of_the_rows) {
-    const outcome help = run_with({"check", "--help"});
-    EXPECT_EQ(help.status, 0);
+    std::string help;
+    for (const command_row& row : command_rows()) {
+        const outcome one = run_with({std::string(row.name), "--help"});
+        EXPECT_EQ(one.status, 0);
+        help += one.out;
+    }
     const std::string man = man_page();
     const std::string completion = bash_completion();
     for (const option_row& row : option_rows()) {
-        EXPECT_NE(help.out.find(row.name), std::string::npos) << row.name;
+        EXPECT_NE(help.find(row.name), std::string::npos) << row.name;
         EXPECT_NE(completion.find(row.name), std::string::npos) << row.name;
         EXPECT_NE(man.find(row.text), std::string::npos) << row.name;
     }
@@ -110,6 +114,63 @@ TEST(flow_commands, help_man_page_and_completion_know_every_option_of_the_rows) 
     }
     EXPECT_EQ(run_with({"--man"}).out, man);
     EXPECT_TRUE(run_with({"--version"}).out.starts_with("xfcflow "));
+}
+
+/// A file below the folder that tests may write to, with this text.
+std::filesystem::path written(const std::string& name, const std::string& text) {
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / name;
+    std::ofstream(path) << text;
+    return path;
+}
+
+TEST(flow_commands, build_writes_both_languages_their_lists_and_what_they_name) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_build_test";
+    std::filesystem::remove_all(folder);
+    const auto source = written("xfcflow_sum.c", "float sum(float a, float b) { return a + b; }\n");
+    const outcome made = run_with({"build", source.string(), "-o", folder.string()});
+    EXPECT_EQ(made.status, 0) << made.error;
+    EXPECT_NE(made.out.find("sum: latency 14 cycles, 4 components"), std::string::npos) << made.out;
+    for (const char* name : {"sum.vhd", "sum.v", "sum.json", "sum.core"}) {
+        EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
+    }
+    for (const char* list : {"sum_vhdl.f", "sum_verilog.f"}) {
+        std::ifstream lines(folder / list);
+        int count = 0;
+        for (std::string line; std::getline(lines, line); ++count) {
+            EXPECT_TRUE(std::filesystem::exists(folder / line)) << line;
+        }
+        EXPECT_GT(count, 4);
+    }
+    const auto report = nlohmann::json::parse(std::ifstream(folder / "sum.json"));
+    EXPECT_EQ(report["latency"], 14);
+    EXPECT_EQ(report["values"].size(), 4U);
+
+    const auto one = folder / "vhdl_alone";
+    EXPECT_EQ(
+        run_with({"build", source.string(), "--lang", "vhdl", "--name", "adder", "--low-latency", "-o", one.string()})
+            .out.find("adder: latency 9 cycles"),
+        0U);
+    EXPECT_TRUE(std::filesystem::exists(one / "adder.vhd"));
+    EXPECT_FALSE(std::filesystem::exists(one / "adder.v"));
+    std::filesystem::remove_all(folder);
+}
+
+TEST(flow_commands, build_refuses_what_has_no_component_at_its_place_and_writes_nothing) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_refused";
+    const auto source = written("xfcflow_max.c", "float f(float a, float b) { return a < b ? b : a; }\n");
+    const outcome refused = run_with({"build", source.string(), "-o", folder.string()});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_NE(refused.error.find("xfcflow_max.c:1:"), std::string::npos) << refused.error;
+    EXPECT_NE(refused.error.find("[operation-missing]"), std::string::npos) << refused.error;
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST(flow_commands, a_simulator_of_the_other_language_is_refused) {
+    const auto source = written("xfcflow_wire.c", "float f(float a) { return a; }\n");
+    const outcome refused = run_with({"simulate", source.string(), "--lang", "vhdl", "--simulator", "iverilog"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.error.find("[simulator-language]"), std::string::npos) << refused.error;
 }
 
 }  // namespace

@@ -1,0 +1,103 @@
+#include "flow/driver/build.h"
+
+#include <ostream>
+
+#include "flow/driver/report.h"
+#include "flow/driver/version.h"
+#include "flow/graph/port_names.h"
+
+namespace xfc::flow {
+
+namespace {
+
+/// The design's name: legal in both languages and none of the library's.
+std::string design_name(const compilation_state& state) {
+    const std::string& wanted = state.line.name.empty() ? state.current->name : state.line.name;
+    const std::vector<std::string> names{wanted};
+    std::string name = legal_names(names, "").front();
+    for (const component_row& row : all_components()) {
+        if (row.name == name) {
+            name += "_top";
+        }
+    }
+    return name;
+}
+
+std::vector<std::string> header_of(const compilation_state& state, const design_names& names) {
+    const command_line& line = state.line;
+    std::string command = "xfcflow build " + line.source;
+    for (const auto& [option, value] :
+         {std::pair<const char*, const std::string&>{"--top", line.top}, {"--name", line.name}}) {
+        command += value.empty() ? "" : std::string(" ") + option + " " + value;
+    }
+    command += line.mantissa != 32 ? " --mantissa " + std::to_string(line.mantissa) : "";
+    command += line.low_latency ? " --low-latency" : "";
+    command += line.c_constants ? " --c-constants" : "";
+    return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
+            "Latency " + std::to_string(state.times->latency) +
+                " cycles in which enable is 1; a new vector may enter " + "in every one of them.",
+            "startout is 1 in the cycle in which the outputs belong to a vector that came with startin."};
+}
+
+std::string summary(const compilation_state& state, const built_design& result) {
+    std::size_t instances = 0;
+    for (const design_node& node : state.made->nodes) {
+        instances += node.kind == node_kind::instance ? 1 : 0;
+    }
+    const schedule& times = *state.times;
+    std::string text = result.names.design + ": latency " + std::to_string(times.latency) + " cycles, " +
+                       std::to_string(instances) + " components, " + std::to_string(times.register_bits) +
+                       " register bits in delays (" + std::to_string(times.register_bits_soonest) +
+                       " with every start as soon as possible)\n";
+    for (const output_file& file : result.files) {
+        text += "  " + (std::filesystem::path(state.line.folder) / file.path).string() + "\n";
+    }
+    return text;
+}
+
+}  // namespace
+
+std::vector<language> languages_of(const command_line& line) {
+    if (line.languages == "both") {
+        return {language::vhdl, language::verilog};
+    }
+    return {line.languages == "vhdl" ? language::vhdl : language::verilog};
+}
+
+std::optional<built_design> built(const compilation_state& state) {
+    const graph& values = state.current->values;
+    built_design result;
+    result.names = names_of(values, design_name(state), *state.made, state.places);
+    result.text =
+        make_datapath(values, *state.made, *state.times, result.names, state.places, header_of(state, result.names));
+    const std::string json = design_json(values, *state.made, *state.times, result.names, state.places);
+    auto files = files_of(result.text, languages_of(state.line), json);
+    if (!files) {
+        state.messages.report(message_id::library_missing, {}, {library_folder().string()});
+        return std::nullopt;
+    }
+    result.files = std::move(*files);
+    return result;
+}
+
+int build(const command_line& line, std::ostream& out, std::ostream& error, bool colour) {
+    diagnostics messages;
+    source_map places;
+    compilation_state state{line, messages, places};
+    std::optional<built_design> result;
+    if (run_stages(state, true)) {
+        result = built(state);
+    }
+    const bool done = result && write_files(line.folder, result->files, messages);
+    if (line.json) {
+        out << report_json(done ? &*state.current : nullptr, messages, places, line.source);
+    } else {
+        error << rendered(messages, places, colour);
+        if (done) {
+            out << summary(state, *result);
+        }
+    }
+    return done ? 0 : 1;
+}
+
+}  // namespace xfc::flow

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+
+#include "flow/driver/stages.h"
+#include "flow/emit/files.h"
+
+namespace xfc::flow {
+
+/// A compilation with everything that is written about it.
+struct built_design {
+    design_names names = {};
+    datapath text = {};
+    std::vector<output_file> files = {};
+};
+
+/// The files of a compilation that has come to its schedule; without a result the messages say why.
+[[nodiscard]] std::optional<built_design> built(const compilation_state& state);
+
+/// The languages that the command line asks for.
+[[nodiscard]] std::vector<language> languages_of(const command_line& line);
+
+/// Makes hardware of a program and says what was written.
+int build(const command_line& line, std::ostream& out, std::ostream& error, bool colour);
+
+}  // namespace xfc::flow

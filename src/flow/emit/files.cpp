@@ -1,0 +1,149 @@
+#include "flow/emit/files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace xfc::flow {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using json = nlohmann::ordered_json;
+
+json ports_json(std::span<const port> ports, const std::vector<std::string>& names) {
+    json list = json::array();
+    for (std::size_t place = 0; place < ports.size(); ++place) {
+        list.push_back({{"name", names[place]},
+                        {"format", format_name(ports[place].format)},
+                        {"bits", format_bits(ports[place].format)},
+                        {"c_type", ports[place].c_type},
+                        {"c_access", ports[place].c_access}});
+    }
+    return list;
+}
+
+std::string read_file(const fs::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+std::set<std::string_view> components_of(const datapath& what) {
+    std::set<std::string_view> components;
+    for (const instance_text& one : what.instances) {
+        components.insert(one.component);
+    }
+    return components;
+}
+
+/// A fileset of the core file.
+std::string fileset(std::string_view name, std::string_view type, const std::vector<std::string>& files) {
+    std::string text = "  " + std::string(name) + ":\n    files:\n";
+    for (const std::string& file : files) {
+        text += "      - " + file + "\n";
+    }
+    return text + "    file_type: " + std::string(type) + "\n";
+}
+
+}  // namespace
+
+std::string design_json(const graph& values, const design& made, const schedule& times, const design_names& names,
+                        const source_map& places) {
+    json all = {{"name", names.design},
+                {"latency", times.latency},
+                {"register_bits", times.register_bits},
+                {"register_bits_as_soon_as_possible", times.register_bits_soonest},
+                {"inputs", ports_json(values.inputs(), names.inputs)},
+                {"outputs", ports_json(values.outputs(), names.outputs)},
+                {"values", json::array()}};
+    for (node_id id = 0; id < made.size(); ++id) {
+        const design_node& node = made[id];
+        if (node.kind != node_kind::instance) {
+            continue;
+        }
+        const value& one = values[node.value];
+        const component_operation works = row_of(node.component).operation;
+        const bool converts = works == component_operation::convert || works == component_operation::normalize;
+        const source_position place = places.position_of(one.where);
+        json entry = {{"name", names.nodes[id]},           {"operation", converts ? "convert" : row_of(one.op).name},
+                      {"component", component_name(node)}, {"format", row_of(node.code).text},
+                      {"start", times.start[id]},          {"end", ready_time(made, times, id)}};
+        if (place.line != 0) {
+            entry["file"] = place.file;
+            entry["line"] = place.line;
+        }
+        all["values"].push_back(std::move(entry));
+    }
+    return all.dump(2, ' ', false, json::error_handler_t::replace) + '\n';
+}
+
+std::optional<std::vector<output_file>> files_of(const datapath& what, const std::vector<language>& languages,
+                                                 const std::string& json_text) {
+    std::vector<output_file> files;
+    std::string filesets;
+    std::string names_of_sets;
+    const fs::path library = library_folder();
+    for (const language lang : languages) {
+        const auto needed = files_for(components_of(what), library, lang);
+        if (!needed) {
+            return std::nullopt;
+        }
+        std::vector<std::string> order;
+        for (const fs::path& file : *needed) {
+            files.push_back({fs::path("library") / file.filename(), read_file(file)});
+            order.push_back(files.back().path.string());
+        }
+        const bool is_vhdl = lang == language::vhdl;
+        files.push_back({what.name + std::string(extension_of(lang)), is_vhdl ? vhdl_text(what) : verilog_text(what)});
+        order.push_back(files.back().path.string());
+        std::string list;
+        for (const std::string& file : order) {
+            list += file + "\n";
+        }
+        const std::string_view name = is_vhdl ? "vhdl" : "verilog";
+        files.push_back({what.name + "_" + std::string(name) + ".f", list});
+        filesets += fileset(name, is_vhdl ? "vhdlSource-93" : "verilogSource-2005", order);
+        names_of_sets += (names_of_sets.empty() ? "" : ", ") + std::string(name);
+    }
+    files.push_back({what.name + ".json", json_text});
+    // One language is enough for a tool; the first one is the default.
+    const std::string first = names_of_sets.substr(0, names_of_sets.find(','));
+    std::string core = "CAPI=2:\nname: ::" + what.name + ":0\ndescription: pipelined datapath of " +
+                       std::to_string(what.latency) + " cycles\nfilesets:\n" + filesets + "targets:\n";
+    core += "  default:\n    filesets: [" + first + "]\n    toplevel: " + what.name + "\n";
+    for (const language lang : languages) {
+        const std::string name = lang == language::vhdl ? "vhdl" : "verilog";
+        core += "  " + name + ":\n    filesets: [" + name + "]\n    toplevel: " + what.name + "\n";
+    }
+    files.push_back({what.name + ".core", core});
+    return files;
+}
+
+bool write_files(const fs::path& folder, const std::vector<output_file>& files, diagnostics& messages) {
+    for (const output_file& file : files) {
+        const fs::path path = folder / file.path;
+        std::error_code failed;
+        fs::create_directories(path.parent_path().empty() ? fs::path(".") : path.parent_path(), failed);
+        if (failed) {
+            messages.report(message_id::cannot_write, {}, {path.parent_path().string(), failed.message()});
+            return false;
+        }
+        errno = 0;
+        std::ofstream stream(path, std::ios::binary);
+        stream << file.text;
+        stream.close();
+        if (!stream) {
+            messages.report(message_id::cannot_write, {},
+                            {path.string(), errno != 0 ? std::strerror(errno) : "the write failed"});
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace xfc::flow

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "flow/diagnostics/diagnostics.h"
+#include "flow/emit/datapath.h"
+#include "flow/emit/library_files.h"
+
+namespace xfc::flow {
+
+/// A file to be written: its path relative to the output's folder, and its bytes.
+struct output_file {
+    std::filesystem::path path = {};
+    std::string text = {};
+};
+
+/// What a design is, for programs: name, ports, latency, every value with its component, cycles and source line.
+[[nodiscard]] std::string design_json(const graph& values, const design& made, const schedule& times,
+                                      const design_names& names, const source_map& places);
+
+/// The design in these languages: its texts, the library's files that it needs (library/...), a file list a language
+/// in compile order (NAME_vhdl.f, NAME_verilog.f), NAME.json and a FuseSoC core file. Without a result the library
+/// lacks a file.
+[[nodiscard]] std::optional<std::vector<output_file>> files_of(const datapath& what,
+                                                               const std::vector<language>& languages,
+                                                               const std::string& json);
+
+/// Writes the files below `folder`, which is made when there is none. On a failure says which and gives false.
+[[nodiscard]] bool write_files(const std::filesystem::path& folder, const std::vector<output_file>& files,
+                               diagnostics& messages);
+
+}  // namespace xfc::flow

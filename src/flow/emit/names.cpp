@@ -1,0 +1,133 @@
+#include "flow/emit/names.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "flow/graph/dump.h"
+#include "flow/graph/port_names.h"
+
+namespace xfc::flow {
+
+namespace {
+
+constexpr std::size_t longest_comment = 100;  // characters
+constexpr std::size_t longest_name = 40;      // characters of a C variable's name
+
+bool is_name_letter(char letter) { return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_'; }
+
+/// The variable that the text in front of an expression assigns to: "  y[i] += " gives y. Empty when it is none.
+std::string assigned_variable(std::string_view front) {
+    const auto drop_blanks = [&] {
+        while (!front.empty() && (front.back() == ' ' || front.back() == '\t' || front.back() == '(')) {
+            front.remove_suffix(1);
+        }
+    };
+    drop_blanks();
+    if (front.empty() || front.back() != '=') {
+        return {};
+    }
+    front.remove_suffix(1);
+    if (!front.empty() && std::string_view("+-*/").find(front.back()) != std::string_view::npos) {
+        front.remove_suffix(1);
+    } else if (!front.empty() && std::string_view("=!<>&|^%").find(front.back()) != std::string_view::npos) {
+        return {};
+    }
+    drop_blanks();
+    while (!front.empty() && front.back() == ']') {
+        const std::size_t open = front.rfind('[');
+        if (open == std::string_view::npos) {
+            return {};
+        }
+        front = front.substr(0, open);
+        drop_blanks();
+    }
+    std::size_t begin = front.size();
+    while (begin > 0 && is_name_letter(front[begin - 1])) {
+        --begin;
+    }
+    const std::string_view name = front.substr(begin, longest_name);
+    return name.empty() || std::isdigit(static_cast<unsigned char>(name[0])) != 0 ? std::string{} : std::string(name);
+}
+
+/// What a value is called before names are made legal and unlike each other.
+std::string value_name(const graph& values, value_id id, const source_map& places) {
+    const value& one = values[id];
+    if (one.op == operation::input) {
+        return values.inputs()[one.port()].name;
+    }
+    const source_position place = places.position_of(one.where);
+    if (one.op == operation::constant) {
+        return "constant";
+    }
+    if (place.line == 0) {
+        return std::string(row_of(one.op).name);
+    }
+    const std::string variable = assigned_variable(
+        place.text.substr(0, std::min(place.text.size(), static_cast<std::size_t>(place.column - 1))));
+    return !variable.empty() ? variable : std::string(row_of(one.op).name) + "_line" + std::to_string(place.line);
+}
+
+}  // namespace
+
+design_names names_of(const graph& values, std::string_view design_name, const design& made, const source_map& places) {
+    std::vector<std::string> wanted;
+    for (const auto ports : {values.inputs(), values.outputs()}) {
+        for (const port& one : ports) {
+            wanted.push_back(one.name);
+        }
+    }
+    wanted.emplace_back("start_chain");
+    std::vector<node_id> with_bus;
+    for (node_id id = 0; id < made.size(); ++id) {
+        if (made[id].kind != node_kind::input) {
+            with_bus.push_back(id);
+            wanted.push_back(
+                legal_letters(value_name(values, made[id].value, places) + std::string(row_of(made[id].code).suffix)));
+        }
+    }
+    const std::vector<std::string> legal = legal_names(wanted, design_name);
+
+    design_names names{.design = std::string(design_name)};
+    auto next = legal.begin();
+    const auto take = [&](std::size_t count) {
+        std::vector<std::string> taken(next, next + static_cast<std::ptrdiff_t>(count));
+        next += static_cast<std::ptrdiff_t>(count);
+        return taken;
+    };
+    names.inputs = take(values.inputs().size());
+    names.outputs = take(values.outputs().size());
+    names.others = take(1);
+    names.nodes.resize(made.size());
+    for (const node_id id : with_bus) {
+        names.nodes[id] = *next++;
+    }
+    for (node_id id = 0; id < made.size(); ++id) {
+        if (made[id].kind == node_kind::input) {
+            names.nodes[id] = names.inputs[made[id].port];
+        }
+    }
+    return names;
+}
+
+std::string source_comment(const graph& values, value_id id, const source_map& places) {
+    const value& one = values[id];
+    std::string text = places.place_text(one.where);
+    if (one.op == operation::constant) {
+        text += (text.empty() ? "" : ": ") + constant_text(values, id);
+    } else if (one.op == operation::input) {
+        text = "input " + values.inputs()[one.port()].name;
+    } else if (!text.empty()) {
+        text += ": " + places.expression_text(one.where);
+    } else {
+        text = row_of(one.op).name;
+    }
+    if (text.size() > longest_comment) {
+        text = text.substr(0, longest_comment - 3) + "...";
+    }
+    // A backslash at the end of a line would continue it in some tools.
+    std::replace_if(
+        text.begin(), text.end(), [](char letter) { return letter < ' ' || letter > '~' || letter == '\\'; }, '?');
+    return text;
+}
+
+}  // namespace xfc::flow

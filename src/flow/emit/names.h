@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "flow/graph/source_map.h"
+#include "flow/passes/design.h"
+
+namespace xfc::flow {
+
+/// Signals that every design has besides those of its values, before their names are made unlike all others.
+enum class common_name : std::uint8_t { start_chain };
+
+/// What everything in a design is called in both languages.
+struct design_names {
+    std::string design = {};
+    std::vector<std::string> inputs = {};   ///< by port of the graph
+    std::vector<std::string> outputs = {};  ///< by port of the graph
+    std::vector<std::string> nodes = {};    ///< of every node's bus; an input's is its port
+    std::vector<std::string> others = {};   ///< by common_name
+};
+
+/// Legal names in the order ports, then buses: a bus is called after the C variable that its expression is assigned to,
+/// else after its operation and source line; a suffix tells the coding where it is not C's own. `places` are those of
+/// the graph.
+[[nodiscard]] design_names names_of(const graph& values, std::string_view design_name, const design& made,
+                                    const source_map& places);
+
+/// "fir.c:12: a * b", fit for a comment: one line of printable characters, not longer than 100.
+[[nodiscard]] std::string source_comment(const graph& values, value_id id, const source_map& places);
+
+}  // namespace xfc::flow

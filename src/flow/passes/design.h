@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "flow/graph/graph.h"
+#include "flow/passes/coding.h"
+#include "model/component_model.h"
+
+namespace xfc::flow {
+
+/// A node's number in its design; operands have lower numbers than what is made of them.
+using node_id = std::uint32_t;
+
+inline constexpr node_id no_node = 0xFFFFFFFF;
+
+/// The most operands that may meet in one sum without a normalisation: as many as the guard bits hold.
+inline constexpr std::int32_t most_summands = 16;
+
+enum class node_kind : std::uint8_t {
+    input,     ///< a port of the design
+    constant,  ///< known bits, in the coding of whoever reads them
+    instance,  ///< a component of the library
+};
+
+/// One bus of the hardware and what drives it. Never changed once made.
+struct design_node {
+    node_kind kind = node_kind::instance;
+    coding code = coding::single_ieee;
+    bool subtract = false;                        ///< an adder's: aa - bb
+    component_id component = component_id::wire;  ///< of an instance
+    component_generics generics = {};             ///< of an instance
+    std::array<node_id, 2> operands = {no_node, no_node};
+    std::int32_t summands = 1;  ///< operands summed since the last normalisation; 1 where there are no guard bits
+    bus_bits bits = 0;          ///< of a constant
+    std::uint32_t port = 0;     ///< of an input
+    value_id value = no_value;  ///< the graph's value that the bus carries
+
+    [[nodiscard]] std::span<const node_id> operand_span() const {
+        return {operands.data(), static_cast<std::size_t>(operands[0] == no_node ? 0 : operands[1] == no_node ? 1 : 2)};
+    }
+    /// Cycles from the operands to the bus.
+    [[nodiscard]] std::int32_t latency() const {
+        return kind == node_kind::instance ? latency_of(component, generics) : 0;
+    }
+};
+
+/// Hardware without its timing: components and who reads whom.
+struct design {
+    library_options options = {};
+    std::vector<design_node> nodes = {};
+    std::vector<node_id> outputs = {};  ///< in the order of the graph's output ports
+
+    [[nodiscard]] const design_node& operator[](node_id id) const { return nodes[id]; }
+    [[nodiscard]] node_id size() const { return static_cast<node_id>(nodes.size()); }
+    /// Bits of a node's bus.
+    [[nodiscard]] std::int32_t width_of(node_id id) const { return layout_of(nodes[id].code, options.mantissa).width; }
+};
+
+/// The component's name, without the generics' values.
+[[nodiscard]] inline std::string_view component_name(const design_node& node) { return row_of(node.component).name; }
+
+/// What is wrong with a design, a sentence each; empty when all is well. Operands are earlier and coded as their
+/// component reads them, results as it delivers them; sums stay within the guard bits; constants fit their bus; every
+/// output is IEEE or an integer of its port's format.
+[[nodiscard]] std::vector<std::string> faults_of(const design& made, const graph& source);
+
+/// The design as text that people and tests compare, one line a node:
+///
+///     #3 = xfc_alufp1x XFloat #1 - #2 [2 summands] {mantissa=32 shiftspeed=1 outputpipe=1} 5 cycles ; %4
+[[nodiscard]] std::string dump(const design& made, const graph& source);
+
+}  // namespace xfc::flow

@@ -1,0 +1,175 @@
+#include "flow/passes/schedule.h"
+
+#include <lemon/network_simplex.h>
+#include <lemon/smart_graph.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace xfc::flow {
+
+namespace {
+
+bool is_constant(const design& made, node_id id) { return made[id].kind == node_kind::constant; }
+
+std::vector<std::int32_t> soonest_starts(const design& made) {
+    std::vector<std::int32_t> start(made.size(), 0);
+    for (node_id id = 0; id < made.size(); ++id) {
+        for (const node_id operand : made[id].operand_span()) {
+            start[id] = std::max(start[id], start[operand] + made[operand].latency());
+        }
+    }
+    return start;
+}
+
+std::int64_t bits_of_delays(const design& made, const schedule& times) {
+    const auto delays = delays_of(made, times);
+    std::int64_t bits = 0;
+    for (node_id id = 0; id < made.size(); ++id) {
+        bits += delays[id].empty() ? 0 : static_cast<std::int64_t>(made.width_of(id)) * delays[id].back();
+    }
+    return bits;
+}
+
+/// The linear program as the flow that is dual to it. Its variables are cycles: one for the inputs (cycle 0), one for
+/// the outputs, one for each instance's start, and one for the last reader of each bus.
+class balancing_flow {
+public:
+    balancing_flow(const design& made, std::int32_t latency) : made_(made), supply_(net_, 0), cost_(net_) {
+        const net::Node first = net_.addNode();
+        const net::Node last = net_.addNode();
+        for (node_id id = 0; id < made.size(); ++id) {
+            start_.push_back(made[id].kind == node_kind::instance ? net_.addNode() : first);
+        }
+        not_before(first, last, latency);
+        not_before(last, first, -latency);
+        add_buses(first, last);
+    }
+
+    /// The cycle of every node's start.
+    std::vector<std::int32_t> solve() {
+        using simplex = lemon::NetworkSimplex<net, std::int64_t, std::int64_t>;
+        simplex solver(net_);
+        solver.costMap(cost_).supplyMap(supply_);
+        if (solver.run() != simplex::OPTIMAL) {
+            throw std::logic_error("a design has no schedule");
+        }
+        const std::int64_t zero = solver.potential(net_.nodeFromId(0));
+        std::vector<std::int32_t> cycles;
+        for (const net::Node node : start_) {
+            cycles.push_back(static_cast<std::int32_t>(zero - solver.potential(node)));
+        }
+        return cycles;
+    }
+
+private:
+    using net = lemon::SmartDigraph;
+
+    /// `later` >= `earlier` + cycles.
+    void not_before(net::Node earlier, net::Node later, std::int32_t cycles) {
+        cost_[net_.addArc(earlier, later)] = -cycles;
+    }
+
+    void add_buses(net::Node first, net::Node last) {
+        std::vector<net::Node> last_reader(made_.size(), lemon::INVALID);
+        const auto read = [&](node_id bus, net::Node reader) {
+            if (is_constant(made_, bus)) {
+                return;
+            }
+            if (last_reader[bus] == lemon::INVALID) {
+                const net::Node end = last_reader[bus] = net_.addNode();
+                // The line costs its width in every cycle from ready to end.
+                supply_[end] -= made_.width_of(bus);
+                supply_[start_[bus]] += made_.width_of(bus);
+                not_before(start_[bus], end, made_[bus].latency());
+            }
+            not_before(start_[bus], reader, made_[bus].latency());
+            not_before(reader, last_reader[bus], 0);
+        };
+        for (node_id id = 0; id < made_.size(); ++id) {
+            for (const node_id operand : made_[id].operand_span()) {
+                read(operand, start_[id]);
+            }
+            if (made_[id].kind == node_kind::instance) {
+                not_before(first, start_[id], 0);
+            }
+        }
+        for (const node_id output : made_.outputs) {
+            read(output, last);
+        }
+    }
+
+    const design& made_;
+    net net_;
+    net::NodeMap<std::int64_t> supply_;
+    net::ArcMap<std::int64_t> cost_;
+    std::vector<net::Node> start_;  ///< by node of the design
+};
+
+}  // namespace
+
+schedule balanced_schedule(const design& made) {
+    schedule times;
+    times.start = soonest_starts(made);
+    times.latency = 1;
+    for (const node_id output : made.outputs) {
+        times.latency = std::max(times.latency, is_constant(made, output) ? 0 : ready_time(made, times, output));
+    }
+    times.register_bits_soonest = bits_of_delays(made, times);
+    times.start = balancing_flow(made, times.latency).solve();
+    times.register_bits = bits_of_delays(made, times);
+    return times;
+}
+
+std::vector<std::vector<std::int32_t>> delays_of(const design& made, const schedule& times) {
+    std::vector<std::vector<std::int32_t>> delays(made.size());
+    const auto read = [&](node_id bus, std::int32_t when) {
+        const std::int32_t delay = when - ready_time(made, times, bus);
+        if (delay > 0 && !is_constant(made, bus)) {
+            delays[bus].push_back(delay);
+        }
+    };
+    for (node_id id = 0; id < made.size(); ++id) {
+        for (const node_id operand : made[id].operand_span()) {
+            read(operand, times.start[id]);
+        }
+    }
+    for (const node_id output : made.outputs) {
+        read(output, times.latency);
+    }
+    for (std::vector<std::int32_t>& line : delays) {
+        std::sort(line.begin(), line.end());
+        line.erase(std::unique(line.begin(), line.end()), line.end());
+    }
+    return delays;
+}
+
+std::vector<std::string> faults_of(const schedule& times, const design& made) {
+    std::vector<std::string> faults;
+    const auto expect = [&](bool holds, node_id id, const char* otherwise) {
+        if (!holds) {
+            faults.push_back("node " + std::to_string(id) + " " + otherwise);
+        }
+    };
+    if (times.start.size() != made.size()) {
+        return {"the schedule is not of this design"};
+    }
+    for (node_id id = 0; id < made.size(); ++id) {
+        expect(made[id].kind != node_kind::input || times.start[id] == 0, id, "is an input of another cycle than 0");
+        expect(times.start[id] >= 0, id, "starts before the inputs are there");
+        for (const node_id operand : made[id].operand_span()) {
+            expect(is_constant(made, operand) || ready_time(made, times, operand) <= times.start[id], id,
+                   "starts before its operand is ready");
+        }
+    }
+    for (const node_id output : made.outputs) {
+        expect(is_constant(made, output) || ready_time(made, times, output) <= times.latency, output,
+               "is an output and late");
+    }
+    if (times.register_bits != bits_of_delays(made, times) || times.register_bits > times.register_bits_soonest) {
+        faults.emplace_back("the register bits are not the least");
+    }
+    return faults;
+}
+
+}  // namespace xfc::flow

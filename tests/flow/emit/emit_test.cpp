@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "flow/emit/datapath.h"
+#include "flow/emit/files.h"
+#include "flow/passes/options.h"
+#include "flow/passes/select_components.h"
+#include "flow/support/graphs.h"
+
+namespace xfc::flow {
+namespace {
+
+using test::graph_writer;
+
+/// A graph as hardware, its values at places of a source text.
+struct hardware {
+    graph source;
+    source_map places;
+    design made;
+    schedule times;
+    design_names names;
+    datapath text;
+
+    hardware(graph values, std::string_view name, const std::string& program = "") : source(std::move(values)) {
+        places.add_file(1, "test.c", program);
+        diagnostics messages;
+        made = select_components(source, default_library_options(false), messages).value();
+        times = balanced_schedule(made);
+        names = names_of(source, name, made, places);
+        text = make_datapath(source, made, times, names, places, {"test"});
+    }
+};
+
+/// A range of the program's text as the graph counts it.
+source_range range_of(const std::string& program, const std::string& part) {
+    const auto begin = static_cast<std::uint32_t>(program.find(part) + 1);
+    return {begin, begin + static_cast<std::uint32_t>(part.size())};
+}
+
+TEST(names, of_buses_are_those_of_the_variables_that_they_are_assigned_to) {
+    const std::string program = "float outer = a + b;\ny[2] += outer - b;\nreturn a - b;\n";
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    const auto make = [&](operation op, value_id left, value_id right, const std::string& part) {
+        const std::array operands{left, right};
+        return w.made.make(op, number_format::single_float, operands, range_of(program, part));
+    };
+    const value_id outer = make(operation::add, a, b, "a + b");
+    w.output("y_2", make(operation::subtract, outer, b, "outer - b"));
+    w.output("result", make(operation::subtract, a, b, "a - b"));
+    const hardware h(std::move(w.made), "test", program);
+    const std::set<std::string> names(h.names.nodes.begin(), h.names.nodes.end());
+    for (const char* wanted : {"a", "b", "outer_x", "y_x", "subtract_line3_x"}) {
+        EXPECT_TRUE(names.contains(wanted)) << wanted;
+    }
+}
+
+TEST(names, are_legal_and_unlike_each_other_whatever_the_case) {
+    graph_writer w;
+    value_id sum = w.input("Signal");
+    for (const char* name : {"signal_x", "SIGNAL", "start_chain", "add_x", "add_x_i", "add_x_d5"}) {
+        sum = w.add(sum, w.input(name));
+    }
+    w.output("out", sum);
+    const hardware h(std::move(w.made), "add");
+    std::vector<std::string> all{"add", h.text.start_chain};
+    for (const bus_text& bus : h.text.inputs) {
+        all.push_back(bus.name);
+    }
+    for (const output_text& output : h.text.outputs) {
+        all.push_back(output.bus.name);
+    }
+    for (const bus_text& bus : h.text.signals) {
+        all.push_back(bus.name);
+    }
+    for (const instance_text& instance : h.text.instances) {
+        all.push_back(instance.label);
+    }
+    std::set<std::string> lower;
+    for (std::string name : all) {
+        std::transform(name.begin(), name.end(), name.begin(),
+                       [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+        EXPECT_TRUE(lower.insert(name).second) << name;
+    }
+}
+
+TEST(library_files, stand_behind_those_that_they_need) {
+    for (const language lang : {language::vhdl, language::verilog}) {
+        const auto files = files_for({"xfc_alufp1x", "xfc_delay"}, library_folder(), lang);
+        ASSERT_TRUE(files.has_value());
+        std::vector<std::string> names;
+        for (const auto& file : *files) {
+            names.push_back(file.stem().string());
+        }
+        const auto place = [&](const char* name) {
+            return std::find(names.begin(), names.end(), name) - names.begin();
+        };
+        EXPECT_EQ(names.size(), 4U);
+        EXPECT_LT(place("xfc_register"), place("xfc_delay"));
+        EXPECT_LT(place("xfc_shift_right"), place("xfc_alufp1x"));
+    }
+    EXPECT_FALSE(files_for({"no_such_component"}, library_folder(), language::vhdl).has_value());
+}
+
+TEST(texts, are_the_same_to_the_byte_for_equal_designs) {
+    const auto text = [] {
+        graph_writer w;
+        const value_id a = w.input("a");
+        w.output("y", w.add(w.add(a, w.input("b")), w.made.make_single(-0.1F)));
+        const hardware h(std::move(w.made), "test");
+        return vhdl_text(h.text) + verilog_text(h.text) + design_json(h.source, h.made, h.times, h.names, h.places);
+    };
+    EXPECT_EQ(text(), text());
+}
+
+TEST(write_files, says_what_it_cannot_write) {
+    diagnostics messages;
+    EXPECT_FALSE(write_files("/dev/null/no_folder", {{"a.v", "text"}}, messages));
+    ASSERT_EQ(messages.messages().size(), 1U);
+    EXPECT_EQ(messages.messages()[0].name, "cannot-write");
+}
+
+}  // namespace
+}  // namespace xfc::flow
