@@ -1,0 +1,71 @@
+-- Adds up to four rows of a product: row j is one of -a, 0, a and 2a, or -2a for the last one, times 4 ** j. A digit
+-- is coded as its value plus 1. A negative row is a ones' complement, and what it misses comes in as the carry of the
+-- adder that takes the row in; for the lowest row that is the adder behind this part, told by `one_short`. One look-up
+-- table a bit of a row, one carry chain for two rows.
+library ieee;
+use ieee.std_logic_1164.all;
+
+entity xfc_product_rows is
+  generic (width  : positive;    -- bits of a, two's complement
+           digits : positive);   -- rows, 1 to 4
+  port (a         : in std_logic_vector(width - 1 downto 0);
+        first     : in std_logic_vector(width downto 0);   -- what row 0 is when has_first is 1; it misses nothing
+        has_first : in std_logic;
+        codes     : in std_logic_vector(2 * digits - 1 downto 0);   -- lowest digit in the lowest bits
+        minus_two : in std_logic;                          -- the last digit, of code 3, is -2
+        sum       : out std_logic_vector(width + 7 downto 0);
+        one_short      : out std_logic);                        -- 1: the sum is 1 too small
+end xfc_product_rows;
+
+architecture rtl of xfc_product_rows is
+  subtype row_bits is std_logic_vector(width downto 0);
+  type row_list is array (0 to 3) of row_bits;
+  signal rows : row_list;
+  signal short : std_logic_vector(3 downto 0);             -- rows that miss their unit
+  signal lower, upper : std_logic_vector(width + 3 downto 0);
+begin
+  assert digits <= 4 report "xfc_product_rows: digits is 1 to 4" severity failure;
+
+  choose : process (a, first, has_first, codes, minus_two)
+    variable inverts : std_logic;
+    variable code : std_logic_vector(1 downto 0);
+    variable value : row_bits;
+  begin
+    rows <= (others => (others => '0'));
+    short <= (others => '0');
+    for j in 0 to digits - 1 loop
+      code := codes(2 * j + 1 downto 2 * j);
+      inverts := '0';
+      if j = digits - 1 then
+        inverts := minus_two;
+      end if;
+      if code = "00" then
+        value := not (a(width - 1) & a);
+      elsif code = "01" then
+        value := (others => '0');
+      elsif code = "10" then
+        value := a(width - 1) & a;
+      elsif inverts = '1' then
+        value := not (a & '0');
+      else
+        value := a & '0';
+      end if;
+      if code = "00" or inverts = '1' then
+        short(j) <= '1';
+      end if;
+      if j = 0 and has_first = '1' then
+        value := first;
+        short(j) <= '0';
+      end if;
+      rows(j) <= value;
+    end loop;
+  end process;
+
+  add_lower : entity work.xfc_add_shifted generic map (width + 1, 2, width + 4)
+    port map (rows(0), rows(1), short(1), lower);
+  add_upper : entity work.xfc_add_shifted generic map (width + 1, 2, width + 4)
+    port map (rows(2), rows(3), short(3), upper);
+  add_both : entity work.xfc_add_shifted generic map (width + 4, 4, width + 8)
+    port map (lower, upper, short(2), sum);
+  one_short <= short(0);
+end rtl;

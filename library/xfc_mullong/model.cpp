@@ -1,0 +1,10 @@
+#include "model/component_model.h"
+
+namespace xfc::model {
+
+bus_bits xfc_mullong(const component_generics&, const component_operands& operands) {
+    // recode, rows, sum
+    return (operands.aa * operands.bb) & low_ones(32);
+}
+
+}  // namespace xfc::model
