@@ -21,7 +21,7 @@ check_manual() {
     done
 
     # A message's placeholders stand for anything; its line ends and surrounding blanks do not count.
-    sed -n 's/^ *{"\(.*\)", *\(out\|err\),.*/\1/p' "$source_folder/src/exact/run/messages.h" |
+    sed -n 's/^ *\({[a-z_]*, \)\{0,1\}"\(.*\)", *\(out\|err\),.*/\2/p' "$source_folder/src/exact/run/messages.h" |
         sed -e 's/\\n//g' -e 's/^ *//' -e 's/ *$//' -e 's/[]^$*.\\[]/\\&/g' -e 's/ *%[a-z]*\(%s\)*/.*/g' \
             >"$temporary/messages"
     [ "$(wc -l <"$temporary/messages")" -ge 35 ] || fail 'the message catalogue is not where it was'
