@@ -118,7 +118,8 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
     core += "  default:\n    filesets: [" + first + "]\n    toplevel: " + what.name + "\n";
     for (const language lang : languages) {
         const std::string name = lang == language::vhdl ? "vhdl" : "verilog";
-        core += "  " + name + ":\n    filesets: [" + name + "]\n    toplevel: " + what.name + "\n";
+        core.append("  ").append(name).append(":\n    filesets: [").append(name);
+        core.append("]\n    toplevel: ").append(what.name).append("\n");
     }
     files.push_back({what.name + ".core", core});
     return files;
