@@ -106,7 +106,7 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
             list += file + "\n";
         }
         const std::string_view name = is_vhdl ? "vhdl" : "verilog";
-        files.push_back({what.name + "_" + std::string(name) + ".f", list});
+        files.push_back({what.name + (is_vhdl ? "_vhdl.f" : "_verilog.f"), list});
         filesets += fileset(name, is_vhdl ? "vhdlSource-93" : "verilogSource-2005", order);
         names_of_sets += (names_of_sets.empty() ? "" : ", ") + std::string(name);
     }
@@ -118,7 +118,8 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
     core += "  default:\n    filesets: [" + first + "]\n    toplevel: " + what.name + "\n";
     for (const language lang : languages) {
         const std::string name = lang == language::vhdl ? "vhdl" : "verilog";
-        core += "  " + name + ":\n    filesets: [" + name + "]\n    toplevel: " + what.name + "\n";
+        core.append("  ").append(name).append(":\n    filesets: [").append(name);
+        core.append("]\n    toplevel: ").append(what.name).append("\n");
     }
     files.push_back({what.name + ".core", core});
     return files;

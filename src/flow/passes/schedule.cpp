@@ -54,7 +54,7 @@ public:
         if (solver.run() != simplex::OPTIMAL) {
             throw std::logic_error("a design has no schedule");
         }
-        const std::int64_t zero = solver.potential(net_.nodeFromId(0));
+        const std::int64_t zero = solver.potential(net::nodeFromId(0));
         std::vector<std::int32_t> cycles;
         for (const net::Node node : start_) {
             cycles.push_back(static_cast<std::int32_t>(zero - solver.potential(node)));

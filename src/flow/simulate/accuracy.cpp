@@ -12,14 +12,14 @@ std::string c_text(number_format format, std::uint64_t bits) {
     char text[64];
     switch (format) {
         case number_format::single_float:
-            std::snprintf(text, sizeof text, "%a",
-                          static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits))));
+            (void)std::snprintf(text, sizeof text, "%a",
+                                static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits))));
             break;
         case number_format::double_float:
-            std::snprintf(text, sizeof text, "%a", std::bit_cast<double>(bits));
+            (void)std::snprintf(text, sizeof text, "%a", std::bit_cast<double>(bits));
             break;
         default:
-            std::snprintf(text, sizeof text, "%d", static_cast<std::int32_t>(bits));
+            (void)std::snprintf(text, sizeof text, "%d", static_cast<std::int32_t>(bits));
             break;
     }
     return text;
@@ -80,7 +80,7 @@ std::string accuracy_table(const std::vector<output_accuracy>& rows) {
     };
     const auto number = [&](double what) {
         char text[32];
-        std::snprintf(text, sizeof text, what < 1e6 ? "%.3f" : "%.2e", what);
+        (void)std::snprintf(text, sizeof text, what < 1e6 ? "%.3f" : "%.2e", what);
         return padded(text, 12);
     };
     std::string text = "output" + std::string(width - 6, ' ') +
