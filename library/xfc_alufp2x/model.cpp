@@ -36,7 +36,7 @@ bus_bits xfc_alufp2x(const component_generics&, const component_operands& operan
     const bool mark_sign = a_flags.sat ? a_sign : b_flags.sat ? b_sign : a_sign && b_sign;
 
     // align
-    const shifted_right aligned = shift_right(smaller, width, distance);
+    const shifted_right aligned = smaller_is_zero ? shifted_right{0, false} : shift_right(smaller, width, distance);
     const bus_bits jammed = aligned.value | static_cast<bus_bits>(aligned.lost);
     const bus_bits addend = subtract && !b_leads ? ~jammed & low_ones(width) : jammed;
 
