@@ -8,6 +8,10 @@ module common_parts;
   wire lost, up, up_complemented;
   wire [3:0] zeros;
   reg [7:0] kept;
+  reg signed [7:0] factor;
+  reg [3:0] exponent, marks;
+  wire [15:0] product, blocks_product;
+  wire [5:0] packed_number;
   integer i, d, errors, magnitude, exact, nearest;
 
   xfc_shift_right #(8, 4, 1) shift_right (value, distance, before, right, lost);
@@ -17,6 +21,14 @@ module common_parts;
   xfc_round_even #(3) round_complemented (value[3], value[2:0], 1'b1, up_complemented);
   xfc_register #(8, 1) register_there (clock, enable, value, stored);
   xfc_register #(8, 0) register_left_out (clock, enable, value, passed);
+
+  xfc_product #(8, 0, 0, 0, 0) product_of_rows (clock, enable, value, factor, product);
+  xfc_product #(8, 1, 0, 0, 0) product_in_blocks (clock, enable, value, factor, blocks_product);
+  // Six digits: a block of four and one of two.
+  wire [23:0] long_product;
+  xfc_product #(12, 0, 0, 0, 0) product_of_blocks
+    (clock, enable, {value, 4'd0}, {{4{factor[7]}}, factor}, long_product);
+  xfc_pack_ieee #(3, 2, 5) pack ({exponent[3], exponent}, distance[1:0], marks, packed_number);
 
   task expect_equal(input integer found, input integer wanted, input integer part);
     if (found !== wanted) begin
@@ -66,6 +78,25 @@ module common_parts;
         #1 clock = 0;
         value = ~value;
         #1 expect_equal(stored, kept, 8);
+      end
+    enable = 1;
+    for (i = 0; i < 256; i = i + 1)
+      for (d = 0; d < 256; d = d + 1) begin
+        value = i;
+        factor = d;
+        #1;
+        expect_equal($signed(product), value * factor, 9);
+        expect_equal($signed(blocks_product), value * factor, 10);
+        expect_equal($signed(long_product), value * factor * 16, 11);
+        exponent = i;
+        marks = i >> 4;
+        distance = d;
+        #1;
+        if (marks[2]) expect_equal(packed_number, 6'b011110, 12);
+        else if (marks[0]) expect_equal(packed_number, {marks[3], 5'b11100}, 12);
+        else if (marks[1] || $signed(exponent) <= 0) expect_equal(packed_number, {marks[3], 5'd0}, 12);
+        else if (exponent >= 7) expect_equal(packed_number, {marks[3], 5'b11100}, 12);
+        else expect_equal(packed_number, {marks[3], exponent[2:0], distance[1:0]}, 12);
       end
     $display("%0d differences", errors);
     $finish;
