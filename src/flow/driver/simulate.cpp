@@ -92,7 +92,7 @@ std::string run_and_compare(const simulator_row& row, const built_design& what, 
         order.push_back(file);
     }
     order.push_back(bench);
-    const std::string failure = run_simulator(row, folder.path(), order);
+    std::string failure = run_simulator(row, folder.path(), order);
     if (!failure.empty()) {
         return failure;
     }

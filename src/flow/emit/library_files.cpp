@@ -64,7 +64,7 @@ fs::path library_folder() {
     std::error_code failed;
     const fs::path program = fs::read_symlink("/proc/self/exe", failed);
     if (!failed) {
-        const fs::path installed = program.parent_path().parent_path() / "share/xfc/library";
+        fs::path installed = program.parent_path().parent_path() / "share/xfc/library";
         if (fs::is_directory(installed, failed)) {
             return installed;
         }

@@ -40,7 +40,6 @@ namespace xfc::flow {
 namespace {
 
 constexpr const char* target_triple = "armv7-none-eabi";  // int, long and pointers of 32 bits
-constexpr const char* main_folder = ".";
 constexpr unsigned most_errors = 20;
 
 severity severity_of(clang::DiagnosticsEngine::Level level) {

@@ -256,7 +256,7 @@ void executor::list_ports(const clang::QualType& type, const place& where, const
         for (std::uint64_t index = 0; index < array->getSize().getZExtValue(); ++index) {
             const std::string number = std::to_string(index);
             std::string inner_access = access;
-            inner_access += '[' + number + ']';
+            inner_access.append("[").append(number).append("]");
             list_ports(element, {where.object, where.offset + static_cast<std::int64_t>(index) * size},
                        name + '_' + number, inner_access, ports);
         }
@@ -268,8 +268,13 @@ void executor::list_ports(const clang::QualType& type, const place& where, const
             const std::string inner = field->getName().str();
             const auto offset = static_cast<std::int64_t>(layout.getFieldOffset(field->getFieldIndex()) / 8);
             const bool unnamed = inner.empty();
-            list_ports(field->getType(), {where.object, where.offset + offset}, unnamed ? name : name + '_' + inner,
-                       unnamed ? access : access + '.' + inner, ports);
+            std::string inner_name = name;
+            std::string inner_access = access;
+            if (!unnamed) {
+                inner_name.append("_").append(inner);
+                inner_access.append(".").append(inner);
+            }
+            list_ports(field->getType(), {where.object, where.offset + offset}, inner_name, inner_access, ports);
             if (record->isUnion()) {
                 break;  // a union's ports are those of its first member
             }
