@@ -122,7 +122,7 @@ std::string source_comment(const graph& values, value_id id, const source_map& p
         text = row_of(one.op).name;
     }
     if (text.size() > longest_comment) {
-        text = text.substr(0, longest_comment - 3) + "...";
+        text.replace(longest_comment - 3, std::string::npos, "...");
     }
     // A backslash at the end of a line would continue it in some tools.
     std::replace_if(
