@@ -258,7 +258,7 @@ void executor::list_ports(const clang::QualType& type, const place& where, const
             std::string inner_access = access;
             inner_access.append("[").append(number).append("]");
             list_ports(element, {where.object, where.offset + static_cast<std::int64_t>(index) * size},
-                       name + '_' + number, inner_access, ports);
+                       std::string(name).append("_").append(number), inner_access, ports);
         }
         return;
     }
