@@ -81,7 +81,8 @@ TEST(library, a_contract_refuses_a_result_that_is_one_unit_off) {
                                 component_id::castftoy, component_id::castxtoy, component_id::castytof,
                                 component_id::castftod, component_id::castdtof, component_id::castdtox,
                                 component_id::castxtod, component_id::castltof, component_id::castltod,
-                                component_id::castltoy, component_id::normfp2x};
+                                component_id::castltoy, component_id::normfp2x, component_id::divfp1x,
+                                component_id::fp_sqr,   component_id::fp_inv,   component_id::dp_sqr};
     for (const component_id id : ids) {
         const component_row& row = row_of(id);
         const component_generics generics{};
@@ -160,6 +161,20 @@ TEST(library, a_sum_of_two_doubles_converted_back_is_correctly_rounded) {
         } else {
             ASSERT_EQ(found, std::bit_cast<std::uint64_t>(wanted)) << a << ' ' << b << ' ' << subtract;
         }
+    }
+}
+
+// The square of a number halfway between two doubles, and what stands next to it, has its root closest to halfway.
+TEST(library, a_double_root_next_to_halfway_is_the_hosts_own) {
+    random_source random(11);
+    for (std::size_t i = 0; i < 100000; ++i) {
+        const bus_bits halfway = (bus_bits{1} << 53U) | (slice(random(), 52, 1) << 1U) | 1;
+        const std::int32_t places = 53 + (random() % 2 == 0 ? 1 : 0);
+        const auto near = static_cast<double>((halfway * halfway) >> static_cast<unsigned>(places));
+        const double operand = std::ldexp(random() % 2 == 0 ? near : std::nextafter(near, 0.0),
+                                          static_cast<std::int32_t>(random() % 1900) - 1000);
+        const bus_bits root = model_named("dp_sqr")({}, {.aa = std::bit_cast<std::uint64_t>(operand)});
+        ASSERT_EQ(static_cast<std::uint64_t>(root), std::bit_cast<std::uint64_t>(std::sqrt(operand))) << operand;
     }
 }
 
