@@ -10,19 +10,6 @@ namespace xfc::flow {
 
 namespace {
 
-/// The design's name: legal in both languages and none of the library's.
-std::string design_name(const compilation_state& state) {
-    const std::string& wanted = state.line.name.empty() ? state.current->name : state.line.name;
-    const std::vector<std::string> names{wanted};
-    std::string name = legal_names(names, "").front();
-    for (const component_row& row : all_components()) {
-        if (row.name == name) {
-            name += "_top";
-        }
-    }
-    return name;
-}
-
 std::vector<std::string> header_of(const compilation_state& state, const design_names& names) {
     const command_line& line = state.line;
     std::string command = "xfcflow build " + line.source;
@@ -56,6 +43,18 @@ std::string summary(const compilation_state& state, const built_design& result) 
 }
 
 }  // namespace
+
+std::string design_name(const compilation_state& state) {
+    const std::string& wanted = state.line.name.empty() ? state.current->name : state.line.name;
+    const std::vector<std::string> names{wanted};
+    std::string name = legal_names(names, "").front();
+    for (const component_row& row : all_components()) {
+        if (row.name == name) {
+            name += "_top";
+        }
+    }
+    return name;
+}
 
 std::vector<language> languages_of(const command_line& line) {
     if (line.languages == "both") {

@@ -9,13 +9,14 @@ namespace xfc::flow {
 
 /// Everything that the command line says. An option's row names the field that it fills.
 struct command_line {
-    std::string command = {};  ///< "check", "build" or "simulate"
+    std::string command = {};  ///< the name of a row
     std::string source = {};
     std::string top = {};
     std::string dump = {};  ///< the stage to show
     std::string colour = "auto";
     std::string languages = "both";
     std::string folder = ".";    ///< where `build` writes
+    std::string file = {};       ///< what `view` writes; empty: the design's name
     std::string name = {};       ///< of the design; empty: the program's
     std::string simulator = {};  ///< empty: the first one installed
     int vectors = 1000;
@@ -25,6 +26,8 @@ struct command_line {
     bool low_latency = false;
     bool c_constants = false;
     bool json = false;
+    bool svg = false;
+    bool dot = false;
     std::vector<std::string> include_folders = {};
     std::vector<std::string> definitions = {};
 };

@@ -47,6 +47,11 @@ source_position source_map::position_of(source_range range) const {
     return position;
 }
 
+std::string_view source_map::file_text(std::string_view name) const {
+    const auto found = std::find_if(files_.begin(), files_.end(), [&](const file& one) { return one.name == name; });
+    return found == files_.end() ? std::string_view() : found->text;
+}
+
 std::string source_map::place_text(source_range range) const {
     const source_position position = position_of(range);
     if (position.line == 0) {

@@ -40,6 +40,9 @@ public:
     /// The text of the range itself, its white space folded to single blanks.
     [[nodiscard]] std::string expression_text(source_range range) const;
 
+    /// A file's whole text; empty for a file that is none of this compilation's.
+    [[nodiscard]] std::string_view file_text(std::string_view name) const;
+
 private:
     struct file {
         std::uint32_t begin;

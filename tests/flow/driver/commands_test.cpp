@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "flow/driver/options.h"
@@ -47,6 +48,36 @@ TEST(flow_commands, check_tells_ports_and_operations) {
                                "     1 add single\n"
                                "     1 subtract single\n"
                                "     4 multiply single\n");
+}
+
+TEST(flow_commands, view_writes_a_page_a_picture_or_a_graph) {
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "xfcflow_view";
+    std::filesystem::create_directories(folder);
+    const auto begin_of = [&](const std::string& file) {
+        std::string line;
+        std::ifstream stream(folder / file);
+        std::getline(stream, line);
+        return line.substr(0, 15);
+    };
+    for (const auto& [option, file, begin] :
+         {std::tuple("", "c.html", "<!DOCTYPE html>"), std::tuple("--svg", "c.svg", "<svg xmlns=\"htt"),
+          std::tuple("--dot", "c.dot", "digraph \"comple")}) {
+        std::vector<std::string> arguments = {"view", example("complex_multiply.c"), "-o", (folder / file).string()};
+        if (*option != 0) {
+            arguments.emplace_back(option);
+        }
+        const outcome viewed = run_with(arguments);
+        EXPECT_EQ(viewed.status, 0) << viewed.error;
+        EXPECT_EQ(viewed.out, (folder / file).string() + "\n");
+        EXPECT_EQ(begin_of(file), begin);
+    }
+}
+
+TEST(flow_commands, view_says_what_it_cannot_write) {
+    const outcome viewed = run_with({"view", example("complex_multiply.c"), "-o", "/dev/full/x.html"});
+    EXPECT_EQ(viewed.status, 1);
+    EXPECT_EQ(viewed.out, "");
+    EXPECT_NE(viewed.error.find("cannot write '"), std::string::npos) << viewed.error;
 }
 
 TEST(flow_commands, all_examples_are_accepted) {
