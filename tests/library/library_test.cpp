@@ -59,6 +59,42 @@ TEST(library, all_combinations_of_generics_are_tried) {
     EXPECT_EQ(generic_sets(row_of(component_id::mulfp1x)).size(), 32U);
 }
 
+/// Every two values that two different generics have together in some of the sets, and every latency.
+std::set<std::string> shown_by(const component_row& row, const std::vector<component_generics>& sets) {
+    std::set<std::string> shown;
+    for (const component_generics& set : sets) {
+        shown.insert("latency " + std::to_string(row.latency(set)));
+        for (const generic_row& one : row.generics) {
+            for (const generic_row& other : row.generics) {
+                if (one.field != other.field) {
+                    shown.insert(std::string(one.name) + std::to_string(set.*one.field) + " " +
+                                 std::string(other.name) + std::to_string(set.*other.field));
+                }
+            }
+        }
+    }
+    return shown;
+}
+
+TEST(library, chosen_sets_of_generics_show_every_pair_of_values_and_every_latency) {
+    for (const component_row& row : all_components()) {
+        const auto all = generic_sets(row);
+        const auto chosen = covering_sets(row);
+        EXPECT_EQ(shown_by(row, chosen), shown_by(row, all)) << row.name;
+        std::set<std::string> texts;
+        for (const component_generics& set : chosen) {
+            texts.insert(text_of(row, set));
+        }
+        EXPECT_EQ(texts.size(), chosen.size()) << row.name;
+        if (all.size() <= most_sets) {
+            EXPECT_EQ(chosen.size(), all.size()) << row.name;
+        }
+    }
+    const component_row& multiplier = row_of(component_id::mulfp2x);
+    EXPECT_EQ(generic_sets(multiplier).size(), 576U);
+    EXPECT_LE(covering_sets(multiplier).size(), most_sets);
+}
+
 TEST(library, a_head_that_differs_from_its_row_is_refused) {
     const component_row& row = row_of(component_id::castxtof);
     const std::string_view text =
