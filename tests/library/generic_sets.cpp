@@ -75,7 +75,7 @@ std::vector<component_generics> generic_sets(const component_row& row) {
 }
 
 std::vector<component_generics> covering_sets(const component_row& row) {
-    const std::vector<component_generics> all = generic_sets(row);
+    std::vector<component_generics> all = generic_sets(row);
     if (all.size() <= most_sets) {
         return all;
     }

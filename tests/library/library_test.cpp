@@ -112,13 +112,13 @@ TEST(library, a_head_that_differs_from_its_row_is_refused) {
 }
 
 TEST(library, a_contract_refuses_a_result_that_is_one_unit_off) {
-    const component_id ids[] = {component_id::alufp1x,  component_id::castftox, component_id::castxtof,
-                                component_id::alufp2x,  component_id::castdtoy, component_id::castytod,
-                                component_id::castftoy, component_id::castxtoy, component_id::castytof,
-                                component_id::castftod, component_id::castdtof, component_id::castdtox,
-                                component_id::castxtod, component_id::castltof, component_id::castltod,
-                                component_id::castltoy, component_id::normfp2x, component_id::divfp1x,
-                                component_id::fp_sqr,   component_id::fp_inv,   component_id::dp_sqr};
+    const component_id ids[] = {
+        component_id::alufp1x,  component_id::castftox, component_id::castxtof, component_id::alufp2x,
+        component_id::castdtoy, component_id::castytod, component_id::castftoy, component_id::castxtoy,
+        component_id::castytof, component_id::castftod, component_id::castdtof, component_id::castdtox,
+        component_id::castxtod, component_id::castltof, component_id::castltod, component_id::castltoy,
+        component_id::normfp2x, component_id::divfp1x,  component_id::mulfp2x,  component_id::fp_sqr,
+        component_id::fp_inv,   component_id::dp_sqr};
     for (const component_id id : ids) {
         const component_row& row = row_of(id);
         const component_generics generics{};
@@ -196,6 +196,29 @@ TEST(library, a_sum_of_two_doubles_converted_back_is_correctly_rounded) {
             ASSERT_EQ(found, 0x7FF8000000000000U) << a << ' ' << b;
         } else {
             ASSERT_EQ(found, std::bit_cast<std::uint64_t>(wanted)) << a << ' ' << b << ' ' << subtract;
+        }
+    }
+}
+
+TEST(library, a_product_of_two_doubles_is_the_hosts_own) {
+    component_generics generics{};
+    const auto run = [&](const char* name, const component_operands& operands) {
+        return model_named(name)(generics, operands);
+    };
+    const auto flushed = [](double value) { return std::fpclassify(value) == FP_SUBNORMAL ? value * 0.0 : value; };
+    const auto doubles =
+        make_vectors(row_of(component_id::castdtoy), contract_of(component_id::castdtoy), generics, 200000, 10);
+    for (std::size_t i = 1; i < doubles.size(); ++i) {
+        const auto a = std::bit_cast<double>(static_cast<std::uint64_t>(doubles[i - 1].aa));
+        const auto b = std::bit_cast<double>(static_cast<std::uint64_t>(doubles[i].aa));
+        const auto found =
+            static_cast<std::uint64_t>(run("xfc_mulfp2x", {.aa = run("xfc_castdtoy", {.aa = doubles[i - 1].aa}),
+                                                           .bb = run("xfc_castdtoy", {.aa = doubles[i].aa})}));
+        const double wanted = flushed(flushed(a) * flushed(b));
+        if (std::isnan(wanted)) {
+            ASSERT_EQ(found, 0x7FF8000000000000U) << a << ' ' << b;
+        } else {
+            ASSERT_EQ(found, std::bit_cast<std::uint64_t>(wanted)) << a << ' ' << b;
         }
     }
 }
