@@ -5,13 +5,15 @@
 //   step recode:  digits of b; the lowest row, whose digit takes no carry
 //   step rows:    the sum of four rows for each block
 //   step pairs:   the sum of two blocks
-//   step quads:   the sum of two pairs, then of both quads
+//   step quads:   the sum of two pairs
+//   step all:     the sum of both quads
 module xfc_product
   #(parameter width = 32,           // bits of both, even, 4 to 64
     parameter synthesize = 0,
     parameter recode_border = 1,    // 1: a register behind the step
     parameter rows_border = 1,
-    parameter pairs_border = 0)
+    parameter pairs_border = 0,
+    parameter quads_border = 0)
   (input sysclk, enable,
    input [width-1:0] a,
    input [width-1:0] b,
@@ -30,9 +32,10 @@ module xfc_product
       xfc_register #(width, recode_border) recode_0 (sysclk, enable, a, recode_a);
       xfc_register #(width, recode_border) recode_1 (sysclk, enable, b, recode_b);
       wire [2*width-1:0] product_d = $signed(recode_a) * $signed(recode_b);
-      wire [2*width-1:0] rows_product;
+      wire [2*width-1:0] rows_product, pairs_product;
       xfc_register #(2 * width, rows_border) rows_0 (sysclk, enable, product_d, rows_product);
-      xfc_register #(2 * width, pairs_border) pairs_0 (sysclk, enable, rows_product, product);
+      xfc_register #(2 * width, pairs_border) pairs_0 (sysclk, enable, rows_product, pairs_product);
+      xfc_register #(2 * width, quads_border) quads_0 (sysclk, enable, pairs_product, product);
     end else begin : written_out
       // recode
       wire [width-1:0] codes_d = b + {digits{2'b01}};
@@ -81,13 +84,20 @@ module xfc_product
       xfc_register #(4, pairs_border) pairs_1 (sysclk, enable, {short[6], short[4], short[2], short[0]}, pair_short);
 
       // quads
-      wire [quad_bits-1:0] lower, upper;
+      wire [quad_bits-1:0] lower_d, upper_d, lower, upper;
+      wire upper_short;
       xfc_add_shifted #(pair_bits, 16, quad_bits) add_lower
-        (pair[0+:pair_bits], pair[pair_bits+:pair_bits], pair_short[1], lower);
+        (pair[0+:pair_bits], pair[pair_bits+:pair_bits], pair_short[1], lower_d);
       xfc_add_shifted #(pair_bits, 16, quad_bits) add_upper
-        (pair[2*pair_bits+:pair_bits], pair[3*pair_bits+:pair_bits], pair_short[3], upper);
+        (pair[2*pair_bits+:pair_bits], pair[3*pair_bits+:pair_bits], pair_short[3], upper_d);
+
+      xfc_register #(quad_bits, quads_border) quads_0 (sysclk, enable, lower_d, lower);
+      xfc_register #(quad_bits, quads_border) quads_1 (sysclk, enable, upper_d, upper);
+      xfc_register #(1, quads_border) quads_2 (sysclk, enable, pair_short[2], upper_short);
+
+      // all
       wire [width+63:0] all;
-      xfc_add_shifted #(quad_bits, 32, width + 64) add_all (lower, upper, pair_short[2], all);
+      xfc_add_shifted #(quad_bits, 32, width + 64) add_all (lower, upper, upper_short, all);
       wire unused = &{1'b0, all, pair_short[0]};
       assign product = all[2*width-1:0];
     end

@@ -5,7 +5,8 @@
 --   step recode:  digits of b; the lowest row, whose digit takes no carry
 --   step rows:    the sum of four rows for each block
 --   step pairs:   the sum of two blocks
---   step quads:   the sum of two pairs, then of both quads
+--   step quads:   the sum of two pairs
+--   step all:     the sum of both quads
 library ieee;
 use ieee.std_logic_1164.all;
 use ieee.numeric_std.all;
@@ -15,7 +16,8 @@ entity xfc_product is
            synthesize    : natural;
            recode_border : natural;    -- 1: a register behind the step
            rows_border   : natural;
-           pairs_border  : natural);
+           pairs_border  : natural;
+           quads_border  : natural := 0);
   port (sysclk, enable : in std_logic;
         a, b    : in std_logic_vector(width - 1 downto 0);
         product : out std_logic_vector(2 * width - 1 downto 0));
@@ -45,14 +47,16 @@ begin
 
   multiplier_blocks : if synthesize = 1 generate
     signal recode_b : std_logic_vector(width - 1 downto 0);
-    signal product_d, rows_product : std_logic_vector(2 * width - 1 downto 0);
+    signal product_d, rows_product, pairs_product : std_logic_vector(2 * width - 1 downto 0);
   begin
     recode_0 : entity work.xfc_register generic map (width, recode_border) port map (sysclk, enable, b, recode_b);
     product_d <= std_logic_vector(signed(recode_a) * signed(recode_b));
     rows_0 : entity work.xfc_register generic map (2 * width, rows_border)
       port map (sysclk, enable, product_d, rows_product);
     pairs_0 : entity work.xfc_register generic map (2 * width, pairs_border)
-      port map (sysclk, enable, rows_product, product);
+      port map (sysclk, enable, rows_product, pairs_product);
+    quads_0 : entity work.xfc_register generic map (2 * width, quads_border)
+      port map (sysclk, enable, pairs_product, product);
   end generate;
 
   written_out : if synthesize = 0 generate
@@ -71,7 +75,9 @@ begin
     signal pairs_d, pair_sums : std_logic_vector(4 * pair_bits - 1 downto 0);
     signal pair_short_d, pair_short : std_logic_vector(3 downto 0);
     -- quads
-    signal lower, upper : std_logic_vector(quad_bits - 1 downto 0);
+    signal lower_d, upper_d, lower, upper : std_logic_vector(quad_bits - 1 downto 0);
+    signal upper_short : std_logic_vector(0 downto 0);
+    -- all
     signal all_bits : std_logic_vector(width + 63 downto 0);
   begin
     -- recode
@@ -127,12 +133,20 @@ begin
 
     -- quads
     add_lower : entity work.xfc_add_shifted generic map (pair_bits, 16, quad_bits)
-      port map (pair_sums(pair_bits - 1 downto 0), pair_sums(2 * pair_bits - 1 downto pair_bits), pair_short(1), lower);
+      port map (pair_sums(pair_bits - 1 downto 0), pair_sums(2 * pair_bits - 1 downto pair_bits), pair_short(1),
+                lower_d);
     add_upper : entity work.xfc_add_shifted generic map (pair_bits, 16, quad_bits)
       port map (pair_sums(3 * pair_bits - 1 downto 2 * pair_bits), pair_sums(4 * pair_bits - 1 downto 3 * pair_bits),
-                pair_short(3), upper);
+                pair_short(3), upper_d);
+
+    quads_0 : entity work.xfc_register generic map (quad_bits, quads_border) port map (sysclk, enable, lower_d, lower);
+    quads_1 : entity work.xfc_register generic map (quad_bits, quads_border) port map (sysclk, enable, upper_d, upper);
+    quads_2 : entity work.xfc_register generic map (1, quads_border)
+      port map (sysclk, enable, pair_short(2 downto 2), upper_short);
+
+    -- all
     add_all : entity work.xfc_add_shifted generic map (quad_bits, 32, width + 64)
-      port map (lower, upper, pair_short(2), all_bits);
+      port map (lower, upper, upper_short(0), all_bits);
     product <= all_bits(2 * width - 1 downto 0);
   end generate;
 end rtl;

@@ -91,7 +91,7 @@ std::vector<std::string> prove_formally(const component_row& row, const prover_s
     const fs::path place = settings.work / (std::string(row.name) + "_formal");
     std::size_t proven = 0;
     std::size_t undecided = 0;
-    for (const component_generics& generics : generic_sets(row)) {
+    for (const component_generics& generics : sets_to_prove(row, settings)) {
         fs::remove_all(place);
         fs::create_directories(place);
         const std::string outcome = prove_set(row, generics, settings, place);

@@ -1,6 +1,8 @@
 #include "generic_sets.h"
 
 #include <algorithm>
+#include <array>
+#include <set>
 
 namespace xfc::proof {
 
@@ -19,6 +21,24 @@ std::vector<std::int32_t> values_of(const generic_row& row) {
         values.push_back(value);
     }
     return values;
+}
+
+/// What a set of generics shows: two generics (by their places in the row) with their values, or a latency.
+using shown_fact = std::array<std::int32_t, 4>;
+
+std::vector<shown_fact> facts_of(const component_row& row, const component_generics& set) {
+    constexpr std::int32_t no_generic = -1;
+    std::vector<shown_fact> facts{{no_generic, row.latency(set), 0, 0}};
+    std::int32_t place = 0;
+    for (const generic_row* one = row.generics.begin(); one != row.generics.end(); ++one, ++place) {
+        std::int32_t other_place = place + 1;
+        for (const generic_row* other = one + 1; other != row.generics.end(); ++other, ++other_place) {
+            if (other->field != one->field) {
+                facts.push_back({place, set.*one->field, other_place, set.*other->field});
+            }
+        }
+    }
+    return facts;
 }
 
 port_connection flag_port(const std::string& name, std::int32_t bit_from_1) {
@@ -52,6 +72,34 @@ std::vector<component_generics> generic_sets(const component_row& row) {
         sets = std::move(longer);
     }
     return sets;
+}
+
+std::vector<component_generics> covering_sets(const component_row& row) {
+    std::vector<component_generics> all = generic_sets(row);
+    if (all.size() <= most_sets) {
+        return all;
+    }
+    std::vector<std::vector<shown_fact>> facts;
+    std::set<shown_fact> missing;
+    for (const component_generics& set : all) {
+        facts.push_back(facts_of(row, set));
+        missing.insert(facts.back().begin(), facts.back().end());
+    }
+    // Each next set is the first of those that show most of what is missing.
+    std::vector<component_generics> chosen;
+    while (!missing.empty()) {
+        const auto gain = [&](const std::vector<shown_fact>& shown) {
+            return std::count_if(shown.begin(), shown.end(),
+                                 [&](const shown_fact& fact) { return missing.contains(fact); });
+        };
+        const auto best = std::max_element(facts.begin(), facts.end(),
+                                           [&](const auto& one, const auto& other) { return gain(one) < gain(other); });
+        for (const shown_fact& fact : *best) {
+            missing.erase(fact);
+        }
+        chosen.push_back(all[static_cast<std::size_t>(best - facts.begin())]);
+    }
+    return chosen;
 }
 
 std::string text_of(const component_row& row, const component_generics& generics) {

@@ -5,12 +5,19 @@
 
 #include "components/component_table.h"
 
-// Every set of generics that a component is proved for.
+// The sets of generics that a component is proved for.
 
 namespace xfc::proof {
 
 /// All combinations of the values that the row's generics take. A generic of more than 16 values is tried at a few.
 [[nodiscard]] std::vector<component_generics> generic_sets(const component_row& row);
+
+/// More sets than these are proved by a choice of them.
+inline constexpr std::size_t most_sets = 24;
+
+/// Of all combinations a few in which every two values of two generics come together and every latency occurs; all of
+/// them where they are no more than `most_sets`. The same choice every time.
+[[nodiscard]] std::vector<component_generics> covering_sets(const component_row& row);
 
 /// "mantissa=32 shiftspeed=1", in the order of the row.
 [[nodiscard]] std::string text_of(const component_row& row, const component_generics& generics);

@@ -59,6 +59,42 @@ TEST(library, all_combinations_of_generics_are_tried) {
     EXPECT_EQ(generic_sets(row_of(component_id::mulfp1x)).size(), 32U);
 }
 
+/// Every two values that two different generics have together in some of the sets, and every latency.
+std::set<std::string> shown_by(const component_row& row, const std::vector<component_generics>& sets) {
+    std::set<std::string> shown;
+    for (const component_generics& set : sets) {
+        shown.insert("latency " + std::to_string(row.latency(set)));
+        for (const generic_row& one : row.generics) {
+            for (const generic_row& other : row.generics) {
+                if (one.field != other.field) {
+                    shown.insert(std::string(one.name) + std::to_string(set.*one.field) + " " +
+                                 std::string(other.name) + std::to_string(set.*other.field));
+                }
+            }
+        }
+    }
+    return shown;
+}
+
+TEST(library, chosen_sets_of_generics_show_every_pair_of_values_and_every_latency) {
+    for (const component_row& row : all_components()) {
+        const auto all = generic_sets(row);
+        const auto chosen = covering_sets(row);
+        EXPECT_EQ(shown_by(row, chosen), shown_by(row, all)) << row.name;
+        std::set<std::string> texts;
+        for (const component_generics& set : chosen) {
+            texts.insert(text_of(row, set));
+        }
+        EXPECT_EQ(texts.size(), chosen.size()) << row.name;
+        if (all.size() <= most_sets) {
+            EXPECT_EQ(chosen.size(), all.size()) << row.name;
+        }
+    }
+    const component_row& multiplier = row_of(component_id::mulfp2x);
+    EXPECT_EQ(generic_sets(multiplier).size(), 576U);
+    EXPECT_LE(covering_sets(multiplier).size(), most_sets);
+}
+
 TEST(library, a_head_that_differs_from_its_row_is_refused) {
     const component_row& row = row_of(component_id::castxtof);
     const std::string_view text =
@@ -76,13 +112,13 @@ TEST(library, a_head_that_differs_from_its_row_is_refused) {
 }
 
 TEST(library, a_contract_refuses_a_result_that_is_one_unit_off) {
-    const component_id ids[] = {component_id::alufp1x,  component_id::castftox, component_id::castxtof,
-                                component_id::alufp2x,  component_id::castdtoy, component_id::castytod,
-                                component_id::castftoy, component_id::castxtoy, component_id::castytof,
-                                component_id::castftod, component_id::castdtof, component_id::castdtox,
-                                component_id::castxtod, component_id::castltof, component_id::castltod,
-                                component_id::castltoy, component_id::normfp2x, component_id::divfp1x,
-                                component_id::fp_sqr,   component_id::fp_inv,   component_id::dp_sqr};
+    const component_id ids[] = {
+        component_id::alufp1x,  component_id::castftox, component_id::castxtof, component_id::alufp2x,
+        component_id::castdtoy, component_id::castytod, component_id::castftoy, component_id::castxtoy,
+        component_id::castytof, component_id::castftod, component_id::castdtof, component_id::castdtox,
+        component_id::castxtod, component_id::castltof, component_id::castltod, component_id::castltoy,
+        component_id::normfp2x, component_id::divfp1x,  component_id::mulfp2x,  component_id::fp_sqr,
+        component_id::fp_inv,   component_id::dp_sqr};
     for (const component_id id : ids) {
         const component_row& row = row_of(id);
         const component_generics generics{};
@@ -160,6 +196,29 @@ TEST(library, a_sum_of_two_doubles_converted_back_is_correctly_rounded) {
             ASSERT_EQ(found, 0x7FF8000000000000U) << a << ' ' << b;
         } else {
             ASSERT_EQ(found, std::bit_cast<std::uint64_t>(wanted)) << a << ' ' << b << ' ' << subtract;
+        }
+    }
+}
+
+TEST(library, a_product_of_two_doubles_is_the_hosts_own) {
+    component_generics generics{};
+    const auto run = [&](const char* name, const component_operands& operands) {
+        return model_named(name)(generics, operands);
+    };
+    const auto flushed = [](double value) { return std::fpclassify(value) == FP_SUBNORMAL ? value * 0.0 : value; };
+    const auto doubles =
+        make_vectors(row_of(component_id::castdtoy), contract_of(component_id::castdtoy), generics, 200000, 10);
+    for (std::size_t i = 1; i < doubles.size(); ++i) {
+        const auto a = std::bit_cast<double>(static_cast<std::uint64_t>(doubles[i - 1].aa));
+        const auto b = std::bit_cast<double>(static_cast<std::uint64_t>(doubles[i].aa));
+        const auto found =
+            static_cast<std::uint64_t>(run("xfc_mulfp2x", {.aa = run("xfc_castdtoy", {.aa = doubles[i - 1].aa}),
+                                                           .bb = run("xfc_castdtoy", {.aa = doubles[i].aa})}));
+        const double wanted = flushed(flushed(a) * flushed(b));
+        if (std::isnan(wanted)) {
+            ASSERT_EQ(found, 0x7FF8000000000000U) << a << ' ' << b;
+        } else {
+            ASSERT_EQ(found, std::bit_cast<std::uint64_t>(wanted)) << a << ' ' << b;
         }
     }
 }

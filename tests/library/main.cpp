@@ -1,6 +1,8 @@
 // Usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] [--simulators LIST] [--formal]
+//                      [--all-sets]
 //        prove_library LIBRARY BENCHES WORK NAME --measured [GENERIC=VALUE...]
-// Proves the named components of the library, or all. LIST is of icarus, verilator, ghdl with commas, or none.
+// Proves the named components of the library, or all, for a choice of their sets of generics or for all. LIST is of
+// icarus, verilator, ghdl with commas, or none.
 
 #include <algorithm>
 #include <charconv>
@@ -69,6 +71,8 @@ bool read_arguments(const std::vector<std::string>& arguments, request& wanted) 
         const std::string& word = arguments[i];
         if (word == "--formal") {
             wanted.settings.formal = true;
+        } else if (word == "--all-sets") {
+            wanted.settings.all_sets = true;
         } else if (word == "--measured") {
             wanted.settings.measured = true;
         } else if (word.find('=') != std::string::npos) {
@@ -113,8 +117,9 @@ std::vector<std::string> prove_folder(const std::string& name, const request& wa
 int main(int argc, char** argv) {
     request wanted;
     if (!read_arguments({argv + 1, argv + argc}, wanted)) {
-        std::cerr << "usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] "
-                     "[--simulators icarus,verilator,ghdl|none] [--formal] [--measured GENERIC=VALUE...]\n";
+        std::cerr
+            << "usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] "
+               "[--simulators icarus,verilator,ghdl|none] [--formal] [--all-sets] [--measured GENERIC=VALUE...]\n";
         return 2;
     }
     try {

@@ -51,6 +51,10 @@ std::vector<fs::path> texts_of(const component_row& row, const fs::path& library
     return texts;
 }
 
+std::vector<component_generics> sets_to_prove(const component_row& row, const prover_settings& settings) {
+    return settings.all_sets ? generic_sets(row) : covering_sets(row);
+}
+
 std::string quoted(const std::vector<fs::path>& paths) {
     std::string text;
     for (const fs::path& path : paths) {
@@ -112,7 +116,7 @@ public:
         }
         // Sets that read buses of the same widths read the same operands.
         std::map<std::pair<std::int32_t, std::int32_t>, std::vector<component_generics>> groups;
-        for (const component_generics& generics : generic_sets(row_)) {
+        for (const component_generics& generics : sets_to_prove(row_, settings_)) {
             groups[{bus_width(row_.aa, generics), bus_width(row_.bb, generics)}].push_back(generics);
         }
         for (const auto& [widths, sets] : groups) {

@@ -18,6 +18,7 @@ struct prover_settings {
     std::size_t vectors = 10000;    ///< operands a component and set of generics
     std::uint64_t seed = 1;
     std::vector<std::string> simulators{"icarus", "verilator", "ghdl"};
+    bool all_sets = false;  ///< prove all sets of generics, not only covering_sets
     bool formal = false;    ///< prove VHDL and Verilog equal instead
     bool measured = false;  ///< only write what scripts/measure-library synthesizes
 };
@@ -40,6 +41,9 @@ struct prover_settings {
 [[nodiscard]] std::vector<std::filesystem::path> texts_of(const component_row& row,
                                                           const std::filesystem::path& library,
                                                           std::string_view extension);
+
+/// The sets of generics that the settings ask for.
+[[nodiscard]] std::vector<component_generics> sets_to_prove(const component_row& row, const prover_settings& settings);
 
 /// "a b c" for the shell, quoted.
 [[nodiscard]] std::string quoted(const std::vector<std::filesystem::path>& paths);
