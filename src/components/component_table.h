@@ -68,6 +68,21 @@ enum class component_id : std::uint8_t {
     dp_ldexp,
     dp_fabs,
     dp_neg,
+    cmpf,
+    cmpd,
+    cmpl,
+    logic,
+    select,
+    extremef,
+    extremed,
+    extremel,
+    copysignf,
+    copysignd,
+    bitlong,
+    shiftlong,
+    divlong,
+    roundf,
+    roundd,
     count_of_components
 };
 
@@ -87,6 +102,13 @@ enum class component_operation : std::uint8_t {
     scale,  ///< aa times two to the power bb
     absolute_value,
     negate,
+    compare,
+    bitwise,
+    select,  ///< aa where the port condition is 1, else bb
+    extreme,
+    copy_sign,
+    shift,
+    round_to_integer,
 };
 
 /// A bus of an instance.
@@ -99,6 +121,7 @@ enum class port_shape : std::uint8_t {
     ydouble,
     ydouble_multiplier,
     bits,                ///< as many as the generic `width` says
+    boolean,             ///< one bit, 1 for true
     single_by_selector,  ///< selector 0: IEEE single, else XFloat
     double_by_selector,  ///< selector 0: IEEE double, 1: YDouble, 2: YDouble in multiplier form
     ydouble_by_target,   ///< target 0: YDouble in multiplier form, 1: YDouble
@@ -206,6 +229,13 @@ inline constexpr generic_row normspeed_up_to_2{
 inline constexpr generic_row divider{.name = "divider", .field = &g::divider};
 inline constexpr generic_row width{.name = "width", .field = &g::width, .low = 1, .high = 80};
 inline constexpr generic_row delay_cycles{.name = "delay", .field = &g::delay, .low = 1, .high = 1 << 20};
+
+inline constexpr generic_row relation{.name = "relation", .field = &g::relation, .high = 5};
+inline constexpr generic_row bitoperation{.name = "bitoperation", .field = &g::bitoperation, .high = 2};
+inline constexpr generic_row greatest{.name = "greatest", .field = &g::greatest};
+inline constexpr generic_row direction{.name = "direction", .field = &g::direction, .high = 2};
+inline constexpr generic_row remainder{.name = "remainder", .field = &g::remainder};
+inline constexpr generic_row rounding{.name = "rounding", .field = &g::rounding, .high = 3};
 
 inline constexpr generic_row ieeeoutput = flag("ieeeoutput", 0);
 inline constexpr generic_row xoutput = flag("xoutput", 1);
@@ -342,6 +372,40 @@ inline constexpr component_row table[] = {
      shape::unpacked_double, shape::none, shape::unpacked_double, latency::always<1>},
     {component_id::dp_neg, "dp_neg", negate, {},
      shape::unpacked_double, shape::none, shape::unpacked_double, latency::always<1>},
+
+    // From here on xfcflow's alone. Relations and what is made of them.
+    {component_id::cmpf, "xfc_cmpf", compare, {relation},
+     shape::single_float, shape::single_float, shape::boolean, latency::always<1>},
+    {component_id::cmpd, "xfc_cmpd", compare, {relation},
+     shape::double_float, shape::double_float, shape::boolean, latency::always<2>},
+    {component_id::cmpl, "xfc_cmpl", compare, {relation},
+     shape::long_integer, shape::long_integer, shape::boolean, latency::always<1>},
+    {component_id::logic, "xfc_logic", bitwise, {bitoperation},
+     shape::boolean, shape::boolean, shape::boolean, latency::always<1>},
+    {component_id::select, "xfc_select", component_operation::select, {width},
+     shape::bits, shape::bits, shape::bits, latency::always<1>},
+    {component_id::extremef, "xfc_extremef", extreme, {greatest},
+     shape::single_float, shape::single_float, shape::single_float, latency::always<2>},
+    {component_id::extremed, "xfc_extremed", extreme, {greatest},
+     shape::double_float, shape::double_float, shape::double_float, latency::always<2>},
+    {component_id::extremel, "xfc_extremel", extreme, {greatest},
+     shape::long_integer, shape::long_integer, shape::long_integer, latency::always<2>},
+
+    // Signs, bits, integer division, roundings to integers.
+    {component_id::copysignf, "xfc_copysignf", copy_sign, {},
+     shape::single_float, shape::single_float, shape::single_float, latency::always<1>},
+    {component_id::copysignd, "xfc_copysignd", copy_sign, {},
+     shape::double_float, shape::double_float, shape::double_float, latency::always<1>},
+    {component_id::bitlong, "xfc_bitlong", bitwise, {bitoperation},
+     shape::long_integer, shape::long_integer, shape::long_integer, latency::always<1>},
+    {component_id::shiftlong, "xfc_shiftlong", shift, {direction},
+     shape::long_integer, shape::long_integer, shape::long_integer, latency::always<2>},
+    {component_id::divlong, "xfc_divlong", divide, {remainder},
+     shape::long_integer, shape::long_integer, shape::long_integer, latency::always<35>},
+    {component_id::roundf, "xfc_roundf", round_to_integer, {rounding},
+     shape::single_float, shape::none, shape::single_float, latency::always<3>},
+    {component_id::roundd, "xfc_roundd", round_to_integer, {rounding},
+     shape::double_float, shape::none, shape::double_float, latency::always<4>},
 };
 // clang-format on
 
@@ -386,6 +450,23 @@ constexpr const component_row& row_of(component_id id) { return component_rows::
 
 /// All components; the wire is none.
 constexpr std::span<const component_row> all_components() { return std::span(component_rows::table).subspan(1); }
+
+/// Those that xfc instantiates, the first rows of the table; xfcflow instantiates all.
+constexpr std::span<const component_row> components_of_xfc() {
+    return all_components().first(static_cast<std::size_t>(component_id::cmpf) - 1);
+}
+
+/// The port of one bit beside a component's buses, in front of them; empty for components without one.
+constexpr std::string_view control_port_of(const component_row& row) {
+    switch (row.operation) {
+        case component_operation::add_or_subtract:
+            return "addsub";
+        case component_operation::select:
+            return "condition";
+        default:
+            return {};
+    }
+}
 
 /// The format that a port carries, whatever the form; `none` for plain bits and ports that generics choose.
 constexpr number_format format_of(port_shape shape) {

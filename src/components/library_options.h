@@ -35,7 +35,19 @@ struct component_generics : library_options {
     std::int32_t width = 1;          ///< bits that a delay carries
     std::int32_t delay = 1;          ///< cycles that a delay takes
     std::int32_t divider = 0;        ///< 1: castftoy takes the cycle more that a divider behind it asks for
+    std::int32_t relation = 0;       ///< a value of relation_kind
+    std::int32_t bitoperation = 0;   ///< 0 and, 1 or, 2 exclusive or
+    std::int32_t greatest = 0;       ///< 0: the smaller of two numbers, 1: the larger
+    std::int32_t direction = 0;      ///< 0: shift to the left, 1: right with copies of the sign, 2: right with zeros
+    std::int32_t remainder = 0;      ///< 0: what a division delivers is the quotient, 1: the remainder
+    std::int32_t rounding = 0;       ///< a value of rounding_kind
 };
+
+/// What the generic `relation` says of aa and bb. Unordered operands (a nan) are not equal and nothing else.
+enum class relation_kind : std::uint8_t { equal, not_equal, less, less_or_equal, greater, greater_or_equal };
+
+/// What the generic `rounding` says of a fraction: down, up, toward zero, to nearest with halves away from zero.
+enum class rounding_kind : std::uint8_t { floor, ceil, trunc, round };
 
 /// One generic of a component.
 struct generic_row {

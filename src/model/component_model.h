@@ -19,8 +19,9 @@ __extension__ using signed_bus_bits = __int128;
 /// What a component reads in one cycle. Buses of an internal form carry sat, zip and nan above their value field.
 struct component_operands {
     bus_bits aa = 0;
-    bus_bits bb = 0;      ///< 0 when the component has no second operand
-    bool addsub = false;  ///< true: subtract; adders alone read it
+    bus_bits bb = 0;         ///< 0 when the component has no second operand
+    bool addsub = false;     ///< true: subtract; adders alone read it
+    bool condition = false;  ///< true: aa; selections alone read it
 };
 
 /// The result's bus for one set of operands. Every pattern of bits is an operand; generics are within their rows.

@@ -83,9 +83,9 @@ std::string port_list_of(const language& words, const bench& layout, const bench
             items.push_back(associated(words, name, name));
         }
     }
-    if (layout.has_addsub()) {
+    if (const std::string_view control = control_port_of(*layout.row); !control.empty()) {
         const std::int32_t top = layout.operand_width() - 1;
-        items.push_back(associated(words, "addsub", "operands" + bits(top, top, true)));
+        items.push_back(associated(words, control, "operands" + bits(top, top, true)));
     }
     connect_bus(layout.row->aa, "aa", "operands", 0);
     connect_bus(layout.row->bb, "bb", "operands", layout.aa_width);
@@ -334,7 +334,7 @@ void write_vectors(const std::filesystem::path& path, const bench& layout, const
         wide_bits operands;
         operands.put(line.operands.aa, layout.aa_width);
         operands.put(line.operands.bb, layout.bb_width);
-        operands.put(static_cast<bus_bits>(line.operands.addsub), layout.has_addsub() ? 1 : 0);
+        operands.put(static_cast<bus_bits>(line.operands.addsub || line.operands.condition), layout.control_width());
         wide_bits results;
         for (std::size_t column = 0; column < line.results.size(); ++column) {
             results.put(line.results[column], layout.class_widths[column]);

@@ -11,7 +11,8 @@
 // bench, so that a simulator is started once for all of them.
 //
 // A bench reads vectors.txt, a clock cycle a line, in hexadecimal:
-//     control (bit 0 enable, bit 1 reset)   operands (aa, bb above it, addsub on top)   results, one a class of sets
+//     control (bit 0 enable, bit 1 reset)   operands (aa, bb above it, one bit of control on top)
+//     results, one a class of sets
 // A line with enable 0 must change nothing. Reset comes at random and must change nothing either. The bench compares
 // every result at its latency and prints
 //     LATENCY set cycles          for every latency that fits all of the first lines
@@ -33,8 +34,8 @@ struct bench {
     std::int32_t aa_width = 0;               ///< bits, flags included
     std::int32_t bb_width = 0;
 
-    [[nodiscard]] bool has_addsub() const { return row->operation == component_operation::add_or_subtract; }
-    [[nodiscard]] std::int32_t operand_width() const { return aa_width + bb_width + (has_addsub() ? 1 : 0); }
+    [[nodiscard]] std::int32_t control_width() const { return control_port_of(*row).empty() ? 0 : 1; }
+    [[nodiscard]] std::int32_t operand_width() const { return aa_width + bb_width + control_width(); }
     [[nodiscard]] std::int32_t result_width() const;
     /// Where a class's column begins, counted from bit 0.
     [[nodiscard]] std::int32_t class_low(std::size_t result_class) const;

@@ -151,8 +151,8 @@ entity_head head_of(const component_row& row) {
             head.ports.push_back({name, false});
         }
     }
-    if (row.operation == component_operation::add_or_subtract) {
-        head.ports.push_back({"addsub", false});
+    if (const std::string_view control = control_port_of(row); !control.empty()) {
+        head.ports.push_back({std::string(control), false});
     }
     // A result that may be IEEE has its flags in every set of generics; an instance leaves them open.
     component_generics widest;

@@ -112,7 +112,14 @@ std::string text_of(const component_row& row, const component_generics& generics
 }
 
 std::int32_t bus_width(port_shape shape, const component_generics& generics) {
-    return shape == port_shape::bits ? generics.width : layout_of(form_of(shape, generics), generics.mantissa).width;
+    switch (shape) {
+        case port_shape::bits:
+            return generics.width;
+        case port_shape::boolean:
+            return 1;
+        default:
+            return layout_of(form_of(shape, generics), generics.mantissa).width;
+    }
 }
 
 std::vector<port_connection> ports_of(port_shape shape, const component_generics& generics, const std::string& prefix) {
@@ -125,6 +132,9 @@ std::vector<port_connection> ports_of(port_shape shape, const component_generics
     }
     if (bus_width(shape, generics) == 0) {
         return {};
+    }
+    if (shape == port_shape::boolean) {
+        return {flag_port(prefix, 1)};
     }
     const std::int32_t value = layout.value != 0 ? layout.value : bus_width(shape, generics);
     std::vector<port_connection> ports{{.name = prefix, .high = value - 1, .low = 0}};

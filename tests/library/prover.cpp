@@ -91,8 +91,8 @@ std::string text_of_operands(const component_row& row, const component_operands&
     if (row.bb != port_shape::none) {
         text += " bb=" + hex(operands.bb);
     }
-    if (row.operation == component_operation::add_or_subtract) {
-        text += operands.addsub ? " addsub=1" : " addsub=0";
+    if (const std::string_view control = control_port_of(row); !control.empty()) {
+        text.append(" ").append(control).append(operands.addsub || operands.condition ? "=1" : "=0");
     }
     return text;
 }

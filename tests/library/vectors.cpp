@@ -118,6 +118,12 @@ public:
                             exponent(exponent_bits, bias, field(other, layout.exponent)), flags);
     }
 
+    /// The same bits, or all but one of them; numbers whose relation a few bits decide.
+    bus_bits neighbour(bus_bits bus, std::int32_t width) {
+        const bus_bits turned = bus_bits{1} << static_cast<unsigned>(one_in(3) ? width - 1 : below(width));
+        return one_in(3) ? bus : bus ^ turned;
+    }
+
     /// One bus; `other` is the operand before it, to be related to.
     bus_bits bus(port_shape shape, operand_coding coding, bus_bits other) {
         const std::int32_t width = bus_width(shape, generics_);
@@ -158,7 +164,12 @@ std::vector<component_operands> make_vectors(const component_row& row, const con
     for (component_operands& operands : vectors) {
         operands.aa = make.bus(row.aa, promised.aa, before);
         operands.bb = make.bus(row.bb, promised.bb, operands.aa);
+        if ((row.operation == component_operation::compare || row.operation == component_operation::extreme) &&
+            make.one_in(4)) {
+            operands.bb = make.neighbour(operands.aa, bus_width(row.aa, generics));
+        }
         operands.addsub = row.operation == component_operation::add_or_subtract && make.one_in(2);
+        operands.condition = row.operation == component_operation::select && make.one_in(2);
         before = operands.aa;
     }
     return vectors;

@@ -1,0 +1,17 @@
+// An IEEE single with the sign of another one: exact, the sign bit alone changes, of zero, infinity and nan too.
+//   step sign:  the new sign
+// Latency 1 cycle.
+module xfc_copysignf
+  (input sysclk, reset, enable,
+   input [32:1] aa,
+   input [32:1] bb,
+   output [32:1] cc);
+
+  localparam width = 32;
+  wire unused = &{1'b0, reset, aa[width], bb[width-1:1]};
+
+  // sign
+  wire [width:1] signed_d = {bb[width], aa[width-1:1]};
+
+  xfc_register #(width, 1) sign_0 (sysclk, enable, signed_d, cc);
+endmodule
