@@ -113,6 +113,21 @@ constexpr message_row rows[] = {
      "ghdl simulates VHDL, iverilog and verilator simulate Verilog"},
     {id::simulation_failed, "simulation-failed", error, "%0 failed: %1", ""},
 
+    {id::csv_empty, "csv-empty", error, "the table has no line of numbers",
+     "write a header with the names of the input ports, then a line a cycle"},
+    {id::csv_port, "csv-port", error, "no input port is called '%0'", "xfcflow check lists the ports"},
+    {id::csv_twice, "csv-twice", error, "port '%0' has a second column", "give every input port one column"},
+    {id::csv_missing, "csv-missing", error, "input port '%0' has no column", "give every input port one column"},
+    {id::csv_fields, "csv-fields", error, "%0 fields under a header of %1", "write one number for each column"},
+    {id::csv_number, "csv-number", error, "'%0' is no %1 number",
+     "numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits"},
+    {id::same_file, "same-file", error, "'%0' would be written over what is read", "choose another name"},
+    {id::result_outside, "result-outside", error,
+     "output '%0' is farther from the exact result than its operations allow: %1",
+     "this is a fault of xfcflow or of its library; the program and these operands would help to mend it"},
+    {id::c_differs, "c-differs", error, "the host's compiler gives output '%0' another value: %1",
+     "either the program leaves C's defined ground there, or it was misunderstood; please report the latter"},
+
     {id::unused_variable, "unused", warning, "'%0' is never used and becomes no port", ""},
     {id::input_without_effect, "no-effect", warning, "no output depends on '%0': it becomes no port", ""},
 

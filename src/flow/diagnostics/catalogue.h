@@ -74,6 +74,16 @@ enum class message_id : std::uint8_t {
     no_simulator,
     simulator_language,
     simulation_failed,
+    // tables of vectors and what simulations find
+    csv_empty,
+    csv_port,
+    csv_twice,
+    csv_missing,
+    csv_fields,
+    csv_number,
+    same_file,
+    result_outside,
+    c_differs,
     // warnings
     unused_variable,
     input_without_effect,

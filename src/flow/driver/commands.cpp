@@ -52,11 +52,12 @@ constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate
 }  // namespace
 
 int run(std::span<const std::string> arguments, std::ostream& out, std::ostream& error, bool terminal) {
-    const parsed_line parsed = parse_command_line(arguments);
+    parsed_line parsed = parse_command_line(arguments);
     if (parsed.ends) {
         (parsed.status == 0 ? out : error) << parsed.text;
         return parsed.status;
     }
+    parsed.line.terminal = terminal;
     const std::string& colour = parsed.line.colour;
     for (const runnable& one : runnables) {
         if (one.name == parsed.line.command) {

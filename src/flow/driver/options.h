@@ -18,7 +18,10 @@ struct command_line {
     std::string folder = ".";    ///< where `build` writes
     std::string file = {};       ///< what `view` writes; empty: the design's name
     std::string name = {};       ///< of the design; empty: the program's
-    std::string simulator = {};  ///< empty: the first one installed
+    std::string simulator = {};  ///< empty: the first one installed; "none": the model alone
+    std::string inputs = {};     ///< a table of vectors; empty: random ones
+    std::string outputs = {};    ///< where the outputs go as such a table
+    std::string wave = {};       ///< where the waveforms go
     int vectors = 1000;
     int seed = 1;
     int unroll = 100000;
@@ -28,6 +31,7 @@ struct command_line {
     bool json = false;
     bool svg = false;
     bool dot = false;
+    bool terminal = false;  ///< messages go to one, where long work may show how far it is
     std::vector<std::string> include_folders = {};
     std::vector<std::string> definitions = {};
 };

@@ -1,16 +1,22 @@
 #include "flow/driver/simulate.h"
 
-#include <unistd.h>
-
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <sstream>
 
 #include "flow/driver/build.h"
+#include "flow/driver/progress.h"
+#include "flow/frontend/headers.h"
 #include "flow/simulate/accuracy.h"
 #include "flow/simulate/bench.h"
+#include "flow/simulate/csv.h"
 #include "flow/simulate/design_model.h"
+#include "flow/simulate/host_program.h"
+#include "flow/simulate/process.h"
 #include "flow/simulate/simulator.h"
 
 namespace xfc::flow {
@@ -19,37 +25,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A folder that goes with its owner.
-class temporary_folder {
-public:
-    temporary_folder() {
-        std::string wanted = (fs::temp_directory_path() / "xfcflow.XXXXXX").string();
-        path_ = mkdtemp(wanted.data()) != nullptr ? wanted : "";
-    }
-    ~temporary_folder() {
-        std::error_code ignored;
-        if (!path_.empty()) {
-            fs::remove_all(path_, ignored);
-        }
-    }
-    temporary_folder(const temporary_folder&) = delete;
-    temporary_folder& operator=(const temporary_folder&) = delete;
-    [[nodiscard]] const fs::path& path() const { return path_; }
-
-private:
-    fs::path path_;
-};
-
-std::string read_file(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
+using vectors_by_number = std::vector<std::vector<std::uint64_t>>;
+using json = nlohmann::ordered_json;
 
 /// The simulators to run: the one that is named, or the first one installed that speaks a language that is asked for.
 std::vector<const simulator_row*> chosen_simulators(const command_line& line, diagnostics& messages) {
     const std::vector<language> wanted = languages_of(line);
     std::vector<const simulator_row*> chosen;
+    if (line.simulator == "none") {
+        return chosen;
+    }
     for (const language lang : wanted) {
         const simulator_row* first = nullptr;
         const simulator_row* missing = nullptr;
@@ -73,104 +58,299 @@ std::vector<const simulator_row*> chosen_simulators(const command_line& line, di
     return chosen;
 }
 
-/// One simulator's run. Empty when every bit agrees.
-std::string run_and_compare(const simulator_row& row, const built_design& what, const stimulus& applied,
-                            const std::vector<std::vector<std::uint64_t>>& expected, const graph& source,
-                            diagnostics& messages) {
-    const temporary_folder folder;
-    std::vector<output_file> files = what.files;
-    const std::string bench = "bench" + std::string(extension_of(row.lang));
-    files.push_back({bench, bench_text(what.text, row.lang)});
-    files.push_back({"vectors.txt", stimulus_text(applied, source)});
-    if (folder.path().empty() || !write_files(folder.path(), files, messages)) {
-        return "there is no room for the test bench";
+/// One simulation with everything that it finds out.
+class simulation {
+public:
+    simulation(const command_line& line, std::ostream& error) : line_(line), bar_(error, line.terminal && !line.json) {
+        report_ = {{"source", line.source}, {"agrees", false}};
     }
-    std::vector<std::string> order;
-    const std::string list = what.names.design + (row.lang == language::vhdl ? "_vhdl.f" : "_verilog.f");
-    std::istringstream lines(read_file(folder.path() / list));
-    for (std::string file; std::getline(lines, file);) {
-        order.push_back(file);
+
+    void run() {
+        if (!run_stages(state_, true) || !files_are_distinct()) {
+            return;
+        }
+        what_ = built(state_);
+        if (!what_) {
+            return;
+        }
+        simulators_ = chosen_simulators(line_, messages_);
+        if (messages_.has_errors() || !make_vectors()) {
+            return;
+        }
+        run_model();
+        seen_ = expected_;
+        for (const simulator_row* row : simulators_) {
+            run_in(*row);
+        }
+        bar_.clear();
+        compare();
+        write_outputs();
     }
-    order.push_back(bench);
-    std::string failure = run_simulator(row, folder.path(), order);
-    if (!failure.empty()) {
+
+    [[nodiscard]] bool agrees() const { return what_ && !messages_.has_errors(); }
+
+    void print(std::ostream& out, std::ostream& error, bool colour) {
+        bar_.clear();
+        if (!line_.json) {
+            error << rendered(messages_, places_, colour);
+            out << text_;
+            return;
+        }
+        report_["agrees"] = agrees();
+        report_["messages"] = json::array();
+        for (const diagnostic& message : messages_.messages()) {
+            json one = {{"id", message.name}, {"text", message.text}};
+            if (const source_position at = places_.position_of(message.where); at.line != 0) {
+                one["file"] = at.file;
+                one["line"] = at.line;
+                one["column"] = at.column;
+            }
+            report_["messages"].push_back(one);
+        }
+        out << report_.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
+    }
+
+private:
+    [[nodiscard]] const graph& values() const { return state_.current->values; }
+
+    /// No file that is read may be written over, nor two results go into one file.
+    bool files_are_distinct() {
+        std::vector<std::string> taken = {line_.source, line_.inputs};
+        for (const std::string& written : {line_.outputs, line_.wave}) {
+            for (const std::string& other : taken) {
+                std::error_code none;
+                if (!written.empty() && !other.empty() && (written == other || fs::equivalent(written, other, none))) {
+                    messages_.report(message_id::same_file, {}, {written});
+                    return false;
+                }
+            }
+            taken.push_back(written);
+        }
+        return true;
+    }
+
+    bool make_vectors() {
+        const auto seed = static_cast<std::uint64_t>(line_.seed);
+        const std::int32_t latency = what_->text.latency;
+        if (line_.inputs.empty()) {
+            applied_ = make_stimulus(values(), static_cast<std::size_t>(line_.vectors), seed, latency);
+            return true;
+        }
+        std::ifstream file(line_.inputs, std::ios::binary);
+        std::ostringstream text;
+        if (!file || fs::is_directory(line_.inputs) || !(text << file.rdbuf(), file.good() || file.eof())) {
+            messages_.report(message_id::cannot_read, {}, {line_.inputs, std::strerror(errno != 0 ? errno : EISDIR)});
+            return false;
+        }
+        const std::uint32_t offset = places_.end();
+        places_.add_file(offset, line_.inputs, text.str());
+        vectors_by_number given = vectors_from_csv(text.str(), offset, values(), messages_);
+        if (given.empty()) {
+            return false;
+        }
+        applied_ = make_stimulus(std::move(given), seed, latency);
+        return true;
+    }
+
+    void run_model() {
+        design_model model(*state_.made);
+        expected_.reserve(applied_.vectors.size());
+        for (const std::vector<std::uint64_t>& inputs : applied_.vectors) {
+            expected_.push_back(model.outputs_for(inputs));
+            bar_.show("model", expected_.size(), applied_.vectors.size());
+        }
+        equal_.assign(values().outputs().size(), applied_.vectors.size());
+        const std::string cycles = std::to_string(what_->text.latency);
+        text_ = what_->names.design + ": latency " + cycles + " cycles, " + std::to_string(applied_.vectors.size()) +
+                (simulators_.empty() ? " vectors through the model\n"
+                                     : " vectors in every cycle, then with pauses and gaps\n");
+        report_["latency"] = what_->text.latency;
+        report_["vectors"] = applied_.vectors.size();
+        report_["simulators"] = json::array();
+    }
+
+    void run_in(const simulator_row& row) {
+        const std::string failure = run_and_compare(row);
+        if (!failure.empty()) {
+            messages_.report(message_id::simulation_failed, {}, {row.name, failure});
+        } else {
+            text_ +=
+                "  " + std::string(row.name) + ": every output bit as the model has it, in the cycle of startout\n";
+        }
+        report_["simulators"].push_back({{"name", row.name}, {"agrees", failure.empty()}});
+    }
+
+    /// One simulator's run. Empty when every bit agrees.
+    std::string run_and_compare(const simulator_row& row) {
+        const temporary_folder folder;
+        const bool wave = !line_.wave.empty() && &row == simulators_.front();
+        std::vector<output_file> files = what_->files;
+        const std::string bench = "bench" + std::string(extension_of(row.lang));
+        files.push_back({bench, bench_text(what_->text, row.lang, wave)});
+        files.push_back({"vectors.txt", stimulus_text(applied_, values())});
+        if (folder.path().empty() || !write_files(folder.path(), files, messages_)) {
+            return "there is no room for the test bench";
+        }
+        std::vector<std::string> order;
+        const std::string list = what_->names.design + (row.lang == language::vhdl ? "_vhdl.f" : "_verilog.f");
+        std::istringstream lines(read_file(folder.path() / list));
+        for (std::string file; std::getline(lines, file);) {
+            order.push_back(file);
+        }
+        order.push_back(bench);
+        std::size_t line_length = 2;
+        for (const port& output : values().outputs()) {
+            line_length += static_cast<std::size_t>(format_bits(output.format));
+        }
+        const std::size_t whole = line_length * applied_.cycles.size();
+        std::string failure = run_simulator(row, folder.path(), order, wave, [&] {
+            std::error_code none;
+            const auto written = fs::file_size(folder.path() / "results.txt", none);
+            bar_.show(row.name, none ? 0 : static_cast<std::size_t>(written), whole);
+        });
+        const std::string results = read_file(folder.path() / "results.txt");
+        if (wave) {
+            copy_wave(folder.path() / "wave.vcd");
+        }
+        if (failure.empty()) {
+            count_equal(results);
+            failure = difference_of(applied_, expected_, values(), what_->text.latency, results);
+        }
         return failure;
     }
-    return difference_of(applied, expected, source, what.text.latency, read_file(folder.path() / "results.txt"));
-}
 
-nlohmann::ordered_json accuracy_json(const std::vector<output_accuracy>& rows) {
-    auto list = nlohmann::ordered_json::array();
-    for (const output_accuracy& row : rows) {
-        list.push_back({{"name", row.name},
-                        {"format", row.format},
-                        {"vectors", row.vectors},
+    void count_equal(const std::string& results) {
+        const auto seen = outputs_seen(applied_, values(), what_->text.latency, results);
+        for (std::size_t place = 0; place < equal_.size(); ++place) {
+            std::size_t count = 0;
+            for (std::size_t number = 0; number < seen.size(); ++number) {
+                count += seen[number][place] == expected_[number][place] ? 1U : 0U;
+                seen_[number][place] = seen[number][place].value_or(0);
+            }
+            equal_[place] = std::min(equal_[place], count);
+        }
+    }
+
+    void copy_wave(const fs::path& from) {
+        std::error_code failed;
+        fs::copy_file(from, line_.wave, fs::copy_options::overwrite_existing, failed);
+        if (failed) {
+            messages_.report(message_id::cannot_write, {}, {line_.wave, failed.message()});
+        } else {
+            text_ += "  waveforms in " + line_.wave + "\n";
+        }
+    }
+
+    host_results run_host() {
+        const temporary_folder folder;
+        host_options options{.source = line_.source,
+                             .include_folders = line_.include_folders,
+                             .definitions = line_.definitions};
+        for (const built_in_header& header : built_in_headers()) {
+            options.headers.emplace_back(header.name, header.text);
+        }
+        program as_followed = *state_.current;
+        as_followed.values = *state_.followed;
+        return run_on_host(as_followed, options, applied_, folder.path());
+    }
+
+    void compare() {
+        bar_.show("the C program", 0, 0);
+        const host_results host = run_host();
+        const bool same_constants =
+            std::none_of(messages_.messages().begin(), messages_.messages().end(),
+                         [](const diagnostic& one) { return one.name == row_of(message_id::constant_format).name; });
+        const accuracy_question question{
+            .source = *state_.followed,
+            .applied = applied_,
+            .results = expected_,
+            .of_host = host.why_not.empty() ? &host.outputs : nullptr,
+            .same_constants = same_constants,
+            .mantissa = line_.mantissa,
+            .progress = [&](std::size_t done) { bar_.show("exact results", done, applied_.vectors.size()); }};
+        std::vector<output_accuracy> rows = accuracy_of(question);
+        bar_.clear();
+        for (std::size_t place = 0; place < rows.size(); ++place) {
+            output_accuracy& row = rows[place];
+            if (!simulators_.empty()) {
+                row.bits_equal = equal_[place];
+            }
+            if (row.outside != 0) {
+                messages_.report(message_id::result_outside, {}, {row.name, row.outside_at});
+            }
+            if (row.c_differs != 0) {
+                messages_.report(message_id::c_differs, {}, {row.name, row.c_differs_at});
+            }
+        }
+        report_["host"] = {{"compiler", host.compiler}, {"ran", host.why_not.empty()}};
+        if (!host.why_not.empty()) {
+            report_["host"]["why_not"] = host.why_not;
+            text_ += "  no figures of C: " + host.why_not + "\n";
+        }
+        text_ += accuracy_table(rows);
+        add_rows(rows);
+    }
+
+    void add_rows(const std::vector<output_accuracy>& rows) {
+        report_["accuracy"] = json::array();
+        for (const output_accuracy& row : rows) {
+            json one = {{"name", row.name}, {"format", row.format}, {"vectors", row.vectors}};
+            if (row.bits_equal) {
+                one["bits_equal"] = *row.bits_equal;
+            }
+            one.update({{"measured", row.measured},
                         {"largest_ulp", row.largest_ulp},
                         {"median_ulp", row.median_ulp},
-                        {"largest_ulp_of_c", row.largest_ulp_of_c},
-                        {"other_class", row.other_class},
-                        {"other_class_of_c", row.other_class_of_c},
+                        {"apart_range", row.apart_range},
+                        {"apart_undecided", row.apart_undecided},
+                        {"apart_cancelled", row.apart_cancelled},
+                        {"outside", row.outside},
+                        {"c_differs", row.c_differs},
+                        {"worst_vector", row.worst_vector},
                         {"worst", row.worst}});
+            if (row.largest_ulp_of_c) {
+                one["largest_ulp_of_c"] = *row.largest_ulp_of_c;
+            }
+            report_["accuracy"].push_back(one);
+        }
     }
-    return list;
-}
+
+    void write_outputs() {
+        if (line_.outputs.empty()) {
+            return;
+        }
+        errno = 0;
+        std::ofstream file(line_.outputs, std::ios::binary);
+        file << csv_of_outputs(values(), seen_) << std::flush;
+        if (!file) {
+            messages_.report(message_id::cannot_write, {}, {line_.outputs, std::strerror(errno != 0 ? errno : EIO)});
+        } else {
+            text_ += "  outputs in " + line_.outputs + "\n";
+        }
+    }
+
+    const command_line& line_;
+    progress_bar bar_;
+    diagnostics messages_;
+    source_map places_;
+    compilation_state state_{line_, messages_, places_};
+    std::optional<built_design> what_;
+    std::vector<const simulator_row*> simulators_;
+    stimulus applied_;
+    vectors_by_number expected_;      ///< by vector, the model's
+    vectors_by_number seen_;          ///< by vector, the hardware's; the model's where none is simulated
+    std::vector<std::size_t> equal_;  ///< by output: vectors in which every simulator had the model's bits
+    std::string text_;
+    json report_;
+};
 
 }  // namespace
 
 int simulate(const command_line& line, std::ostream& out, std::ostream& error, bool colour) {
-    diagnostics messages;
-    source_map places;
-    compilation_state state{line, messages, places};
-    std::optional<built_design> what;
-    if (run_stages(state, true)) {
-        what = built(state);
-    }
-    std::vector<const simulator_row*> simulators;
-    if (what) {
-        simulators = chosen_simulators(line, messages);
-    }
-    nlohmann::ordered_json report = {{"source", line.source}, {"agrees", false}};
-    std::string text;
-    if (what && !messages.has_errors()) {
-        const graph& values = state.current->values;
-        const stimulus applied = make_stimulus(values, static_cast<std::size_t>(line.vectors),
-                                               static_cast<std::uint64_t>(line.seed), what->text.latency);
-        design_model model(*state.made);
-        std::vector<std::vector<std::uint64_t>> expected;
-        expected.reserve(applied.vectors.size());
-        for (const std::vector<std::uint64_t>& inputs : applied.vectors) {
-            expected.push_back(model.outputs_for(inputs));
-        }
-        text = what->names.design + ": latency " + std::to_string(what->text.latency) + " cycles, " +
-               std::to_string(applied.vectors.size()) + " vectors in every cycle, then with pauses and gaps\n";
-        report["simulators"] = nlohmann::ordered_json::array();
-        for (const simulator_row* row : simulators) {
-            const std::string failure = run_and_compare(*row, *what, applied, expected, values, messages);
-            if (!failure.empty()) {
-                messages.report(message_id::simulation_failed, {}, {row->name, failure});
-            } else {
-                text += "  " + std::string(row->name) +
-                        ": every output bit as the model has it, in the cycle of startout\n";
-            }
-            report["simulators"].push_back({{"name", row->name}, {"agrees", failure.empty()}});
-        }
-        const std::vector<output_accuracy> accuracy = accuracy_of(*state.followed, applied, expected);
-        text += accuracy.empty() ? "  no exact results: some operation is C's own\n" : accuracy_table(accuracy);
-        report["accuracy"] = accuracy_json(accuracy);
-    }
-    const bool agrees = what && !messages.has_errors();
-    if (line.json) {
-        report["agrees"] = agrees;
-        report["messages"] = nlohmann::ordered_json::array();
-        for (const diagnostic& message : messages.messages()) {
-            report["messages"].push_back({{"id", message.name}, {"text", message.text}});
-        }
-        out << report.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
-    } else {
-        error << rendered(messages, places, colour);
-        out << text;
-    }
-    return agrees ? 0 : 1;
+    simulation one(line, error);
+    one.run();
+    one.print(out, error, colour);
+    return one.agrees() ? 0 : 1;
 }
 
 }  // namespace xfc::flow

@@ -13,6 +13,10 @@ void source_map::add_file(std::uint32_t begin, std::string name, std::string tex
     files_.push_back({begin, std::move(name), std::move(text), std::move(starts)});
 }
 
+std::uint32_t source_map::end() const {
+    return files_.empty() ? 1 : files_.back().begin + static_cast<std::uint32_t>(files_.back().text.size()) + 1;
+}
+
 const source_map::file* source_map::file_at(std::uint32_t offset) const {
     const auto behind = std::upper_bound(files_.begin(), files_.end(), offset,
                                          [](std::uint32_t wanted, const file& one) { return wanted < one.begin; });

@@ -32,6 +32,9 @@ public:
     /// Takes a file whose first byte has offset `begin`. Files come in rising order of their offsets.
     void add_file(std::uint32_t begin, std::string name, std::string text);
 
+    /// The first offset behind all files, for a further one.
+    [[nodiscard]] std::uint32_t end() const;
+
     [[nodiscard]] source_position position_of(source_range range) const;
 
     /// "FILE:LINE:COLUMN", empty for no place.

@@ -2,11 +2,118 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstdio>
 
 #include "flow/simulate/reference.h"
 
 namespace xfc::flow {
+
+namespace {
+
+bool is_nan(number_format format, std::uint64_t bits) {
+    return (format == number_format::single_float &&
+            std::isnan(std::bit_cast<float>(static_cast<std::uint32_t>(bits)))) ||
+           (format == number_format::double_float && std::isnan(std::bit_cast<double>(bits)));
+}
+
+std::string inputs_text(const graph& source, const std::vector<std::uint64_t>& inputs) {
+    std::string text;
+    for (std::size_t place = 0; place < inputs.size(); ++place) {
+        const port& one = source.inputs()[place];
+        text += (place == 0 ? "" : " ") + one.name + "=" + c_text(one.format, inputs[place]);
+    }
+    return text;
+}
+
+/// One output's row while vectors are counted.
+class row_counter {
+public:
+    row_counter(const accuracy_question& asked, const exact_reference& exact, std::size_t place)
+        : asked_(asked), exact_(exact), place_(place) {
+        const port& output = asked.source.outputs()[place];
+        row_.name = output.name;
+        row_.format = format_name(output.format);
+    }
+
+    void count(std::size_t number) {
+        const deviation here = exact_.deviation_of(place_, asked_.results[number][place_]);
+        ++row_.vectors;
+        if (here.outside) {
+            row_.outside_at = row_.outside == 0 ? inputs(number) : row_.outside_at;
+            ++row_.outside;
+        }
+        switch (here.apart) {
+            case apart_reason::range:
+                ++row_.apart_range;
+                return;
+            case apart_reason::undecided:
+                ++row_.apart_undecided;
+                return;
+            case apart_reason::cancelled:
+                ++row_.apart_cancelled;
+                return;
+            case apart_reason::none:
+                break;
+        }
+        errors_.push_back(here.ulp);
+        if (here.ulp > row_.largest_ulp) {
+            row_.largest_ulp = here.ulp;
+            row_.worst_vector = number + 1;
+        }
+        if (asked_.of_host != nullptr && !(*asked_.of_host)[number].empty()) {
+            const deviation of_c = exact_.deviation_of(place_, (*asked_.of_host)[number][place_]);
+            row_.largest_ulp_of_c = std::max(row_.largest_ulp_of_c.value_or(0.0), of_c.ulp);
+        }
+    }
+
+    /// `expected`: C's arithmetic over the program as it was understood.
+    void count_c(std::size_t number, std::uint64_t expected) {
+        const number_format format = asked_.source.outputs()[place_].format;
+        const std::uint64_t of_host = (*asked_.of_host)[number][place_];
+        if (of_host != expected && !(is_nan(format, of_host) && is_nan(format, expected))) {
+            if (row_.c_differs == 0) {
+                row_.c_differs_at =
+                    inputs(number) + ": C " + c_text(format, of_host) + ", understood " + c_text(format, expected);
+            }
+            ++row_.c_differs;
+        }
+    }
+
+    output_accuracy finished() {
+        row_.measured = errors_.size();
+        if (!errors_.empty()) {
+            const auto middle = errors_.begin() + static_cast<std::ptrdiff_t>(errors_.size() / 2);
+            std::nth_element(errors_.begin(), middle, errors_.end());
+            row_.median_ulp = *middle;
+        }
+        row_.worst = row_.worst_vector == 0 ? "" : inputs(row_.worst_vector - 1);
+        return row_;
+    }
+
+private:
+    [[nodiscard]] std::string inputs(std::size_t number) const {
+        return inputs_text(asked_.source, asked_.applied.vectors[number]);
+    }
+
+    const accuracy_question& asked_;
+    const exact_reference& exact_;
+    std::size_t place_;
+    output_accuracy row_;
+    std::vector<double> errors_;
+};
+
+std::string padded(const std::string& text, std::size_t size) {
+    return std::string(text.size() < size ? size - text.size() : 0, ' ') + text;
+}
+
+std::string ulp_text(double what) {
+    char text[32];
+    (void)std::snprintf(text, sizeof text, what < 1e5 ? "%.3f" : "%.2e", what);
+    return text;
+}
+
+}  // namespace
 
 std::string c_text(number_format format, std::uint64_t bits) {
     char text[64];
@@ -22,77 +129,85 @@ std::string c_text(number_format format, std::uint64_t bits) {
             (void)std::snprintf(text, sizeof text, "%d", static_cast<std::int32_t>(bits));
             break;
     }
-    return text;
+    return is_nan(format, bits) ? "nan" : text;
 }
 
-std::vector<output_accuracy> accuracy_of(const graph& source, const stimulus& applied,
-                                         const std::vector<std::vector<std::uint64_t>>& results) {
-    std::vector<output_accuracy> rows;
-    if (!exact_reference::follows(source)) {
-        return rows;
+std::vector<output_accuracy> accuracy_of(const accuracy_question& asked) {
+    exact_reference exact(asked.source, asked.mantissa);
+    std::vector<row_counter> counters;
+    for (std::size_t place = 0; place < asked.source.outputs().size(); ++place) {
+        counters.emplace_back(asked, exact, place);
     }
-    for (const port& output : source.outputs()) {
-        rows.push_back({.name = output.name, .format = format_name(output.format)});
-    }
-    std::vector<std::vector<double>> errors(rows.size());
-    exact_reference exact(source);
-    for (std::size_t number = 0; number < applied.vectors.size(); ++number) {
-        const std::vector<std::uint64_t>& inputs = applied.vectors[number];
+    const bool c_is_known = asked.of_host != nullptr && asked.same_constants && is_exact_in_c(asked.source);
+    for (std::size_t number = 0; number < asked.applied.vectors.size(); ++number) {
+        const std::vector<std::uint64_t>& inputs = asked.applied.vectors[number];
         exact.run(inputs);
-        const std::vector<std::uint64_t> of_c = c_outputs(source, inputs);
-        for (std::size_t place = 0; place < rows.size(); ++place) {
-            output_accuracy& row = rows[place];
-            const deviation here = exact.deviation_of(place, results[number][place]);
-            const deviation c = exact.deviation_of(place, of_c[place]);
-            ++row.vectors;
-            row.other_class += here.class_differs ? 1 : 0;
-            row.other_class_of_c += c.class_differs ? 1 : 0;
-            row.largest_ulp_of_c = std::max(row.largest_ulp_of_c, c.ulp);
-            errors[place].push_back(here.ulp);
-            if (here.ulp > row.largest_ulp) {
-                row.largest_ulp = here.ulp;
-                row.worst.clear();
-                for (std::size_t input = 0; input < inputs.size(); ++input) {
-                    const port& one = source.inputs()[input];
-                    row.worst += (input == 0 ? "" : " ") + one.name + "=" + c_text(one.format, inputs[input]);
-                }
+        for (row_counter& counter : counters) {
+            counter.count(number);
+        }
+        if (c_is_known && !(*asked.of_host)[number].empty()) {
+            bool defined = false;
+            const std::vector<std::uint64_t> expected = c_outputs(asked.source, inputs, &defined);
+            for (std::size_t place = 0; defined && place < counters.size(); ++place) {
+                counters[place].count_c(number, expected[place]);
             }
         }
-    }
-    for (std::size_t place = 0; place < rows.size(); ++place) {
-        std::vector<double>& all = errors[place];
-        if (!all.empty()) {
-            const auto middle = all.begin() + static_cast<std::ptrdiff_t>(all.size() / 2);
-            std::nth_element(all.begin(), middle, all.end());
-            rows[place].median_ulp = *middle;
+        if (asked.progress) {
+            asked.progress(number + 1);
         }
+    }
+    std::vector<output_accuracy> rows;
+    for (row_counter& counter : counters) {
+        rows.push_back(counter.finished());
     }
     return rows;
 }
 
 std::string accuracy_table(const std::vector<output_accuracy>& rows) {
-    std::size_t width = 6;
+    // Every column as wide as its widest entry; names stand left, numbers right.
+    std::vector<std::vector<std::string>> lines = {
+        {"output", "format", "vectors", "bits equal", "largest ulp", "median", "C's largest", "apart", "outside"}};
     for (const output_accuracy& row : rows) {
-        width = std::max(width, row.name.size());
+        lines.push_back({row.name, std::string(row.format), std::to_string(row.vectors),
+                         row.bits_equal ? std::to_string(*row.bits_equal) : "-",
+                         row.measured == 0 ? "-" : ulp_text(row.largest_ulp),
+                         row.measured == 0 ? "-" : ulp_text(row.median_ulp),
+                         row.largest_ulp_of_c ? ulp_text(*row.largest_ulp_of_c) : "-",
+                         std::to_string(row.apart_range + row.apart_undecided + row.apart_cancelled),
+                         std::to_string(row.outside)});
     }
-    const auto padded = [](const std::string& text, std::size_t size) {
-        return std::string(text.size() < size ? size - text.size() : 0, ' ') + text;
-    };
-    const auto number = [&](double what) {
-        char text[32];
-        (void)std::snprintf(text, sizeof text, what < 1e6 ? "%.3f" : "%.2e", what);
-        return padded(text, 12);
-    };
-    std::string text = "output" + std::string(width - 6, ' ') +
-                       "  format    vectors  largest ulp   median ulp    C largest  inf/nan differs  C's\n";
-    for (const output_accuracy& row : rows) {
-        text += row.name + std::string(width - row.name.size(), ' ') + "  " + std::string(row.format) +
-                std::string(8 - row.format.size(), ' ') + padded(std::to_string(row.vectors), 9) + " " +
-                number(row.largest_ulp) + " " + number(row.median_ulp) + " " + number(row.largest_ulp_of_c) +
-                padded(std::to_string(row.other_class), 17) + padded(std::to_string(row.other_class_of_c), 5) + "\n";
-        if (!row.worst.empty()) {
-            text += "  worst at " + row.worst + "\n";
+    std::vector<std::size_t> widths(lines.front().size(), 0);
+    for (const auto& line : lines) {
+        for (std::size_t column = 0; column < line.size(); ++column) {
+            widths[column] = std::max(widths[column], line[column].size());
         }
+    }
+    std::string text;
+    for (std::size_t number = 0; number < lines.size(); ++number) {
+        for (std::size_t column = 0; column < widths.size(); ++column) {
+            const std::string& entry = lines[number][column];
+            text += (column == 0 ? "  " : "   ") + (column < 2 ? entry + std::string(widths[column] - entry.size(), ' ')
+                                                               : padded(entry, widths[column]));
+        }
+        text += '\n';
+        if (number != 0 && rows[number - 1].worst_vector != 0) {
+            const output_accuracy& row = rows[number - 1];
+            text += "    worst in vector " + std::to_string(row.worst_vector) + ": " + row.worst + "\n";
+        }
+    }
+    std::size_t range = 0;
+    std::size_t undecided = 0;
+    std::size_t cancelled = 0;
+    for (const output_accuracy& row : rows) {
+        range += row.apart_range;
+        undecided += row.apart_undecided;
+        cancelled += row.apart_cancelled;
+    }
+    for (const auto& [count, what] :
+         {std::pair(range, "something on the way is too large or too small for its format"),
+          std::pair(undecided, "a comparison or a rounding to whole numbers on the way is too close to call"),
+          std::pair(cancelled, "cancellation on the way takes half of the digits or more")}) {
+        text += count == 0 ? "" : "  counted apart: " + std::to_string(count) + " in which " + what + "\n";
     }
     return text;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,20 +16,38 @@ struct output_accuracy {
     std::string name = {};
     std::string_view format = {};
     std::size_t vectors = 0;
-    double largest_ulp = 0.0;
-    double median_ulp = 0.0;
-    double largest_ulp_of_c = 0.0;
-    std::size_t other_class =
-        0;  ///< vectors in which the design is infinite or no number where the exact result is not
-    std::size_t other_class_of_c = 0;  ///< the same for C
-    std::string worst = {};            ///< inputs of the largest error, as C writes them
+    std::optional<std::size_t> bits_equal = {};  ///< vectors in which every simulator had the model's bits
+    std::size_t measured = 0;                    ///< vectors that are not counted apart
+    double largest_ulp = 0.0;                    ///< of those measured
+    double median_ulp = 0.0;                     ///< of those measured
+    std::optional<double> largest_ulp_of_c = {};
+    std::size_t apart_range = 0;      ///< vectors in which something on the way left its format's range
+    std::size_t apart_undecided = 0;  ///< a decision on the way could fall out either way
+    std::size_t apart_cancelled = 0;  ///< cancellation takes half of the digits or more
+    std::size_t outside = 0;          ///< vectors farther from the exact result than the bounds allow
+    std::size_t c_differs = 0;        ///< vectors in which the host's C is not the program as it was understood
+    std::size_t worst_vector = 0;     ///< counted from 1; 0: all are exact
+    std::string worst = {};           ///< its inputs as C writes them
+    std::string outside_at = {};      ///< the inputs of the first one outside
+    std::string c_differs_at = {};    ///< the inputs of the first one in which C differs
 };
 
-/// Compares results by vector with the exact ones and with C's. Empty when some operation cannot be followed exactly.
-[[nodiscard]] std::vector<output_accuracy> accuracy_of(const graph& source, const stimulus& applied,
-                                                       const std::vector<std::vector<std::uint64_t>>& results);
+/// What results are compared with.
+struct accuracy_question {
+    const graph& source;  ///< as C has it
+    const stimulus& applied;
+    const std::vector<std::vector<std::uint64_t>>& results;  ///< by vector
+    /// The compiled program's outputs by vector; null without a compiler, no outputs where it was stopped.
+    const std::vector<std::vector<std::uint64_t>>* of_host = nullptr;
+    bool same_constants = true;  ///< no constant has another format than C gives it
+    std::int32_t mantissa = 32;
+    std::function<void(std::size_t)> progress = {};  ///< told the vectors that are done
+};
 
-/// A number as C writes it: hexadecimal for floating ones.
+/// Compares results by vector with the exact ones and with C's.
+[[nodiscard]] std::vector<output_accuracy> accuracy_of(const accuracy_question& asked);
+
+/// A number as C writes it: hexadecimal for floating ones, nan and inf as C prints them.
 [[nodiscard]] std::string c_text(number_format format, std::uint64_t bits);
 
 /// The table that people read.

@@ -22,7 +22,7 @@ module bench;
 @ports@     .startout(startout));
 
   initial begin
-    vectors = $fopen("vectors.txt", "r");
+@wave@    vectors = $fopen("vectors.txt", "r");
     results = $fopen("results.txt", "w");
     sysclk = 0;
     reset = 0;
@@ -44,6 +44,8 @@ module bench;
   end
 endmodule
 )";
+
+constexpr std::string_view wave_lines = "    $dumpfile(\"wave.vcd\");\n    $dumpvars(2, bench);\n";
 
 constexpr std::string_view vhdl_bench = R"(library ieee;
 use ieee.std_logic_1164.all;
@@ -106,7 +108,7 @@ end test;
 
 }  // namespace
 
-std::string bench_text(const datapath& what, language lang) {
+std::string bench_text(const datapath& what, language lang, bool wave) {
     std::int32_t inputs = 0;
     std::int32_t outputs = 0;
     for (const bus_text& bus : what.inputs) {
@@ -138,7 +140,8 @@ std::string bench_text(const datapath& what, language lang) {
                                                                                  {"inputs", std::to_string(bits)},
                                                                                  {"outputs", std::to_string(outputs)},
                                                                                  {"line", std::to_string(bits + 3)},
-                                                                                 {"ports", ports}});
+                                                                                 {"ports", ports},
+                                                                                 {"wave", std::string(wave ? wave_lines : "")}});
 }
 
 }  // namespace xfc::flow

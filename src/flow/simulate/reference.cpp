@@ -6,7 +6,8 @@
 #include <array>
 #include <bit>
 #include <cmath>
-#include <memory>
+#include <limits>
+#include <type_traits>
 
 #include "flow/graph/fold.h"
 
@@ -27,12 +28,19 @@ struct exact_row {
 };
 
 int inverse_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t round) { return mpfr_ui_div(to, 1, from, round); }
+int floor_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_floor(to, from); }
+int ceiling_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_ceil(to, from); }
+int whole_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_trunc(to, from); }
+int rounded_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_round(to, from); }
 
 constexpr exact_row exact_rows[] = {
     {operation::add, nullptr, mpfr_add},
     {operation::subtract, nullptr, mpfr_sub},
     {operation::multiply, nullptr, mpfr_mul},
     {operation::divide, nullptr, mpfr_div},
+    {operation::minimum, nullptr, mpfr_min},
+    {operation::maximum, nullptr, mpfr_max},
+    {operation::copy_sign, nullptr, mpfr_copysign},
     {operation::negate, mpfr_neg},
     {operation::absolute, mpfr_abs},
     {operation::square_root, mpfr_sqrt},
@@ -43,6 +51,11 @@ constexpr exact_row exact_rows[] = {
     {operation::exponential_2, mpfr_exp2},
     {operation::logarithm_2, mpfr_log2},
     {operation::logarithm_10, mpfr_log10},
+    {operation::floor, floor_of},
+    {operation::ceiling, ceiling_of},
+    {operation::truncate, whole_of},
+    {operation::round, rounded_of},
+    {operation::convert, mpfr_set},
 };
 
 const exact_row* row_for(operation op) {
@@ -59,10 +72,31 @@ void set_bits(mpfr_ptr to, number_format format, std::uint64_t bits) {
         case number_format::double_float:
             mpfr_set_d(to, std::bit_cast<double>(bits), nearest);
             break;
-        default:
+        case number_format::integer:
             mpfr_set_si(to, static_cast<std::int32_t>(bits), nearest);
             break;
+        case number_format::boolean:
+            mpfr_set_ui(to, bits == 0 ? 0 : 1, nearest);
+            break;
     }
+}
+
+/// A floating number that compares and is cut off as the exact one: rounded to odd, so that nothing becomes whole or
+/// equal by rounding.
+double stand_in(mpfr_srcptr exact) {
+    const double cut = mpfr_get_d(exact, MPFR_RNDZ);
+    if (!std::isfinite(cut) || mpfr_cmp_d(exact, cut) == 0) {
+        return cut;
+    }
+    const std::uint64_t bits = std::bit_cast<std::uint64_t>(cut) | 1U;
+    return std::bit_cast<double>(cut == 0 && mpfr_signbit(exact) != 0 ? bits | (std::uint64_t{1} << 63U) : bits);
+}
+
+/// What is finite stays finite: sizes beyond long doubles become the largest of them.
+long double as_long_double(mpfr_srcptr exact) {
+    const long double number = mpfr_get_ld(exact, nearest);
+    const bool too_large = std::isinf(number) && mpfr_inf_p(exact) == 0;
+    return too_large ? std::copysign(std::numeric_limits<long double>::max(), number) : number;
 }
 
 /// An IEEE format's fraction bits and least exponent of a normal number.
@@ -79,89 +113,123 @@ float_shape shape_of(number_format format) {
 }  // namespace
 
 struct exact_reference::numbers {
-    explicit numbers(std::size_t count) : size(count), all(new mpfr_t[count]) {
-        for (std::size_t at = 0; at < size; ++at) {
-            mpfr_init2(all[at], precision);
+    explicit numbers(std::size_t count) : exact(count), known(count), bounded(count) {
+        for (auto& one : exact) {
+            mpfr_init2(&one, precision);
         }
     }
     ~numbers() {
-        for (std::size_t at = 0; at < size; ++at) {
-            mpfr_clear(all[at]);
+        for (auto& one : exact) {
+            mpfr_clear(&one);
         }
     }
     numbers(const numbers&) = delete;
     numbers& operator=(const numbers&) = delete;
 
-    std::size_t size;
-    std::unique_ptr<mpfr_t[]> all;
-    std::vector<known_number> known;  ///< integers and booleans as C has them, by value
-};
-
-exact_reference::exact_reference(const graph& source) : source_(source), numbers_(new numbers(source.size())) {
-    numbers_->known.resize(source.size());
-}
-exact_reference::~exact_reference() { delete numbers_; }
-
-bool exact_reference::follows(const graph& source) {
-    return std::all_of(source.values().begin(), source.values().end(), [](const value& one) {
-        if (one.op == operation::input || one.op == operation::constant || one.op == operation::convert ||
-            one.op == operation::scale || one.op == operation::whole_power) {
-            return true;
-        }
-        return one.format == number_format::integer || row_for(one.op) != nullptr;
-    });
-}
-
-void exact_reference::run(std::span<const std::uint64_t> inputs) {
-    for (value_id id = 0; id < source_.size(); ++id) {
-        const value& one = source_[id];
-        mpfr_ptr result = numbers_->all[id];
-        known_number& known = numbers_->known[id];
-        known.format = one.format;
-        if (one.op == operation::input || one.op == operation::constant) {
-            known.bits = one.op == operation::input ? inputs[one.port()] : one.constant_bits();
-            set_bits(result, one.format, known.bits);
-            continue;
-        }
-        mpfr_srcptr a = numbers_->all[one.operands[0]];
-        if (one.format == number_format::integer) {
-            // Whole numbers wrap as C's do; what comes from a floating number is cut off where C cuts it.
-            std::array<known_number, most_operands> operands;
-            const auto ids = one.operand_span();
-            for (std::size_t place = 0; place < ids.size(); ++place) {
-                operands.at(place) = numbers_->known[ids[place]];
-                if (is_floating(operands.at(place).format)) {
-                    operands.at(place) = known_double(mpfr_get_d(numbers_->all[ids[place]], MPFR_RNDZ));
-                }
+    /// Comparisons, choices' conditions and whole numbers, as C has them of the exact operands.
+    void compute_known(const graph& source, value_id id) {
+        const value& one = source[id];
+        std::array<known_number, most_operands> operands;
+        const auto ids = one.operand_span();
+        for (std::size_t place = 0; place < ids.size(); ++place) {
+            operands.at(place) = known[ids[place]];
+            if (is_floating(operands.at(place).format)) {
+                operands.at(place) = known_double(stand_in(at(ids[place])));
             }
-            known.bits = compute(one.op, one.format, {operands.data(), ids.size()});
-            set_bits(result, one.format, known.bits);
-        } else if (one.op == operation::convert) {
-            mpfr_set(result, a, nearest);
+        }
+        known[id].bits = compute(one.op, one.format, {operands.data(), ids.size()});
+        set_bits(at(id), one.format, known[id].bits);
+    }
+
+    void compute_comparison(const value& one, value_id id) {
+        mpfr_srcptr a = at(one.operands[0]);
+        mpfr_srcptr b = at(one.operands[1]);
+        const bool truth = one.op == operation::less         ? mpfr_less_p(a, b) != 0
+                           : one.op == operation::less_equal ? mpfr_lessequal_p(a, b) != 0
+                                                             : mpfr_equal_p(a, b) != 0;
+        known[id].bits = truth ? 1 : 0;
+        set_bits(at(id), number_format::boolean, known[id].bits);
+    }
+
+    void compute_floating(const value& one, value_id id) {
+        mpfr_ptr result = at(id);
+        mpfr_srcptr a = at(one.operands[0]);
+        if (one.op == operation::select) {
+            mpfr_set(result, at(one.operands[known[one.operands[0]].bits != 0 ? 1 : 2]), nearest);
         } else if (one.op == operation::scale || one.op == operation::whole_power) {
-            const auto whole = static_cast<std::int32_t>(numbers_->known[one.operands[1]].bits);
+            const auto whole = static_cast<std::int32_t>(known[one.operands[1]].bits);
             one.op == operation::scale ? mpfr_mul_2si(result, a, whole, nearest)
                                        : mpfr_pow_si(result, a, whole, nearest);
         } else {
             const exact_row& row = *row_for(one.op);
             row.of_one != nullptr ? row.of_one(result, a, nearest)
-                                  : row.of_two(result, a, numbers_->all[one.operands[1]], nearest);
+                                  : row.of_two(result, a, at(one.operands[1]), nearest);
         }
+    }
+
+    [[nodiscard]] mpfr_ptr at(value_id id) { return &exact[id]; }
+
+    std::vector<std::remove_extent_t<mpfr_t>> exact;
+    std::vector<known_number> known;  ///< bits of integers and booleans
+    std::vector<bounded_number> bounded;
+};
+
+exact_reference::exact_reference(const graph& source, std::int32_t mantissa)
+    : source_(source), numbers_(std::make_unique<numbers>(source.size())), mantissa_(mantissa) {}
+exact_reference::~exact_reference() = default;
+
+void exact_reference::run(std::span<const std::uint64_t> inputs) {
+    numbers& all = *numbers_;
+    for (value_id id = 0; id < source_.size(); ++id) {
+        const value& one = source_[id];
+        all.known[id].format = one.format;
+        bounded_number& bounded = all.bounded[id];
+        const bool given = one.op == operation::input || one.op == operation::constant;
+        if (given) {
+            all.known[id].bits = one.op == operation::input ? inputs[one.port()] : one.constant_bits();
+            set_bits(all.at(id), one.format, all.known[id].bits);
+        } else if (row_of(one.op).operands[0] == operand_rule::alike) {
+            all.compute_comparison(one, id);
+        } else if (!is_floating(one.format)) {
+            all.compute_known(source_, id);
+        } else {
+            all.compute_floating(one, id);
+        }
+        bounded = {.number = as_long_double(all.at(id)),
+                   .exact_zero = mpfr_zero_p(all.at(id)) != 0,
+                   .format = one.format};
+        if (given) {
+            bounded.bound = bound_of_input(bounded);
+            continue;
+        }
+        std::array<bounded_number, most_operands> operands;
+        const auto ids = one.operand_span();
+        for (std::size_t place = 0; place < ids.size(); ++place) {
+            operands.at(place) = all.bounded[ids[place]];
+        }
+        bounded.bound = bound_of(one.op, bounded, {operands.data(), ids.size()}, mantissa_);
     }
 }
 
 deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) const {
     const port& one = source_.outputs()[output];
-    mpfr_srcptr exact = numbers_->all[one.value];
+    mpfr_srcptr exact = numbers_->at(one.value);
+    const value_bound& bound = numbers_->bounded[one.value].bound;
+    const bool anything = !(bound.radius < std::numeric_limits<long double>::infinity());
+    deviation found{.apart = bound.range_before ? apart_reason::range
+                             : bound.undecided  ? apart_reason::undecided
+                             : anything         ? apart_reason::cancelled
+                                                : apart_reason::none};
     mpfr_t got;
     mpfr_init2(got, precision);
     set_bits(got, one.format, bits);
-    deviation found;
+    long double distance = 0;
     if (mpfr_nan_p(exact) != 0 || mpfr_nan_p(got) != 0) {
         found.class_differs = (mpfr_nan_p(exact) != 0) != (mpfr_nan_p(got) != 0);
-    } else if (one.format == number_format::integer) {
+    } else if (!is_floating(one.format)) {
         mpfr_sub(got, got, exact, nearest);
-        found.ulp = std::fabs(mpfr_get_d(got, nearest));
+        distance = std::fabs(mpfr_get_ld(got, nearest));
+        found.ulp = static_cast<double>(distance);
     } else {
         const float_shape shape = shape_of(one.format);
         // The exponent of the leading one; MPFR's numbers are from 1/2 to 1.
@@ -170,12 +238,16 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
             mpfr_inf_p(exact) != 0 || (mpfr_regular_p(exact) != 0 && exponent > shape.greatest_exponent);
         const bool too_small = mpfr_zero_p(exact) != 0 || exponent < shape.least_exponent;
         if (too_large || mpfr_inf_p(got) != 0) {
-            // Just below the limit rounding may decide for infinity.
-            const bool at_limit = !too_large && exponent == shape.greatest_exponent;
-            found.class_differs =
-                !at_limit && (!too_large || mpfr_inf_p(got) == 0 || mpfr_signbit(got) != mpfr_signbit(exact));
+            // Around the limit rounding may decide for infinity or for the largest number.
+            found.class_differs = mpfr_inf_p(got) == 0 || mpfr_signbit(got) != mpfr_signbit(exact);
+            found.class_differs = found.class_differs || !(too_large || bound.out_of_range);
+            if (too_large && mpfr_inf_p(got) == 0 && mpfr_inf_p(exact) == 0) {
+                mpfr_sub(got, got, exact, nearest);
+                found.class_differs = std::fabs(mpfr_get_ld(got, nearest)) > bound.radius;
+            }
         } else if (!(too_small && mpfr_zero_p(got) != 0)) {
             mpfr_sub(got, got, exact, nearest);
+            distance = std::fabs(mpfr_get_ld(got, nearest));
             const long unit =
                 std::max<long>(mpfr_zero_p(exact) != 0 ? shape.least_exponent : exponent, shape.least_exponent) -
                 shape.fraction_bits;
@@ -184,11 +256,68 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         }
     }
     mpfr_clear(got);
+    if (found.apart == apart_reason::none && is_floating(one.format) && mpfr_number_p(exact) != 0) {
+        // Half of the digits gone: units of what is left would tell about the cancellation, not about the arithmetic.
+        const float_shape shape = shape_of(one.format);
+        const long double size = std::max(std::fabs(as_long_double(exact)), smallest_normal(one.format));
+        found.apart = bound.radius > std::ldexp(size, -(shape.fraction_bits / 2)) ? apart_reason::cancelled : found.apart;
+    }
+    // What left the range on the way may come out as C has it or as the exact result has it.
+    const bool judged = !anything && !bound.range_before;
+    found.outside = judged && ((found.class_differs && !bound.undecided) || distance > bound.radius);
     return found;
 }
 
-std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::uint64_t> inputs) {
+namespace {
+
+/// Whether C says what this operation gives.
+bool is_defined(const value& one, std::span<const known_number> operands) {
+    const auto whole = [&](std::size_t place) { return static_cast<std::int32_t>(operands[place].bits); };
+    switch (one.op) {
+        case operation::convert:
+            if (one.format == number_format::integer && is_floating(operands[0].format)) {
+                const double from = operands[0].format == number_format::single_float
+                                        ? std::bit_cast<float>(static_cast<std::uint32_t>(operands[0].bits))
+                                        : std::bit_cast<double>(operands[0].bits);
+                return from > -0x1p31 - 1 && from < 0x1p31;
+            }
+            return true;
+        case operation::divide:
+        case operation::remainder:
+            return one.format != number_format::integer ||
+                   (whole(1) != 0 && !(whole(1) == -1 && whole(0) == std::numeric_limits<std::int32_t>::min()));
+        case operation::shift_left:
+        case operation::shift_right:
+        case operation::shift_right_unsigned:
+            return whole(1) >= 0 && whole(1) < 32;
+        default:
+            return true;
+    }
+}
+
+}  // namespace
+
+bool is_exact_in_c(const graph& source) {
+    return std::none_of(source.values().begin(), source.values().end(), [](const value& one) {
+        switch (one.op) {
+            case operation::inverse:
+            case operation::inverse_square_root:
+            case operation::exponential:
+            case operation::logarithm:
+            case operation::exponential_2:
+            case operation::logarithm_2:
+            case operation::logarithm_10:
+            case operation::whole_power:
+                return true;
+            default:
+                return false;
+        }
+    });
+}
+
+std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::uint64_t> inputs, bool* defined) {
     std::vector<known_number> results(source.size());
+    bool all_defined = true;
     for (value_id id = 0; id < source.size(); ++id) {
         const value& one = source[id];
         results[id].format = one.format;
@@ -201,7 +330,11 @@ std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::u
         for (std::size_t place = 0; place < ids.size(); ++place) {
             operands.at(place) = results[ids[place]];
         }
+        all_defined = all_defined && is_defined(one, {operands.data(), ids.size()});
         results[id].bits = compute(one.op, one.format, {operands.data(), ids.size()});
+    }
+    if (defined != nullptr) {
+        *defined = all_defined;
     }
     std::vector<std::uint64_t> outputs;
     for (const port& output : source.outputs()) {

@@ -1,5 +1,6 @@
 #include "flow/simulate/stimulus.h"
 
+#include <algorithm>
 #include <array>
 #include <deque>
 #include <random>
@@ -7,6 +8,8 @@
 namespace xfc::flow {
 
 namespace {
+
+constexpr std::int32_t reset_cycles = 2;  // in front of the first vector
 
 /// Random numbers that are the same with every library: only the generator itself is used, not the distributions.
 class number_source {
@@ -90,18 +93,25 @@ void append_bits(std::string& text, std::uint64_t bits, int width) {
 
 stimulus make_stimulus(const graph& source, std::size_t vectors, std::uint64_t seed, std::int32_t latency) {
     number_source numbers(seed);
-    stimulus made;
+    std::vector<std::vector<std::uint64_t>> drawn;
     for (std::size_t number = 0; number < vectors; ++number) {
         std::vector<std::uint64_t> vector;
         for (const port& input : source.inputs()) {
             vector.push_back(numbers.number_in(input.format));
         }
-        made.vectors.push_back(std::move(vector));
+        drawn.push_back(std::move(vector));
     }
+    return make_stimulus(std::move(drawn), seed, latency);
+}
+
+stimulus make_stimulus(std::vector<std::vector<std::uint64_t>> given, std::uint64_t seed, std::int32_t latency) {
+    number_source numbers(seed);
+    stimulus made{.vectors = std::move(given)};
+    const std::size_t vectors = made.vectors.size();
     const auto settle = [&](stimulus_cycle cycle, std::int32_t cycles) {
         made.cycles.insert(made.cycles.end(), static_cast<std::size_t>(cycles), cycle);
     };
-    settle({.reset = true}, 2);
+    settle({.reset = true}, reset_cycles);
     for (std::size_t number = 0; number < vectors; ++number) {
         made.cycles.push_back({.enable = true, .startin = true, .vector = number});
     }
@@ -175,6 +185,36 @@ std::string difference_of(const stimulus& what, const std::vector<std::vector<st
         }
     }
     return {};
+}
+
+std::vector<std::vector<std::optional<std::uint64_t>>> outputs_seen(const stimulus& what, const graph& source,
+                                                                    std::int32_t latency, const std::string& seen) {
+    std::vector<std::vector<std::optional<std::uint64_t>>> outputs;
+    std::size_t at = 0;
+    const std::size_t first = static_cast<std::size_t>(reset_cycles + latency);
+    for (std::size_t cycle = 0; outputs.size() < what.vectors.size(); ++cycle) {
+        const std::size_t end = at < seen.size() ? seen.find('\n', at) : std::string::npos;
+        const std::string_view line =
+            end == std::string::npos ? std::string_view() : std::string_view(seen).substr(at, end - at);
+        if (cycle >= first) {
+            std::size_t bit = 1;
+            outputs.emplace_back();
+            for (const port& output : source.outputs()) {
+                const std::string_view bits = line.substr(std::min(bit, line.size()),
+                                                          static_cast<std::size_t>(format_bits(output.format)));
+                bit += bits.size();
+                std::uint64_t number = 0;
+                bool known = bits.size() == static_cast<std::size_t>(format_bits(output.format));
+                for (const char letter : bits) {
+                    known = known && (letter == '0' || letter == '1');
+                    number = number * 2 + (letter == '1' ? 1 : 0);
+                }
+                outputs.back().push_back(known ? std::optional(number) : std::nullopt);
+            }
+        }
+        at = end == std::string::npos ? seen.size() : end + 1;
+    }
+    return outputs;
 }
 
 }  // namespace xfc::flow

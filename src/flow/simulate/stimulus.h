@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,10 @@ struct stimulus {
 [[nodiscard]] stimulus make_stimulus(const graph& source, std::size_t vectors, std::uint64_t seed,
                                      std::int32_t latency);
 
+/// The same with vectors that are given.
+[[nodiscard]] stimulus make_stimulus(std::vector<std::vector<std::uint64_t>> vectors, std::uint64_t seed,
+                                     std::int32_t latency);
+
 /// A line a cycle as the test benches read it: reset, enable, startin and the bits of all inputs, the first port's
 /// first, as zeros and ones.
 [[nodiscard]] std::string stimulus_text(const stimulus& what, const graph& source);
@@ -37,5 +42,12 @@ struct stimulus {
 /// sentence about the first difference. `expected` has the model's outputs by vector.
 [[nodiscard]] std::string difference_of(const stimulus& what, const std::vector<std::vector<std::uint64_t>>& expected,
                                         const graph& source, std::int32_t latency, const std::string& seen);
+
+/// The outputs that a test bench saw for each vector of the first run, in which one enters in every cycle, by output;
+/// nothing where a bit is unknown or the run ended before.
+[[nodiscard]] std::vector<std::vector<std::optional<std::uint64_t>>> outputs_seen(const stimulus& what,
+                                                                                  const graph& source,
+                                                                                  std::int32_t latency,
+                                                                                  const std::string& seen);
 
 }  // namespace xfc::flow

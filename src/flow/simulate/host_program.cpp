@@ -1,0 +1,319 @@
+#include "flow/simulate/host_program.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstring>
+#include <fstream>
+
+#include "flow/simulate/process.h"
+
+namespace xfc::flow {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::array<std::string_view, 4> compilers{"cc", "gcc", "clang", "clang-19"};
+
+/// What older sources call without a declaration and C's library lacks.
+constexpr std::string_view missing_functions =
+    "static double inv(double x) { return 1.0 / x; }\n"
+    "static double invsqr(double x) { return 1.0 / __builtin_sqrt(x); }\n"
+    "static double negate(double x) { return -x; }\n";
+
+/// Runs the program over vectors.bin in children, so that a trap costs one vector, and a program whose variables keep
+/// their values starts anew for each. A word 1 and the outputs a vector, or a word 0.
+constexpr std::string_view host_main = R"(#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+typedef unsigned long long word;
+
+void xfc_host_run(const word* in, word* out);
+
+int main(int count, char** words) {
+    const size_t vectors = strtoul(words[1], 0, 10);
+    const size_t inputs = strtoul(words[2], 0, 10);
+    const size_t outputs = strtoul(words[3], 0, 10) + 1;
+    const int one_each = words[4][0] == '1';
+    const size_t words_in = vectors * inputs;
+    word* in = malloc((words_in + 1) * sizeof *in);
+    word* out = mmap(0, (vectors * outputs + 1) * sizeof *out, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    FILE* file = fopen("vectors.bin", "rb");
+    if (count != 5 || in == 0 || out == MAP_FAILED || file == 0 || fread(in, sizeof *in, words_in, file) != words_in) {
+        return 1;
+    }
+    fclose(file);
+    volatile word* next = out + vectors * outputs;
+    while (*next < vectors) {
+        const pid_t child = fork();
+        if (child < 0) {
+            return 1;
+        }
+        if (child == 0) {
+            do {
+                word* here = out + *next * outputs;
+                xfc_host_run(in + *next * inputs, here + 1);
+                *here = 1;
+                ++*next;
+            } while (!one_each && *next < vectors);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        *next += WIFEXITED(status) ? 0 : 1;
+    }
+    file = fopen("outputs.bin", "wb");
+    return file == 0 || fwrite(out, sizeof *out, vectors * outputs, file) != vectors * outputs || fclose(file) != 0;
+}
+)";
+
+bool is_word_letter(char letter) { return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_'; }
+
+/// One token of preprocessed C, or the blanks and line marks between two.
+struct token {
+    std::string_view text;
+    bool is_word = false;
+    bool is_number = false;
+    bool is_space = false;
+};
+
+/// The end of the string or character constant that begins at `at`.
+std::size_t end_of_quoted(std::string_view text, std::size_t at) {
+    const char quote = text[at];
+    for (++at; at < text.size() && text[at] != quote; ++at) {
+        at += text[at] == '\\' ? 1U : 0U;
+    }
+    return std::min(at + 1, text.size());
+}
+
+std::vector<token> tokens_of(std::string_view text) {
+    std::vector<token> tokens;
+    std::size_t at = 0;
+    bool line_start = true;
+    while (at < text.size()) {
+        const std::size_t begin = at;
+        const char letter = text[at];
+        token one;
+        if (letter == '#' && line_start) {
+            at = std::min(text.find('\n', at), text.size());
+            one.is_space = true;
+        } else if (std::isspace(static_cast<unsigned char>(letter)) != 0) {
+            line_start = line_start || letter == '\n';
+            ++at;
+            one.is_space = true;
+        } else if (letter == '"' || letter == '\'') {
+            at = end_of_quoted(text, at);
+        } else if (std::isdigit(static_cast<unsigned char>(letter)) != 0 ||
+                   (letter == '.' && at + 1 < text.size() &&
+                    std::isdigit(static_cast<unsigned char>(text[at + 1])) != 0)) {
+            one.is_number = true;
+            while (at < text.size() && (is_word_letter(text[at]) || text[at] == '.' ||
+                                        ((text[at] == '+' || text[at] == '-') &&
+                                         std::string_view("eEpP").find(text[at - 1]) != std::string_view::npos))) {
+                ++at;
+            }
+        } else if (is_word_letter(letter)) {
+            one.is_word = true;
+            while (at < text.size() && is_word_letter(text[at])) {
+                ++at;
+            }
+        } else {
+            ++at;
+        }
+        line_start = line_start && one.is_space;
+        one.text = text.substr(begin, at - begin);
+        tokens.push_back(one);
+    }
+    return tokens;
+}
+
+/// A whole constant without its suffix l; hexadecimal floating ones and the suffix of long doubles stay.
+std::string narrow_number(std::string_view number) {
+    const bool hexadecimal = number.starts_with("0x") || number.starts_with("0X");
+    const bool floating = number.find_first_of(hexadecimal ? ".pP" : ".eE") != std::string_view::npos;
+    std::string text(number);
+    if (!floating) {
+        std::erase_if(text, [](char letter) { return letter == 'l' || letter == 'L'; });
+    }
+    return text;
+}
+
+bool is_specifier(std::string_view word) {
+    constexpr std::array<std::string_view, 14> specifiers{"long",   "int",      "unsigned", "signed",   "short",
+                                                          "double", "const",    "static",   "volatile", "register",
+                                                          "extern", "__signed__", "char",     "inline"};
+    return std::find(specifiers.begin(), specifiers.end(), word) != specifiers.end();
+}
+
+std::string access_of_output(const port& one, bool of_parameters) {
+    const std::string prefix = "result";
+    const bool returned = of_parameters && one.c_access.starts_with(prefix) &&
+                          (one.c_access.size() == prefix.size() || one.c_access[prefix.size()] == '.');
+    return returned ? "xfc_host_" + one.c_access : one.c_access;
+}
+
+std::string compile(const std::string& compiler, const std::string& program, const fs::path& folder) {
+    std::ofstream(folder / "host_program.c") << program;
+    const std::vector<std::string> common = {compiler,
+                                             "-std=gnu17",
+                                             "-w",
+                                             "-Wno-error=implicit-int",
+                                             "-Wno-error=implicit-function-declaration",
+                                             "-O1",
+                                             "-fwrapv",
+                                             "-fsigned-char",
+                                             "-ffp-contract=off"};
+    std::vector<std::string> words = common;
+    words.insert(words.end(), {"-o", "host", "host_program.c", "host_main.c", "-lm"});
+    return run_command(words, folder) == 0 ? "" : end_of_log(folder);
+}
+
+}  // namespace
+
+std::string with_narrow_long(std::string_view preprocessed) {
+    const std::vector<token> tokens = tokens_of(preprocessed);
+    std::string text;
+    text.reserve(preprocessed.size());
+    for (std::size_t at = 0; at < tokens.size();) {
+        if (!tokens[at].is_word || !is_specifier(tokens[at].text)) {
+            const token& one = tokens[at++];
+            text += one.is_number                              ? narrow_number(one.text)
+                    : one.is_word && one.text == "main" ? "xfc_host_main"
+                                                        : std::string(one.text);
+            continue;
+        }
+        // A run of specifiers, blanks between them.
+        std::size_t end = at;
+        int longs = 0;
+        bool has_int = false;
+        bool has_double = false;
+        while (end < tokens.size() &&
+               (tokens[end].is_space || (tokens[end].is_word && is_specifier(tokens[end].text)))) {
+            longs += tokens[end].text == "long" ? 1 : 0;
+            has_int = has_int || tokens[end].text == "int";
+            has_double = has_double || tokens[end].text == "double";
+            ++end;
+        }
+        for (; at < end; ++at) {
+            const bool drop = tokens[at].text == "long" && longs == 1 && !has_double;
+            text += !drop ? tokens[at].text : has_int ? std::string_view() : std::string_view("int");
+        }
+    }
+    return text;
+}
+
+std::string host_call_text(const program& what) {
+    const bool of_parameters = what.style == top_style::function;
+    std::string text =
+        "\n;static float xfc_host_to_float(unsigned long long bits) { union { unsigned word; float number; } "
+        "both; both.word = bits; return both.number; }\n"
+        "static double xfc_host_to_double(unsigned long long bits) { union { unsigned long long word; double number; } "
+        "both; both.word = bits; return both.number; }\n"
+        "static unsigned long long xfc_host_of_float(float number) { union { unsigned word; float number; } both; "
+        "both.number = number; return both.word; }\n"
+        "static unsigned long long xfc_host_of_double(double number) { union { unsigned long long word; double number; "
+        "} both; both.number = number; return both.word; }\n"
+        "void xfc_host_run(const unsigned long long* xfc_host_in, unsigned long long* xfc_host_out) {\n";
+    std::string arguments;
+    for (const parameter& one : what.parameters) {
+        text += "    " + one.declaration + " = {0};\n";
+        arguments += (arguments.empty() ? "" : ", ") + std::string(one.by_address ? "&" : "") + one.name;
+    }
+    std::size_t number = 0;
+    for (const port& one : what.values.inputs()) {
+        const std::string word = "xfc_host_in[" + std::to_string(number++) + "]";
+        text += "    " + one.c_access + " = ";
+        text += one.format == number_format::single_float   ? "xfc_host_to_float(" + word + ")"
+                : one.format == number_format::double_float ? "xfc_host_to_double(" + word + ")"
+                : one.c_type == "_Bool"                     ? word + " & 1"
+                                                            : "(int)" + word;
+        text += ";\n";
+    }
+    const bool returns = of_parameters && !what.result_type.empty() && what.result_type != "void";
+    for (const std::string& function : what.functions) {
+        const std::string called = function == "main" ? "xfc_host_main" : function;
+        text += "    " + (returns ? what.result_type + " xfc_host_result = " : "") + called + "(" + arguments + ");\n";
+    }
+    number = 0;
+    for (const port& one : what.values.outputs()) {
+        const std::string access = returns ? access_of_output(one, true) : one.c_access;
+        text += "    xfc_host_out[" + std::to_string(number++) + "] = ";
+        text += one.format == number_format::single_float   ? "xfc_host_of_float(" + access + ")"
+                : one.format == number_format::double_float ? "xfc_host_of_double(" + access + ")"
+                                                            : "(unsigned)(int)" + access;
+        text += ";\n";
+    }
+    return text + "}\n";
+}
+
+host_results run_on_host(const program& what, const host_options& options, const stimulus& applied,
+                         const fs::path& folder) {
+    host_results results;
+    const auto* compiler = std::find_if(compilers.begin(), compilers.end(), is_on_path);
+    if (compiler == compilers.end()) {
+        results.why_not = "no C compiler is installed (apt-get install gcc)";
+        return results;
+    }
+    results.compiler = *compiler;
+    fs::create_directories(folder / "headers");
+    for (const auto& [name, text] : options.headers) {
+        std::ofstream(folder / "headers" / name) << text;
+    }
+    std::error_code failed;
+    std::vector<std::string> words = {results.compiler, "-E", "-nostdinc", "-std=gnu17", "-o", "preprocessed.c"};
+    for (const std::string& include : options.include_folders) {
+        words.insert(words.end(), {"-I", fs::absolute(include, failed).string()});
+    }
+    for (const std::string& definition : options.definitions) {
+        words.insert(words.end(), {"-D", definition});
+    }
+    words.insert(words.end(), {"-I", "headers", "-x", "c", fs::absolute(options.source, failed).string()});
+    if (run_command(words, folder) != 0) {
+        results.why_not = results.compiler + " refuses the program: " + end_of_log(folder);
+        return results;
+    }
+    std::ofstream(folder / "host_main.c") << host_main;
+    const std::string source = with_narrow_long(read_file(folder / "preprocessed.c")) + host_call_text(what);
+    std::string refusal = compile(results.compiler, source, folder);
+    if (!refusal.empty()) {
+        refusal = compile(results.compiler, std::string(missing_functions) + source, folder);
+    }
+    if (!refusal.empty()) {
+        results.why_not = results.compiler + " refuses the program: " + refusal;
+        return results;
+    }
+    {
+        std::ofstream vectors(folder / "vectors.bin", std::ios::binary);
+        for (const std::vector<std::uint64_t>& inputs : applied.vectors) {
+            vectors.write(reinterpret_cast<const char*>(inputs.data()),  // NOLINT: bytes of whole words
+                          static_cast<std::streamsize>(inputs.size() * sizeof(std::uint64_t)));
+        }
+    }
+    const std::size_t outputs = what.values.outputs().size();
+    const int status = run_command({"./host", std::to_string(applied.vectors.size()),
+                                    std::to_string(what.values.inputs().size()), std::to_string(outputs),
+                                    what.style == top_style::whole_file ? "1" : "0"},
+                                   folder);
+    const std::string bytes = read_file(folder / "outputs.bin");
+    std::vector<std::uint64_t> all(bytes.size() / sizeof(std::uint64_t));
+    if (status != 0 || all.size() != applied.vectors.size() * (outputs + 1)) {
+        results.why_not = "the compiled program does not run to its end";
+        return results;
+    }
+    std::memcpy(all.data(), bytes.data(), bytes.size());
+    for (std::size_t number = 0; number < applied.vectors.size(); ++number) {
+        const auto begin = all.begin() + static_cast<std::ptrdiff_t>(number * (outputs + 1));
+        results.outputs.emplace_back();
+        if (*begin != 0) {
+            results.outputs.back().assign(begin + 1, begin + 1 + static_cast<std::ptrdiff_t>(outputs));
+        }
+    }
+    return results;
+}
+
+}  // namespace xfc::flow
