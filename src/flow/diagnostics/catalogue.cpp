@@ -109,6 +109,8 @@ constexpr message_row rows[] = {
      "install xfcflow anew, its library beside it"},
     {id::cannot_write, "cannot-write", error, "cannot write '%0': %1", ""},
     {id::no_simulator, "no-simulator", error, "%0 is not installed", "install it with: apt-get install %1"},
+    {id::no_placer, "no-placer", warning, "%0 is not installed, so no clock can be told",
+     "install it with: apt-get install %0"},
     {id::simulator_language, "simulator-language", error, "%0 does not simulate the language of --lang %1",
      "ghdl simulates VHDL, iverilog and verilator simulate Verilog"},
     {id::simulation_failed, "simulation-failed", error, "%0 failed: %1", ""},

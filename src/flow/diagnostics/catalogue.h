@@ -72,6 +72,7 @@ enum class message_id : std::uint8_t {
     library_missing,
     cannot_write,
     no_simulator,
+    no_placer,
     simulator_language,
     simulation_failed,
     // tables of vectors and what simulations find

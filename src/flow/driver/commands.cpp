@@ -7,6 +7,7 @@
 #include "flow/driver/report.h"
 #include "flow/driver/simulate.h"
 #include "flow/driver/stages.h"
+#include "flow/driver/synth.h"
 #include "flow/driver/view.h"
 
 namespace xfc::flow {
@@ -47,7 +48,7 @@ struct runnable {
     command_function run;
 };
 
-constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}};
+constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}, {"synth", synth}};
 
 }  // namespace
 

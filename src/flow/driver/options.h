@@ -22,6 +22,7 @@ struct command_line {
     std::string inputs = {};     ///< a table of vectors; empty: random ones
     std::string outputs = {};    ///< where the outputs go as such a table
     std::string wave = {};       ///< where the waveforms go
+    std::string family = "ice40";  ///< of devices, to synthesise for
     int vectors = 1000;
     int seed = 1;
     int unroll = 100000;

@@ -80,6 +80,27 @@ TEST(flow_commands, view_says_what_it_cannot_write) {
     EXPECT_NE(viewed.error.find("cannot write '"), std::string::npos) << viewed.error;
 }
 
+TEST(flow_commands, synth_tells_what_a_design_takes_and_what_limits_it) {
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "xfcflow_synth.c";
+    std::ofstream(path) << "int f(int a, int b) { return a + b; }\n";
+    const outcome told = run_with({"synth", path.string(), "--json"});
+    ASSERT_EQ(told.status, 0) << told.error;
+    const auto report = nlohmann::json::parse(told.out);
+    EXPECT_EQ(report["design"], "f");
+    EXPECT_GE(report["look_up_tables"], 32);  // an adder of 32 bits in three stages
+    EXPECT_GE(report["flip_flops"], 32 * 2);
+    EXPECT_EQ(report["multipliers"], 0);
+    EXPECT_GT(report["megahertz"], 50.0);
+    bool component_seen = false;
+    for (const auto& stretch : report["path"]) {
+        component_seen = component_seen || stretch["component"] == "xfc_alulong";
+    }
+    EXPECT_TRUE(component_seen) << report["path"];
+    const outcome text = run_with({"synth", path.string(), "--family", "ecp5"});
+    EXPECT_EQ(text.status, 0);
+    EXPECT_EQ(text.out.substr(0, 17), "f for ECP5 by Yos");
+}
+
 TEST(flow_commands, all_examples_are_accepted) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(example(""))) {
