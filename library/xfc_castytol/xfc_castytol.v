@@ -21,81 +21,13 @@ module xfc_castytol
 
   localparam exponent_bits = 13;
   localparam mantissa_bits = 64;
-  localparam width = 32;
-  localparam window_bits = 2 * width - 1;
+  localparam exponent_without_shift = 1112;   // the mantissa's lowest bit is worth 2 ** 31
+  localparam place_border = 1;
   localparam coarse_border = normspeed / 2;
   localparam truncate_border = normspeed / 3;
-  localparam [exponent_bits:0] exponent_without_shift = 14'd1112;   // the mantissa's lowest bit is worth 2 ** 31
 
-  // place
-  wire [mantissa_bits-1:0] mantissa_in = aa[mantissa_bits+exponent_bits:exponent_bits+1];
-  wire [exponent_bits-1:0] exponent = aa[exponent_bits:1];
-  wire sign_in = mantissa_in[mantissa_bits-1];
-  wire [exponent_bits:0] distance = exponent_without_shift - {1'b0, exponent};   // two's complement
-  wire negative_distance = distance[exponent_bits];
-  wire no_words = distance[exponent_bits:5] == 0;
-  wire one_word = distance[exponent_bits:5] == 1;
-  wire two_words = distance[exponent_bits:5] == 2;
-  wire [window_bits-1:0] window_d =
-    no_words ? {mantissa_in[width-1:0], {width-1{1'b0}}} :
-    one_word ? mantissa_in[mantissa_bits-1:1] :
-    two_words ? {{width{sign_in}}, mantissa_in[mantissa_bits-1:width+1]} : {window_bits{1'b0}};
-  wire lost_d = one_word ? mantissa_in[0] : two_words & (mantissa_in[width:0] != 0);
-  wire fits = (mantissa_in[mantissa_bits-1:width-1] == 0) | (&mantissa_in[mantissa_bits-1:width-1]);
-  wire beyond_d = aasat | (negative_distance & (mantissa_in != 0)) | (no_words & !fits);
-  wire zero = aanan | (!aasat & (aazip | (exponent == 0)));
-  wire [2:0] marks_d = {sign_in, zero, beyond_d};
-
-  wire [window_bits-1:0] window;
-  wire lost;
-  wire [4:0] rest;
-  wire [2:0] marks;   // sign, zero, beyond the range
-  xfc_register #(window_bits, 1) place_0 (sysclk, enable, window_d, window);
-  xfc_register #(1, 1) place_1 (sysclk, enable, lost_d, lost);
-  xfc_register #(5, 1) place_2 (sysclk, enable, distance[4:0], rest);
-  xfc_register #(3, 1) place_3 (sysclk, enable, marks_d, marks);
-
-  // coarse
-  wire [window_bits-1:0] coarse_d;
-  wire coarse_lost_d;
-  xfc_shift_right #(window_bits, 2, 8) shift_coarse (window, rest[4:3], lost, coarse_d, coarse_lost_d);
-
-  wire [window_bits-1:0] coarse;
-  wire coarse_lost;
-  wire [2:0] fine_rest;
-  wire [2:0] coarse_marks;
-  xfc_register #(window_bits, coarse_border) coarse_0 (sysclk, enable, coarse_d, coarse);
-  xfc_register #(1, coarse_border) coarse_1 (sysclk, enable, coarse_lost_d, coarse_lost);
-  xfc_register #(3, coarse_border) coarse_2 (sysclk, enable, rest[2:0], fine_rest);
-  xfc_register #(3, coarse_border) coarse_3 (sysclk, enable, marks, coarse_marks);
-
-  // fine
-  wire [window_bits-1:0] fine_d;
-  wire fine_lost;
-  xfc_shift_right #(window_bits, 3, 1) shift_fine (coarse, fine_rest, coarse_lost, fine_d, fine_lost);
-  wire up_d = coarse_marks[2] & fine_lost;
-
-  wire [window_bits-1:0] shifted;
-  wire up;
-  wire [2:0] fine_marks;
-  xfc_register #(window_bits, 1) fine_0 (sysclk, enable, fine_d, shifted);
-  xfc_register #(1, 1) fine_1 (sysclk, enable, up_d, up);
-  xfc_register #(3, 1) fine_2 (sysclk, enable, coarse_marks, fine_marks);
-
-  // truncate
-  wire [width-1:0] whole_d = shifted[width-1:0] + {{width-1{1'b0}}, up};
-  wire in_range = (shifted[window_bits-1:width-1] == 0) | (&shifted[window_bits-1:width-1]);
-  wire [2:0] truncate_marks_d = {fine_marks[2:1], fine_marks[0] | !in_range};
-
-  wire [width-1:0] whole;
-  wire [2:0] truncate_marks;
-  xfc_register #(width, truncate_border) truncate_0 (sysclk, enable, whole_d, whole);
-  xfc_register #(3, truncate_border) truncate_1 (sysclk, enable, truncate_marks_d, truncate_marks);
-
-  // settle
-  wire [width-1:0] settled_d =
-    truncate_marks[1] ? {width{1'b0}} :
-    truncate_marks[0] ? {truncate_marks[2], {width-1{!truncate_marks[2]}}} : whole;
-
-  xfc_register #(width, 1) settle_0 (sysclk, enable, settled_d, cc);
+  // place, coarse, fine, truncate, settle
+  xfc_adder_form_to_long #(exponent_bits, exponent_without_shift, place_border, coarse_border, truncate_border)
+    to_long (sysclk, enable, aa[mantissa_bits+exponent_bits:exponent_bits+1], aa[exponent_bits:1],
+             {aanan, aazip, aasat}, cc);
 endmodule

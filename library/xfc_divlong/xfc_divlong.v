@@ -42,11 +42,13 @@ module xfc_divlong
   endgenerate
   xfc_registers #(1, width) digit_0 (sysclk, enable, negate_early, negate);
   wire [width:0] left;
-  wire [width-1:0] divisor, quotient;
-  assign {left, divisor, quotient} = states[state_bits*width +: state_bits];
+  wire [width-1:0] divisor, digits_but_last;
+  assign {left, divisor, digits_but_last} = states[state_bits*width +: state_bits];
 
   // restore
   wire [width-1:0] restored = left[width-1:0] + (divisor & {width{left[width]}});
+  wire [width-1:0] quotient = {digits_but_last[width-2:0], !left[width]};
+  wire unused_digit = &{1'b0, digits_but_last[width-1]};
   wire [width-1:0] result_d = remainder == 1 ? restored : quotient;
 
   wire [width-1:0] result;

@@ -32,10 +32,10 @@ architecture rtl of xfc_divlong is
   -- digit
   signal states : std_logic_vector(state_bits * (width + 1) - 1 downto 0);
   signal left : std_logic_vector(width downto 0);
-  signal divisor, quotient : word_field;
+  signal divisor, digits_but_last : word_field;
 
   -- restore
-  signal given_back, restored, result_d, result : word_field;
+  signal given_back, quotient, restored, result_d, result : word_field;
   signal negative : std_logic_vector(0 downto 0);
 
   -- sign
@@ -64,11 +64,12 @@ begin
   digit_0 : entity work.xfc_registers generic map (1, width) port map (sysclk, enable, negate_early, negate);
   left <= states(state_bits * (width + 1) - 1 downto state_bits * width + 2 * width);
   divisor <= states(state_bits * width + 2 * width - 1 downto state_bits * width + width);
-  quotient <= states(state_bits * width + width - 1 downto state_bits * width);
+  digits_but_last <= states(state_bits * width + width - 1 downto state_bits * width);
 
   -- restore
   given_back <= divisor when left(width) = '1' else (others => '0');
   restored <= std_logic_vector(unsigned(left(width - 1 downto 0)) + unsigned(given_back));
+  quotient <= digits_but_last(width - 2 downto 0) & (not left(width));
   result_d <= restored when remainder = 1 else quotient;
 
   restore_0 : entity work.xfc_register generic map (width, 1) port map (sysclk, enable, result_d, result);

@@ -111,14 +111,49 @@ TEST(library, a_head_that_differs_from_its_row_is_refused) {
               "port 8 is input cc, the row says output cc");
 }
 
+TEST(library, a_selection_reads_its_condition_in_front_of_its_buses_and_a_relation_is_one_bit) {
+    const std::vector<entity_port> selection{{"sysclk", false},    {"reset", false}, {"enable", false},
+                                             {"condition", false}, {"aa", false},    {"bb", false},
+                                             {"cc", true}};
+    EXPECT_EQ(head_of(row_of(component_id::select)).ports, selection);
+    EXPECT_EQ(bus_width(row_of(component_id::cmpf).cc, {}), 1);
+    const std::vector<port_connection> ports = ports_of(row_of(component_id::cmpf).cc, {}, "cc");
+    ASSERT_EQ(ports.size(), 1U);
+    EXPECT_TRUE(ports.front().single_bit);
+}
+
+TEST(library, a_contract_refuses_the_other_truth_value) {
+    for (const component_id id : {component_id::cmpf, component_id::cmpd, component_id::cmpl, component_id::logic}) {
+        const component_row& row = row_of(id);
+        for (const component_generics& generics : generic_sets(row)) {
+            for (const component_operands& operands : make_vectors(row, contract_of(id), generics, 100, 1)) {
+                const bus_bits result = model_named(row.name)(generics, operands);
+                EXPECT_TRUE(contract_of(id).check(generics, operands, result).met) << text_of(row, generics);
+                EXPECT_FALSE(contract_of(id).check(generics, operands, result ^ 1).met) << text_of(row, generics);
+            }
+        }
+    }
+}
+
+TEST(library, operands_of_relations_are_often_equal_or_neighbours) {
+    const component_row& row = row_of(component_id::cmpd);
+    std::size_t equal = 0;
+    for (const component_operands& operands : make_vectors(row, contract_of(row.id), {}, 3000, 1)) {
+        equal += operands.aa == operands.bb ? 1U : 0U;
+    }
+    EXPECT_GT(equal, 150U);
+    EXPECT_LT(equal, 750U);
+}
+
 TEST(library, a_contract_refuses_a_result_that_is_one_unit_off) {
     const component_id ids[] = {
-        component_id::alufp1x,  component_id::castftox, component_id::castxtof, component_id::alufp2x,
-        component_id::castdtoy, component_id::castytod, component_id::castftoy, component_id::castxtoy,
-        component_id::castytof, component_id::castftod, component_id::castdtof, component_id::castdtox,
-        component_id::castxtod, component_id::castltof, component_id::castltod, component_id::castltoy,
-        component_id::normfp2x, component_id::divfp1x,  component_id::mulfp2x,  component_id::fp_sqr,
-        component_id::fp_inv,   component_id::dp_sqr};
+        component_id::alufp1x,  component_id::castftox, component_id::castxtof,  component_id::alufp2x,
+        component_id::castdtoy, component_id::castytod, component_id::castftoy,  component_id::castxtoy,
+        component_id::castytof, component_id::castftod, component_id::castdtof,  component_id::castdtox,
+        component_id::castxtod, component_id::castltof, component_id::castltod,  component_id::castltoy,
+        component_id::normfp2x, component_id::divfp1x,  component_id::mulfp2x,   component_id::fp_sqr,
+        component_id::fp_inv,   component_id::dp_sqr,   component_id::roundf,    component_id::roundd,
+        component_id::extremef, component_id::extremed, component_id::copysignf, component_id::copysignd};
     for (const component_id id : ids) {
         const component_row& row = row_of(id);
         const component_generics generics{};
