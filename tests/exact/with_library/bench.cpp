@@ -152,7 +152,7 @@ architecture test of bench is
     variable source, found : line;
     variable control : std_logic_vector(7 downto 0);
     variable taken : natural := 0;
-)" << for_ports("    variable next_@name@ : std_logic_vector(@high@ downto 1);\n", true, false)
+)" << for_ports("    variable bench_@name@ : std_logic_vector(@high@ downto 1);\n", true, false)
                                << R"(  begin
     reset <= '1';
     wait for 5 ns;
@@ -160,7 +160,7 @@ architecture test of bench is
     while not endfile(vectors) loop
       readline(vectors, source);
       read_hex(source, control);
-)" << for_ports("      read_hex(source, next_@name@);\n      @name@ <= next_@name@;\n", true, false)
+)" << for_ports("      read_hex(source, bench_@name@);\n      @name@ <= bench_@name@;\n", true, false)
                                << R"(      enable <= control(0);
       startin <= control(1);
       wait for 5 ns;
