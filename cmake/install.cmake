@@ -1,4 +1,5 @@
-# Where the compiler, its manual, completion, examples and CMake package go, and the Debian package made of them.
+# Where the programs, their manuals, completion, examples, the component library and the CMake package go. Each part is
+# a component of the installation and a Debian package: xfc, xfcflow (built with XFC_FLOW) and components.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -7,32 +8,35 @@ set(man_docdir ${CMAKE_INSTALL_FULL_DOCDIR})
 set(man_datadir ${CMAKE_INSTALL_FULL_DATADIR})
 set(package_dir ${CMAKE_INSTALL_DATADIR}/cmake/xfc)
 set(packaging_dir ${CMAKE_CURRENT_BINARY_DIR}/packaging)
+set(flow_docdir ${CMAKE_INSTALL_DATADIR}/doc/xfcflow)
+set(components_docdir ${CMAKE_INSTALL_DATADIR}/doc/xfc-components)
+set(library_dir ${CMAKE_INSTALL_DATADIR}/xfc/library)
+set(completion_dir ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 find_program(GZIP_PROGRAM gzip REQUIRED)
 mark_as_advanced(GZIP_PROGRAM)
 
 # Debian wants manual pages and longer documents compressed, always to the same bytes.
-set(compressed_files)
+set(made_files)
 function(compress source name)
     add_custom_command(
         OUTPUT ${packaging_dir}/${name}.gz
         COMMAND ${GZIP_PROGRAM} -9nc ${source} > ${packaging_dir}/${name}.gz
         DEPENDS ${source}
         VERBATIM)
-    set(compressed_files ${compressed_files} ${packaging_dir}/${name}.gz PARENT_SCOPE)
+    set(made_files ${made_files} ${packaging_dir}/${name}.gz PARENT_SCOPE)
 endfunction()
 
-# --- program, manual, completion
+# --- xfc: program, manual, completion
 
-install(TARGETS xfc EXPORT xfcTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS xfc EXPORT xfcTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT xfc)
 
 configure_file(packaging/xfc.1.in ${packaging_dir}/xfc.1 @ONLY)
 compress(${packaging_dir}/xfc.1 xfc.1)
-install(FILES ${packaging_dir}/xfc.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${packaging_dir}/xfc.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT xfc)
 
-install(FILES packaging/xfc.bash-completion
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME xfc)
+install(FILES packaging/xfc.bash-completion DESTINATION ${completion_dir} RENAME xfc COMPONENT xfc)
 
-# --- documents and examples
+# --- xfc: documents and examples
 
 # Debian's copyright file holds the licence; its text stands once, in LICENSE.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/LICENSE)
@@ -52,50 +56,73 @@ install(FILES
     ${packaging_dir}/changelog.gz
     ${packaging_dir}/README.md.gz
     ${packaging_dir}/build-flows.md.gz
-    DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+    DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT xfc)
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT xfc
     FILES_MATCHING PATTERN "*.c" PATTERN "README.md")
 
-# --- CMake package: find_package(xfc)
+# --- xfc: CMake package for find_package(xfc)
 
 configure_package_config_file(cmake/xfcConfig.cmake.in ${packaging_dir}/xfcConfig.cmake
     INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
 write_basic_package_version_file(${packaging_dir}/xfcConfigVersion.cmake
     COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
-install(EXPORT xfcTargets NAMESPACE xfc:: DESTINATION ${package_dir})
+install(EXPORT xfcTargets NAMESPACE xfc:: DESTINATION ${package_dir} COMPONENT xfc)
 install(FILES
     ${packaging_dir}/xfcConfig.cmake
     ${packaging_dir}/xfcConfigVersion.cmake
     cmake/xfc_add_datapath.cmake
     cmake/xfc_compile_datapath.cmake
-    DESTINATION ${package_dir})
+    DESTINATION ${package_dir} COMPONENT xfc)
 
-# --- Debian package; scripts/package builds it
+# --- components: the hardware texts, a folder a language, and a list of the files in compile order in each
 
-# These two belong to the package only, not to an installation by hand.
-compress(${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/changelog changelog.Debian)
-install(FILES ${packaging_dir}/changelog.Debian.gz DESTINATION ${CMAKE_INSTALL_DOCDIR}
-    COMPONENT debian EXCLUDE_FROM_ALL)
-install(FILES packaging/debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME xfc
-    COMPONENT debian EXCLUDE_FROM_ALL)
+foreach(language IN ITEMS vhdl verilog)
+    set(list ${packaging_dir}/xfc_${language}.f)
+    if(language STREQUAL "vhdl")
+        file(GLOB texts CONFIGURE_DEPENDS library/*/*.vhd)
+    else()
+        file(GLOB texts CONFIGURE_DEPENDS library/*/*.v)
+    endif()
+    add_custom_command(
+        OUTPUT ${list}
+        COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/scripts/list-library ${language} | sed "s,.*/,," > ${list}
+        DEPENDS ${texts} scripts/list-library)
+    list(APPEND made_files ${list})
+    install(FILES ${texts} ${list} DESTINATION ${library_dir}/${language} COMPONENT components)
+endforeach()
 
-add_custom_target(compressed_documents ALL DEPENDS ${compressed_files})
+compress(${CMAKE_CURRENT_SOURCE_DIR}/docs/components.md components.md)
+install(FILES ${packaging_dir}/components.md.gz DESTINATION ${components_docdir} COMPONENT components)
 
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME xfc)
-set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_PACKAGE_VENDOR "xfc developers")
-set(CPACK_PACKAGE_CONTACT "xfc developers <xfc@xfc-project.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "compiler from C to pipelined floating-point datapaths")
-set(CPACK_PACKAGE_DESCRIPTION_FILE ${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/description)
-set(CPACK_INSTALL_CMAKE_PROJECTS "${CMAKE_BINARY_DIR};xfc;ALL;/" "${CMAKE_BINARY_DIR};xfc;debian;/")
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
-set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, ghdl, iverilog, verilator")
-set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-include(CPack)
+# --- xfcflow: program, header, and the manual and completion that the program itself prints
+
+if(XFC_FLOW)
+    install(TARGETS xfcflow RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT xfcflow)
+    install(FILES include/xfc.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT xfcflow)
+
+    add_custom_command(
+        OUTPUT ${packaging_dir}/xfcflow.1
+        COMMAND xfcflow --man > ${packaging_dir}/xfcflow.1
+        DEPENDS xfcflow
+        VERBATIM)
+    compress(${packaging_dir}/xfcflow.1 xfcflow.1)
+    install(FILES ${packaging_dir}/xfcflow.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT xfcflow)
+    add_custom_command(
+        OUTPUT ${packaging_dir}/xfcflow.bash-completion
+        COMMAND xfcflow --completion > ${packaging_dir}/xfcflow.bash-completion
+        DEPENDS xfcflow
+        VERBATIM)
+    list(APPEND made_files ${packaging_dir}/xfcflow.bash-completion)
+    install(FILES ${packaging_dir}/xfcflow.bash-completion DESTINATION ${completion_dir} RENAME xfcflow COMPONENT xfcflow)
+
+    foreach(document IN ITEMS language accuracy)
+        if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md)
+            compress(${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md ${document}.md)
+            install(FILES ${packaging_dir}/${document}.md.gz DESTINATION ${flow_docdir} COMPONENT xfcflow)
+        endif()
+    endforeach()
+endif()
+
+include(cmake/packages.cmake)
+
+add_custom_target(installed_documents ALL DEPENDS ${made_files})

@@ -1,14 +1,6 @@
-// Adds two XFloat values in adder form, or subtracts the second when addsub is 1. The operand with the smaller
-// exponent is rounded to odd where it is shifted over the edge; the sum of this and the other one is exact, and is
-// halved (the lost bit or'ed into the lowest) when it uses up the guard bits. A sum of two converted IEEE singles,
-// converted back, is correctly rounded. inf - inf is nan, 0 - 0 is +0 but -0 - 0 is -0; exponent field 0 is zero.
-//   step difference:  which operand is zero, which one leads, by how much the exponents differ
-//   step order:       the operand with the larger exponent and the other one, shifted by whole bytes
-//   step align:       the shift by single bits; lost bits are or'ed into the lowest
-//   step add:         one carry chain
-//   step settle:      halve when the guard bits are used up; flags
-// Latency 3 + shiftspeed + outputpipe cycles: a register behind order, align and settle always, the fourth behind
-// add, the fifth behind difference.
+// Adds two XFloat values in adder form, or subtracts the second when addsub is 1: the common part xfc_add_internal with
+// one carry chain, whose header says how. A sum of two converted IEEE singles, converted back, is correctly rounded.
+// Latency 3 + shiftspeed + outputpipe cycles: the fourth register is that behind carry, the fifth behind difference.
 module xfc_add_xfloat
   #(parameter mantissa = 32, shiftspeed = 1, outputpipe = 1)
   (input sysclk, reset, enable, addsub,
@@ -25,128 +17,8 @@ module xfc_add_xfloat
   endgenerate
   wire unused = &{1'b0, reset};
 
-  localparam exponent_bits = 10;
-  localparam fine_levels = 3;                       // distances below 8
-  localparam levels = 5 + mantissa / 36;            // enough to shift all but the sign out
-  localparam coarse_levels = levels - fine_levels;
-  localparam add_border = (shiftspeed + outputpipe + 1) / 2;
   localparam difference_border = (shiftspeed + outputpipe) / 2;
-
-  // difference
-  wire [exponent_bits-1:0] a_exponent_d = aa[exponent_bits:1];
-  wire [exponent_bits-1:0] b_exponent_d = bb[exponent_bits:1];
-  wire [mantissa-1:0] a_mantissa_d = aa[mantissa+exponent_bits:exponent_bits+1];
-  wire [mantissa-1:0] b_mantissa_d = bb[mantissa+exponent_bits:exponent_bits+1];
-  wire a_zero = aazip | (a_exponent_d == 0);
-  wire b_zero = bbzip | (b_exponent_d == 0);
-  wire [2:0] a_flags_d = {aanan, a_zero, aasat};    // nan, zip, sat
-  wire [2:0] b_flags_d = {bbnan, b_zero, bbsat};
-  wire [exponent_bits:0] a_minus_b_d = {1'b0, a_exponent_d} - {1'b0, b_exponent_d};   // two's complement
-  wire [exponent_bits-1:0] b_minus_a_d = b_exponent_d - a_exponent_d;
-  // A zero never leads another operand.
-  wire b_leads_d = a_zero | (!b_zero & a_minus_b_d[exponent_bits]);
-
-  wire [exponent_bits-1:0] a_exponent, b_exponent;
-  wire [mantissa-1:0] a_mantissa, b_mantissa;
-  wire [exponent_bits-1:0] a_minus_b, b_minus_a;
-  wire [2:0] a_flags, b_flags;
-  wire subtract, b_leads;
-  xfc_register #(exponent_bits, difference_border) difference_0 (sysclk, enable, a_exponent_d, a_exponent);
-  xfc_register #(exponent_bits, difference_border) difference_1 (sysclk, enable, b_exponent_d, b_exponent);
-  xfc_register #(mantissa, difference_border) difference_2 (sysclk, enable, a_mantissa_d, a_mantissa);
-  xfc_register #(mantissa, difference_border) difference_3 (sysclk, enable, b_mantissa_d, b_mantissa);
-  xfc_register #(exponent_bits, difference_border) difference_4
-    (sysclk, enable, a_minus_b_d[exponent_bits-1:0], a_minus_b);
-  xfc_register #(exponent_bits, difference_border) difference_5 (sysclk, enable, b_minus_a_d, b_minus_a);
-  xfc_register #(3, difference_border) difference_6 (sysclk, enable, a_flags_d, a_flags);
-  xfc_register #(3, difference_border) difference_7 (sysclk, enable, b_flags_d, b_flags);
-  xfc_register #(1, difference_border) difference_8 (sysclk, enable, addsub, subtract);
-  xfc_register #(1, difference_border) difference_9 (sysclk, enable, b_leads_d, b_leads);
-
-  // order: a zero is shifted as zero
-  wire [exponent_bits-1:0] difference = b_leads ? b_minus_a : a_minus_b;
-  wire far = |difference[exponent_bits-1:levels];
-  wire [levels-1:0] distance = difference[levels-1:0] | {levels{far}};
-  wire [fine_levels-1:0] fine_d = distance[fine_levels-1:0];
-  wire [exponent_bits-1:0] larger_exponent_d = b_leads ? b_exponent : a_exponent;
-  wire [mantissa-1:0] larger_d = b_leads ? b_mantissa ^ {mantissa{subtract}} : a_mantissa;
-  wire smaller_is_zero = b_leads ? a_flags[1] : b_flags[1];
-  wire [mantissa-1:0] smaller_d = (b_leads ? a_mantissa : b_mantissa) & {mantissa{!smaller_is_zero}};
-  wire [1:0] inverts_d = {subtract, subtract & !b_leads};   // subtract, the smaller operand is the subtrahend
-  wire [mantissa-1:0] coarse_d;
-  wire lost_d;
-  xfc_shift_right #(mantissa, coarse_levels, 1 << fine_levels) shift_coarse
-    (smaller_d, distance[levels-1:fine_levels], 1'b0, coarse_d, lost_d);
-
-  wire a_sign = a_mantissa[mantissa-1];
-  wire b_sign = b_mantissa[mantissa-1] ^ subtract;
-  wire nan = a_flags[2] | b_flags[2] | (a_flags[0] & b_flags[0] & (a_sign ^ b_sign));
-  wire sat = !nan & (a_flags[0] | b_flags[0]);
-  wire zip = !nan & !sat & a_flags[1] & b_flags[1];
-  wire mark_sign = a_flags[0] ? a_sign : b_flags[0] ? b_sign : a_sign & b_sign;
-  wire [3:0] marks_d = {mark_sign, nan, zip, sat};
-
-  wire [exponent_bits-1:0] larger_exponent;
-  wire [mantissa-1:0] larger, coarse;
-  wire lost;
-  wire [fine_levels-1:0] fine;
-  wire [1:0] inverts;
-  wire [3:0] marks;
-  xfc_register #(exponent_bits, 1) order_0 (sysclk, enable, larger_exponent_d, larger_exponent);
-  xfc_register #(mantissa, 1) order_1 (sysclk, enable, larger_d, larger);
-  xfc_register #(mantissa, 1) order_2 (sysclk, enable, coarse_d, coarse);
-  xfc_register #(1, 1) order_3 (sysclk, enable, lost_d, lost);
-  xfc_register #(fine_levels, 1) order_4 (sysclk, enable, fine_d, fine);
-  xfc_register #(2, 1) order_5 (sysclk, enable, inverts_d, inverts);
-  xfc_register #(4, 1) order_6 (sysclk, enable, marks_d, marks);
-
-  // align
-  wire [mantissa-1:0] aligned;
-  wire aligned_lost;
-  xfc_shift_right #(mantissa, fine_levels, 1) shift_fine (coarse, fine, lost, aligned, aligned_lost);
-  wire [mantissa-1:0] jammed = {aligned[mantissa-1:1], aligned[0] | aligned_lost};
-  wire [mantissa-1:0] addend_d = jammed ^ {mantissa{inverts[0]}};
-
-  wire [exponent_bits-1:0] align_exponent;
-  wire [mantissa-1:0] augend, addend;
-  wire carry;
-  wire [3:0] align_marks;
-  xfc_register #(exponent_bits, 1) align_0 (sysclk, enable, larger_exponent, align_exponent);
-  xfc_register #(mantissa, 1) align_1 (sysclk, enable, larger, augend);
-  xfc_register #(mantissa, 1) align_2 (sysclk, enable, addend_d, addend);
-  xfc_register #(1, 1) align_3 (sysclk, enable, inverts[1], carry);
-  xfc_register #(4, 1) align_4 (sysclk, enable, marks, align_marks);
-
-  // add
-  wire [mantissa:0] sum_d = {augend[mantissa-1], augend} + {addend[mantissa-1], addend} + {{mantissa{1'b0}}, carry};
-
-  wire [exponent_bits-1:0] add_exponent;
-  wire [mantissa:0] sum;
-  wire [3:0] add_marks;
-  xfc_register #(exponent_bits, add_border) add_0 (sysclk, enable, align_exponent, add_exponent);
-  xfc_register #(mantissa + 1, add_border) add_1 (sysclk, enable, sum_d, sum);
-  xfc_register #(4, add_border) add_2 (sysclk, enable, align_marks, add_marks);
-
-  // settle: exponents from 960 on have their four high bits set; they are infinite
-  wire halve = sum[mantissa] ^ sum[mantissa-1];
-  wire [mantissa-1:0] halved = {sum[mantissa:2], sum[1] | sum[0]};
-  wire [mantissa-1:0] settled = halve ? halved : sum[mantissa-1:0];
-  wire marked = |add_marks[2:0];
-  wire [mantissa-1:0] result_d = {marked ? add_marks[3] : settled[mantissa-1], settled[mantissa-2:0]};
-  wire [exponent_bits:0] next_exponent = {1'b0, add_exponent} + {{exponent_bits{1'b0}}, halve};
-  wire too_large = next_exponent[exponent_bits] | (&next_exponent[exponent_bits-1:exponent_bits-4]);
-  wire [2:0] result_flags_d =
-    {add_marks[2], add_marks[1], add_marks[0] | (too_large & !add_marks[2] & !add_marks[1])};
-
-  wire [exponent_bits-1:0] result_exponent;
-  wire [mantissa-1:0] result;
-  wire [2:0] result_flags;
-  xfc_register #(exponent_bits, 1) settle_0 (sysclk, enable, next_exponent[exponent_bits-1:0], result_exponent);
-  xfc_register #(mantissa, 1) settle_1 (sysclk, enable, result_d, result);
-  xfc_register #(3, 1) settle_2 (sysclk, enable, result_flags_d, result_flags);
-
-  assign cc = {result, result_exponent};
-  assign ccsat = result_flags[0];
-  assign cczip = result_flags[1];
-  assign ccnan = result_flags[2];
+  localparam carry_border = (shiftspeed + outputpipe + 1) / 2;
+  xfc_add_internal #(mantissa, 10, 0, difference_border, 0, carry_border) add
+    (sysclk, enable, addsub, aa, aasat, aazip, aanan, bb, bbsat, bbzip, bbnan, cc, ccsat, cczip, ccnan);
 endmodule

@@ -1,17 +1,8 @@
--- Adds two XFloat values in adder form, or subtracts the second when addsub is 1. The operand with the smaller
--- exponent is rounded to odd where it is shifted over the edge; the sum of this and the other one is exact, and is
--- halved (the lost bit or'ed into the lowest) when it uses up the guard bits. A sum of two converted IEEE singles,
--- converted back, is correctly rounded. inf - inf is nan, 0 - 0 is +0 but -0 - 0 is -0; exponent field 0 is zero.
---   step difference:  which operand is zero, which one leads, by how much the exponents differ
---   step order:       the operand with the larger exponent and the other one, shifted by whole bytes
---   step align:       the shift by single bits; lost bits are or'ed into the lowest
---   step add:         one carry chain
---   step settle:      halve when the guard bits are used up; flags
--- Latency 3 + shiftspeed + outputpipe cycles: a register behind order, align and settle always, the fourth behind
--- add, the fifth behind difference.
+-- Adds two XFloat values in adder form, or subtracts the second when addsub is 1: the common part xfc_add_internal with
+-- one carry chain, whose header says how. A sum of two converted IEEE singles, converted back, is correctly rounded.
+-- Latency 3 + shiftspeed + outputpipe cycles: the fourth register is that behind carry, the fifth behind difference.
 library ieee;
 use ieee.std_logic_1164.all;
-use ieee.numeric_std.all;
 
 entity xfc_add_xfloat is
   generic (mantissa : positive; shiftspeed : natural; outputpipe : natural);
@@ -25,172 +16,13 @@ entity xfc_add_xfloat is
 end xfc_add_xfloat;
 
 architecture rtl of xfc_add_xfloat is
-  constant exponent_bits : positive := 10;
-  constant fine_levels   : positive := 3;                        -- distances below 8
-  constant levels        : positive := 5 + mantissa / 36;        -- enough to shift all but the sign out
-  constant coarse_levels : positive := levels - fine_levels;
-  constant add_border        : natural := (shiftspeed + outputpipe + 1) / 2;
   constant difference_border : natural := (shiftspeed + outputpipe) / 2;
-
-  subtype exponent_field is std_logic_vector(exponent_bits - 1 downto 0);
-  subtype exponent_difference is std_logic_vector(exponent_bits downto 0);   -- two's complement
-  subtype mantissa_field is std_logic_vector(mantissa - 1 downto 0);
-  subtype mark_field is std_logic_vector(3 downto 0);                        -- sign, nan, zip, sat
-
-  -- difference
-  signal a_exponent_d, b_exponent_d, a_exponent, b_exponent : exponent_field;
-  signal a_mantissa_d, b_mantissa_d, a_mantissa, b_mantissa : mantissa_field;
-  signal a_minus_b_d : exponent_difference;
-  signal b_minus_a_d, a_minus_b, b_minus_a : exponent_field;
-  signal a_flags_d, b_flags_d, a_flags, b_flags : std_logic_vector(2 downto 0);   -- nan, zip, sat
-  signal subtract_d, subtract, b_leads_d, b_leads : std_logic_vector(0 downto 0);
-  signal a_zero, b_zero : std_logic;
-
-  -- order
-  signal a_sign, b_sign, far, smaller_is_zero : std_logic;
-  signal nan, zip, sat, mark_sign : std_logic;
-  signal difference : exponent_field;
-  signal distance : std_logic_vector(levels - 1 downto 0);
-  signal smaller_d : mantissa_field;
-  signal larger_exponent_d, larger_exponent : exponent_field;
-  signal larger_d, larger, coarse_d, coarse : mantissa_field;
-  signal lost_d, lost : std_logic_vector(0 downto 0);
-  signal fine_d, fine : std_logic_vector(fine_levels - 1 downto 0);
-  signal inverts_d, inverts : std_logic_vector(1 downto 0);   -- subtract, the smaller operand is the subtrahend
-  signal marks_d, marks : mark_field;
-
-  -- align
-  signal aligned, jammed, addend_d, addend, augend : mantissa_field;
-  signal aligned_lost : std_logic;
-  signal carry : std_logic_vector(0 downto 0);
-  signal align_exponent : exponent_field;
-  signal align_marks : mark_field;
-
-  -- add
-  signal sum_d, sum : std_logic_vector(mantissa downto 0);
-  signal add_exponent : exponent_field;
-  signal add_marks : mark_field;
-
-  -- settle
-  signal halve : unsigned(0 downto 0);
-  signal halved, settled, result_d, result : mantissa_field;
-  signal next_exponent : unsigned(exponent_bits downto 0);
-  signal result_exponent_d, result_exponent : exponent_field;
-  signal marked, too_large : std_logic;
-  signal result_flags_d, result_flags : std_logic_vector(2 downto 0);   -- nan, zip, sat
+  constant carry_border      : natural := (shiftspeed + outputpipe + 1) / 2;
 begin
   assert mantissa = 32 or mantissa = 36 report "xfc_add_xfloat: mantissa is 32 or 36" severity failure;
   assert shiftspeed <= 1 report "xfc_add_xfloat: shiftspeed is 0 or 1" severity failure;
   assert outputpipe <= 1 report "xfc_add_xfloat: outputpipe is 0 or 1" severity failure;
 
-  -- difference
-  a_exponent_d <= aa(exponent_bits downto 1);
-  b_exponent_d <= bb(exponent_bits downto 1);
-  a_mantissa_d <= aa(mantissa + exponent_bits downto exponent_bits + 1);
-  b_mantissa_d <= bb(mantissa + exponent_bits downto exponent_bits + 1);
-  a_zero <= '1' when aazip = '1' or unsigned(a_exponent_d) = 0 else '0';
-  b_zero <= '1' when bbzip = '1' or unsigned(b_exponent_d) = 0 else '0';
-  a_flags_d <= aanan & a_zero & aasat;
-  b_flags_d <= bbnan & b_zero & bbsat;
-  subtract_d(0) <= addsub;
-  a_minus_b_d <= std_logic_vector(resize(unsigned(a_exponent_d), exponent_bits + 1) - unsigned(b_exponent_d));
-  b_minus_a_d <= std_logic_vector(unsigned(b_exponent_d) - unsigned(a_exponent_d));
-  -- A zero never leads another operand.
-  b_leads_d(0) <= a_zero or (not b_zero and a_minus_b_d(exponent_bits));
-
-  difference_0 : entity work.xfc_register generic map (exponent_bits, difference_border)
-    port map (sysclk, enable, a_exponent_d, a_exponent);
-  difference_1 : entity work.xfc_register generic map (exponent_bits, difference_border)
-    port map (sysclk, enable, b_exponent_d, b_exponent);
-  difference_2 : entity work.xfc_register generic map (mantissa, difference_border)
-    port map (sysclk, enable, a_mantissa_d, a_mantissa);
-  difference_3 : entity work.xfc_register generic map (mantissa, difference_border)
-    port map (sysclk, enable, b_mantissa_d, b_mantissa);
-  difference_4 : entity work.xfc_register generic map (exponent_bits, difference_border)
-    port map (sysclk, enable, a_minus_b_d(exponent_bits - 1 downto 0), a_minus_b);
-  difference_5 : entity work.xfc_register generic map (exponent_bits, difference_border)
-    port map (sysclk, enable, b_minus_a_d, b_minus_a);
-  difference_6 : entity work.xfc_register generic map (3, difference_border)
-    port map (sysclk, enable, a_flags_d, a_flags);
-  difference_7 : entity work.xfc_register generic map (3, difference_border)
-    port map (sysclk, enable, b_flags_d, b_flags);
-  difference_8 : entity work.xfc_register generic map (1, difference_border)
-    port map (sysclk, enable, subtract_d, subtract);
-  difference_9 : entity work.xfc_register generic map (1, difference_border)
-    port map (sysclk, enable, b_leads_d, b_leads);
-
-  -- order: a zero is shifted as zero
-  difference <= b_minus_a when b_leads(0) = '1' else a_minus_b;
-  far <= '1' when unsigned(difference(exponent_bits - 1 downto levels)) /= 0 else '0';
-  distance <= (others => '1') when far = '1' else difference(levels - 1 downto 0);
-  fine_d <= distance(fine_levels - 1 downto 0);
-  larger_exponent_d <= b_exponent when b_leads(0) = '1' else a_exponent;
-  larger_d <= a_mantissa when b_leads(0) = '0' else not b_mantissa when subtract(0) = '1' else b_mantissa;
-  smaller_is_zero <= a_flags(1) when b_leads(0) = '1' else b_flags(1);
-  smaller_d <= (others => '0') when smaller_is_zero = '1' else a_mantissa when b_leads(0) = '1' else b_mantissa;
-  inverts_d <= subtract(0) & (subtract(0) and not b_leads(0));
-  shift_coarse : entity work.xfc_shift_right generic map (mantissa, coarse_levels, 2 ** fine_levels)
-    port map (smaller_d, distance(levels - 1 downto fine_levels), '0', coarse_d, lost_d(0));
-
-  a_sign <= a_mantissa(mantissa - 1);
-  b_sign <= b_mantissa(mantissa - 1) xor subtract(0);
-  nan <= a_flags(2) or b_flags(2) or (a_flags(0) and b_flags(0) and (a_sign xor b_sign));
-  sat <= not nan and (a_flags(0) or b_flags(0));
-  zip <= not nan and not sat and a_flags(1) and b_flags(1);
-  mark_sign <= a_sign when a_flags(0) = '1' else b_sign when b_flags(0) = '1' else a_sign and b_sign;
-  marks_d <= mark_sign & nan & zip & sat;
-
-  order_0 : entity work.xfc_register generic map (exponent_bits, 1)
-    port map (sysclk, enable, larger_exponent_d, larger_exponent);
-  order_1 : entity work.xfc_register generic map (mantissa, 1) port map (sysclk, enable, larger_d, larger);
-  order_2 : entity work.xfc_register generic map (mantissa, 1) port map (sysclk, enable, coarse_d, coarse);
-  order_3 : entity work.xfc_register generic map (1, 1) port map (sysclk, enable, lost_d, lost);
-  order_4 : entity work.xfc_register generic map (fine_levels, 1) port map (sysclk, enable, fine_d, fine);
-  order_5 : entity work.xfc_register generic map (2, 1) port map (sysclk, enable, inverts_d, inverts);
-  order_6 : entity work.xfc_register generic map (4, 1) port map (sysclk, enable, marks_d, marks);
-
-  -- align
-  shift_fine : entity work.xfc_shift_right generic map (mantissa, fine_levels, 1)
-    port map (coarse, fine, lost(0), aligned, aligned_lost);
-  jammed <= aligned(mantissa - 1 downto 1) & (aligned(0) or aligned_lost);
-  addend_d <= not jammed when inverts(0) = '1' else jammed;
-
-  align_0 : entity work.xfc_register generic map (exponent_bits, 1)
-    port map (sysclk, enable, larger_exponent, align_exponent);
-  align_1 : entity work.xfc_register generic map (mantissa, 1) port map (sysclk, enable, larger, augend);
-  align_2 : entity work.xfc_register generic map (mantissa, 1) port map (sysclk, enable, addend_d, addend);
-  align_3 : entity work.xfc_register generic map (1, 1) port map (sysclk, enable, inverts(1 downto 1), carry);
-  align_4 : entity work.xfc_register generic map (4, 1) port map (sysclk, enable, marks, align_marks);
-
-  -- add
-  sum_d <= std_logic_vector(unsigned(resize(signed(augend), mantissa + 1)) +
-                            unsigned(resize(signed(addend), mantissa + 1)) + unsigned(carry));
-
-  add_0 : entity work.xfc_register generic map (exponent_bits, add_border)
-    port map (sysclk, enable, align_exponent, add_exponent);
-  add_1 : entity work.xfc_register generic map (mantissa + 1, add_border) port map (sysclk, enable, sum_d, sum);
-  add_2 : entity work.xfc_register generic map (4, add_border) port map (sysclk, enable, align_marks, add_marks);
-
-  -- settle: exponents from 960 on have their four high bits set; they are infinite
-  halve(0) <= sum(mantissa) xor sum(mantissa - 1);
-  halved <= sum(mantissa downto 2) & (sum(1) or sum(0));
-  settled <= halved when halve(0) = '1' else sum(mantissa - 1 downto 0);
-  marked <= add_marks(2) or add_marks(1) or add_marks(0);
-  result_d <= (add_marks(3) & settled(mantissa - 2 downto 0)) when marked = '1' else settled;
-  next_exponent <= resize(unsigned(add_exponent), exponent_bits + 1) + halve;
-  result_exponent_d <= std_logic_vector(next_exponent(exponent_bits - 1 downto 0));
-  too_large <= '1' when next_exponent(exponent_bits) = '1' or
-                        next_exponent(exponent_bits - 1 downto exponent_bits - 4) = 15 else '0';
-  result_flags_d <= add_marks(2) & add_marks(1) &
-                    (add_marks(0) or (too_large and not add_marks(2) and not add_marks(1)));
-
-  settle_0 : entity work.xfc_register generic map (exponent_bits, 1)
-    port map (sysclk, enable, result_exponent_d, result_exponent);
-  settle_1 : entity work.xfc_register generic map (mantissa, 1) port map (sysclk, enable, result_d, result);
-  settle_2 : entity work.xfc_register generic map (3, 1) port map (sysclk, enable, result_flags_d, result_flags);
-
-  cc <= result & result_exponent;
-  ccsat <= result_flags(0);
-  cczip <= result_flags(1);
-  ccnan <= result_flags(2);
+  add : entity work.xfc_add_internal generic map (mantissa, 10, 0, difference_border, 0, carry_border)
+    port map (sysclk, enable, addsub, aa, aasat, aazip, aanan, bb, bbsat, bbzip, bbnan, cc, ccsat, cczip, ccnan);
 end rtl;

@@ -119,7 +119,7 @@ module xfc_divfp1x
   wire too_small = below_zero | (exponent == 0);
 
   generate
-    if (ieeeoutput == 1) begin : ieee
+    if (ieeeoutput == 1) begin : to_ieee
       // Exponent field 0 may be rounded up to the smallest normal number, 254 to infinity, whose fraction is zero too.
       wire nearest_up;
       xfc_round_even #(2) round_even (quotient[1], {quotient[0], !exact}, 1'b0, nearest_up);

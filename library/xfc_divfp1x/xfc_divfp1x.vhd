@@ -157,7 +157,7 @@ begin
   too_small <= '1' when signed(exponent) <= 0 else '0';
 
   -- Exponent field 0 may be rounded up to the smallest normal number, 254 to infinity, whose fraction is zero too.
-  ieee : if ieeeoutput = 1 generate
+  to_ieee : if ieeeoutput = 1 generate
     signal dropped : std_logic_vector(1 downto 0);
     signal nearest_up, too_large, all_ones, all_zeros, no_fraction : std_logic;
     signal up : std_logic_vector(0 downto 0);

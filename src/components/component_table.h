@@ -220,7 +220,8 @@ inline constexpr generic_row outputpipe{.name = "outputpipe", .field = &g::outpu
 inline constexpr generic_row shiftspeed{.name = "shiftspeed", .field = &g::shiftspeed};
 inline constexpr generic_row doubleaccuracy{.name = "doubleaccuracy", .field = &g::doubleaccuracy};
 inline constexpr generic_row device{.name = "device", .field = &g::device, .high = 2};
-inline constexpr generic_row optimization{.name = "optimization", .field = &g::optimization, .high = 3};
+inline constexpr generic_row optimization{
+    .name = "optimization", .field = &g::optimization, .high = 3, .takes_negative = true};
 inline constexpr generic_row synthesize{.name = "synthesize", .field = &g::synthesize};
 inline constexpr generic_row normspeed{.name = "normspeed", .field = &g::normspeed, .low = 1, .high = 3};
 /// For components that offer only levels 1 and 2.

@@ -64,6 +64,7 @@ struct generic_row {
     std::int32_t step = 1;        ///< between the values that it takes
     std::int32_t flag = no_flag;  ///< not negative: the generic is 1 where the field has this value, else 0
     bool has_default = false;     ///< the entity gives it the least value when an instance leaves it out
+    bool takes_negative = false;  ///< the component takes values below `low` as well; they mean what `low` means
 };
 
 /// What the generic is set to.

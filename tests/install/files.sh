@@ -29,7 +29,7 @@ check_files() {
     done
     [ "$count" -gt 0 ] || fail 'there are no examples'
 
-    # Headers, libraries, stub components and what belongs to the Debian package only stay out.
+    # Libraries, models and what belongs to the Debian packages only stay out.
     (cd "$prefix" && find . -type f) | grep -vxE \
         -e '\./bin/xfc' \
         -e '\./share/man/man1/xfc\.1\.gz' \
@@ -37,7 +37,15 @@ check_files() {
         -e '\./share/doc/xfc/(copyright|(changelog|README\.md|build-flows\.md)\.gz)' \
         -e '\./share/doc/xfc/examples/(README\.md|.*\.c)' \
         -e '\./share/cmake/xfc/(xfcConfig|xfcConfigVersion|xfcTargets(-[a-z]+)?)\.cmake' \
-        -e '\./share/cmake/xfc/xfc_(add|compile)_datapath\.cmake' >"$log" || true
+        -e '\./share/cmake/xfc/xfc_(add|compile)_datapath\.cmake' \
+        -e '\./share/xfc/library/vhdl/(xfc_vhdl\.f|[a-z0-9_]+\.vhd)' \
+        -e '\./share/xfc/library/verilog/(xfc_verilog\.f|[a-z0-9_]+\.v)' \
+        -e '\./share/doc/xfc-components/components\.md\.gz' \
+        -e '\./bin/xfcflow' \
+        -e '\./include/xfc\.h' \
+        -e '\./share/man/man1/xfcflow\.1\.gz' \
+        -e '\./share/bash-completion/completions/xfcflow' \
+        -e '\./share/doc/xfcflow/(language|accuracy)\.md\.gz' >"$log" || true
     [ ! -s "$log" ] || { cat "$log" >&2; fail 'these files are not expected'; }
 
     # Nothing points back to where it was built.

@@ -20,10 +20,11 @@ using namespace xfc;
 struct reference {
     std::string_view name;
     double (*function)(double);
+    bool correctly_rounded = false;  ///< promised; a root's or quotient's double is never halfway between singles
 };
 constexpr reference references[] = {
-    {"fp_invsqr", [](double x) { return 1 / std::sqrt(x); }},
-    {"fp_exp", [](double x) { return std::exp(x); }},
+    {"fp_sqr", [](double x) { return std::sqrt(x); }, true},  {"fp_inv", [](double x) { return 1 / x; }, true},
+    {"fp_invsqr", [](double x) { return 1 / std::sqrt(x); }}, {"fp_exp", [](double x) { return std::exp(x); }},
     {"fp_log", [](double x) { return std::log(x); }},
 };
 
@@ -63,7 +64,6 @@ bool prove(const reference& expected, const proof::contract& promised, component
         if (result == nearest) {
             continue;
         }
-        ++misrounded;
         if (!is_normal(result) || !is_normal(nearest)) {
             if (!judged(operand).met) {
                 std::cout << expected.name << ": " << std::hex << operand << " gives " << result << '\n';
@@ -71,12 +71,17 @@ bool prove(const reference& expected, const proof::contract& promised, component
             }
             continue;
         }
+        ++misrounded;
         const double delivered = static_cast<double>(std::bit_cast<float>(result));
         const double error = std::fabs(std::ldexp(delivered - exact, 23 - std::ilogb(exact)));
         if (error > worst) {
             worst = error;
             worst_operand = operand;
         }
+    }
+    if (expected.correctly_rounded) {
+        std::cout << expected.name << ": " << misrounded << " of 2 ** 32 not correctly rounded\n";
+        return misrounded == 0;
     }
     const proof::verdict last = judged(worst_operand);
     std::cout << expected.name << ": largest error " << std::setprecision(6) << last.error << " ulp at aa=" << std::hex

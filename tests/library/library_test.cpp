@@ -3,27 +3,19 @@
 #include <bit>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <set>
 
 #include "contract.h"
 #include "entity_text.h"
 #include "exact_value.h"
+#include "folders.h"
 #include "generic_sets.h"
 #include "model/component_model.h"
 #include "vectors.h"
 
 namespace xfc::proof {
 namespace {
-
-std::set<std::string> folders() {
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(XFC_LIBRARY)) {
-        if (entry.path().filename() != "common") {
-            names.insert(entry.path().filename().string());
-        }
-    }
-    return names;
-}
 
 const contract& contract_of(component_id id) {
     for (const contract_row& each : contracts()) {
@@ -34,22 +26,41 @@ const contract& contract_of(component_id id) {
     throw std::runtime_error("no contract");
 }
 
-TEST(library, every_folder_has_a_row_a_model_and_a_contract) {
-    std::set<std::string> rows;
-    std::set<std::string> promised;
-    for (const component_row& row : all_components()) {
-        rows.emplace(row.name);
+TEST(library, every_row_has_a_folder_and_every_folder_a_row_a_model_and_a_contract) {
+    for (const std::string& failure : folder_failures(XFC_LIBRARY, XFC_AWAITED)) {
+        ADD_FAILURE() << failure;
     }
+    const std::set<std::string> folders = component_folders(XFC_LIBRARY);
+    std::set<std::string> promised;
     for (const contract_row& each : contracts()) {
         promised.emplace(each.name);
     }
-    for (const std::string& name : folders()) {
-        EXPECT_TRUE(rows.contains(name)) << name;
+    EXPECT_EQ(promised, folders);
+    for (const std::string& name : folders) {
         EXPECT_NE(model_named(name), nullptr) << name;
-        EXPECT_TRUE(promised.contains(name)) << name;
     }
-    EXPECT_EQ(component_models().size(), folders().size());
-    EXPECT_EQ(contracts().size(), folders().size());
+    EXPECT_EQ(component_models().size(), folders.size());
+}
+
+TEST(library, a_folder_without_a_row_and_a_row_without_a_folder_are_told) {
+    const std::filesystem::path place = std::filesystem::path(testing::TempDir()) / "folders_of_a_library";
+    std::filesystem::remove_all(place);
+    for (const component_row& row : all_components()) {
+        std::filesystem::create_directories(place / "library" / row.name);
+    }
+    std::filesystem::create_directories(place / "library" / "common");
+    const auto failures = [&](const std::string& awaited) {
+        std::ofstream(place / "awaited") << awaited;
+        return folder_failures(place / "library", place / "awaited");
+    };
+    using messages = std::vector<std::string>;
+    EXPECT_EQ(failures("# nothing\n"), messages{});
+    EXPECT_EQ(failures("xfc_delay\n"), messages{"xfc_delay: has its folder, and is awaited no longer"});
+    EXPECT_EQ(failures("xfc_wire\n"), messages{"xfc_wire: is awaited, but has no row in the component table"});
+    std::filesystem::rename(place / "library" / "xfc_delay", place / "library" / "xfc_queue");
+    EXPECT_EQ(failures(""), (messages{"xfc_delay: has a row in the component table but no folder",
+                                      "xfc_queue: no row of the component table has this name"}));
+    EXPECT_EQ(failures("xfc_delay\n"), messages{"xfc_queue: no row of the component table has this name"});
 }
 
 TEST(library, all_combinations_of_generics_are_tried) {

@@ -1,15 +1,15 @@
 // Usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] [--simulators LIST] [--formal]
 //                      [--all-sets]
 //        prove_library LIBRARY BENCHES WORK NAME --measured [GENERIC=VALUE...]
-// Proves the named components of the library, or all, for a choice of their sets of generics or for all. LIST is of
-// icarus, verilator, ghdl with commas, or none.
+// Proves the named components of the library, or all, for a choice of their sets of generics or for all of them; of all,
+// a row without a folder fails as well. LIST is of icarus, verilator, ghdl with commas, or none.
 
-#include <algorithm>
 #include <charconv>
 #include <exception>
 #include <iostream>
 #include <sstream>
 
+#include "folders.h"
 #include "prover.h"
 
 namespace {
@@ -24,18 +24,6 @@ const component_row* row_named(std::string_view name) {
         }
     }
     return nullptr;
-}
-
-/// The folders of the library that hold components.
-std::vector<std::string> folders_of(const fs::path& library) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(library)) {
-        if (entry.is_directory() && entry.path().filename() != "common") {
-            names.push_back(entry.path().filename().string());
-        }
-    }
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 template <class number>
@@ -123,8 +111,17 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        const auto names = wanted.names.empty() ? folders_of(wanted.settings.library) : wanted.names;
         bool proven = true;
+        std::vector<std::string> names = wanted.names;
+        if (names.empty()) {
+            for (const std::string& failure :
+                 proof::folder_failures(wanted.settings.library, wanted.settings.benches / "awaited")) {
+                std::cout << failure << '\n';
+                proven = false;
+            }
+            const auto folders = proof::component_folders(wanted.settings.library);
+            names.assign(folders.begin(), folders.end());
+        }
         for (const std::string& name : names) {
             for (const std::string& failure : prove_folder(name, wanted)) {
                 std::cout << failure << '\n';

@@ -1,0 +1,64 @@
+# shellcheck shell=sh disable=SC2154
+# xfcflow as it is installed: it finds the library beside it, its header compiles, its manual and completion know every
+# command. Nothing when it was not built.
+
+check_flow() {
+    [ -e "$build/xfcflow" ] || return 0
+    mkdir "$folder/flow designs"
+    cd "$folder/flow designs" || return
+    printf '%s\n' '#include <xfc.h>' 'float scale(const float x[4], float unit) {' '    float sum = 0;' \
+        '    for (int i = 0; i < 4; i++) sum += x[i];' '    return sum * invf(unit);' '}' >scale.c
+
+    # A mark in the installed library is a mark in the design's copy.
+    text="$prefix/share/xfc/library/verilog/xfc_alufp1x.v"
+    cp "$text" "$temporary/adder"
+    echo '// installed' >>"$text"
+    passes "$prefix/bin/xfcflow" build scale.c -o made
+    found=$(find made -name xfc_alufp1x.v)
+    [ -n "$found" ] || fail 'the design came without xfc_alufp1x.v'
+    tail -n 1 "$found" | grep -qx '// installed' || fail 'the library is not the installed one'
+    cp "$temporary/adder" "$text"
+    if command -v iverilog >/dev/null; then
+        passes "$prefix/bin/xfcflow" simulate scale.c --lang verilog --simulator iverilog --vectors 50
+        says result
+    fi
+    fails "$prefix/bin/xfcflow" check missing.c
+
+    if command -v cc >/dev/null; then
+        printf '%s\n' '#include "scale.c"' '#include <stdio.h>' \
+            'int main(void) { const float x[4] = {1, 2, 3, 4}; printf("%g\\n", scale(x, 4)); return 0; }' >host.c
+        passes cc -std=c99 -Wall -Wextra -Werror -I "$prefix/include" host.c -o host -lm
+        passes ./host
+        says 2.5
+    fi
+
+    commands=$("$prefix/bin/xfcflow" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+    [ "$(echo "$commands" | wc -l)" -ge 3 ] || fail 'xfcflow --help lists no commands'
+    gzip -dc "$prefix/share/man/man1/xfcflow.1.gz" >"$temporary/xfcflow.1"
+    if command -v groff >/dev/null; then
+        passes groff -man -Tutf8 -ww -z "$temporary/xfcflow.1"
+        [ ! -s "$log" ] || { cat "$log" >&2; fail 'the manual page of xfcflow has warnings'; }
+    fi
+    for command in $commands; do
+        grep -qi "^\.SH XFCFLOW $command\$" "$temporary/xfcflow.1" || fail "the manual page of xfcflow lacks $command"
+    done
+    command -v bash >/dev/null || { cd "$folder" || return; return 0; }
+    cat >"$temporary/flow_complete.bash" <<'SCRIPT'
+source "$1"
+shift
+COMP_WORDS=("$@")
+COMP_CWORD=$(($# - 1))
+_xfcflow
+printf '%s\n' "${COMPREPLY[@]}" | LC_ALL=C sort
+SCRIPT
+    completed() {
+        bash --norc --noprofile "$temporary/flow_complete.bash" "$prefix/share/bash-completion/completions/xfcflow" "$@"
+    }
+    for command in $commands; do
+        completed xfcflow '' | grep -qx -- "$command" || fail "completion of xfcflow lacks $command"
+    done
+    [ "$(completed xfcflow simulate --simu)" = '--simulator' ] || fail 'completion of xfcflow lacks --simulator'
+    [ "$(completed xfcflow build --lang v | tr '\n' ' ')" = 'verilog vhdl ' ] || fail 'completion lacks the languages'
+    [ "$(completed xfcflow build sca)" = scale.c ] || fail 'completion of xfcflow finds no source'
+    cd "$folder" || return
+}
