@@ -195,9 +195,8 @@ void exact_reference::run(std::span<const std::uint64_t> inputs) {
         } else {
             all.compute_floating(one, id);
         }
-        bounded = {.number = as_long_double(all.at(id)),
-                   .exact_zero = mpfr_zero_p(all.at(id)) != 0,
-                   .format = one.format};
+        bounded = {
+            .number = as_long_double(all.at(id)), .exact_zero = mpfr_zero_p(all.at(id)) != 0, .format = one.format};
         if (given) {
             bounded.bound = bound_of_input(bounded);
             continue;
@@ -260,7 +259,8 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         // Half of the digits gone: units of what is left would tell about the cancellation, not about the arithmetic.
         const float_shape shape = shape_of(one.format);
         const long double size = std::max(std::fabs(as_long_double(exact)), smallest_normal(one.format));
-        found.apart = bound.radius > std::ldexp(size, -(shape.fraction_bits / 2)) ? apart_reason::cancelled : found.apart;
+        found.apart =
+            bound.radius > std::ldexp(size, -(shape.fraction_bits / 2)) ? apart_reason::cancelled : found.apart;
     }
     // What left the range on the way may come out as C has it or as the exact result has it.
     const bool judged = !anything && !bound.range_before;

@@ -200,8 +200,8 @@ std::vector<std::vector<std::optional<std::uint64_t>>> outputs_seen(const stimul
             std::size_t bit = 1;
             outputs.emplace_back();
             for (const port& output : source.outputs()) {
-                const std::string_view bits = line.substr(std::min(bit, line.size()),
-                                                          static_cast<std::size_t>(format_bits(output.format)));
+                const std::string_view bits =
+                    line.substr(std::min(bit, line.size()), static_cast<std::size_t>(format_bits(output.format)));
                 bit += bits.size();
                 std::uint64_t number = 0;
                 bool known = bits.size() == static_cast<std::size_t>(format_bits(output.format));
