@@ -262,6 +262,7 @@ private:
         bar_.show("the C program", 0, 0);
         const host_results host = run_host();
         const bool same_constants =
+            !host.undeclared_calls &&
             std::none_of(messages_.messages().begin(), messages_.messages().end(),
                          [](const diagnostic& one) { return one.name == row_of(message_id::constant_format).name; });
         const accuracy_question question{

@@ -275,19 +275,24 @@ std::string host_call_text(const program& what, const source_map& places, const 
     return text + "}\n";
 }
 
-std::string compile(const std::string& compiler, const std::string& program, const fs::path& folder) {
+/// Empty when all is well, else what the compiler says.
+std::string compile(const std::string& compiler, const std::string& warnings, const std::string& program,
+                    const fs::path& folder) {
     std::ofstream(folder / "host_program.c") << program;
-    const std::vector<std::string> common = {compiler,
-                                             "-std=gnu17",
-                                             "-w",
-                                             "-Wno-error=implicit-int",
-                                             "-Wno-error=implicit-function-declaration",
-                                             "-O1",
-                                             "-fwrapv",
-                                             "-fsigned-char",
-                                             "-ffp-contract=off"};
-    std::vector<std::string> words = common;
-    words.insert(words.end(), {"-o", "host", "host_program.c", "host_main.c", "-lm"});
+    const std::vector<std::string> words = {compiler,
+                                            "-std=gnu17",
+                                            "-Wno-error=implicit-int",
+                                            "-Wno-error=implicit-function-declaration",
+                                            warnings,
+                                            "-O1",
+                                            "-fwrapv",
+                                            "-fsigned-char",
+                                            "-ffp-contract=off",
+                                            "-o",
+                                            "host",
+                                            "host_program.c",
+                                            "host_main.c",
+                                            "-lm"};
     return run_command(words, folder) == 0 ? "" : end_of_log(folder);
 }
 
@@ -428,10 +433,15 @@ host_results run_on_host(const program& what, const source_map& places, const ho
     const std::string path = fs::absolute(options.source, failed).string();
     const std::string source = program_for_host(read_file(folder / "preprocessed.c"), path, locals);
     const std::string call = host_call_text(what, places, locals);
-    std::string refusal = compile(results.compiler, std::string(host_prelude) + source + call, folder);
+    const std::string prelude(host_prelude);
+    std::string refusal =
+        compile(results.compiler, "-Werror=implicit-function-declaration", prelude + source + call, folder);
     if (!refusal.empty()) {
-        refusal = compile(results.compiler, std::string(host_prelude) + std::string(missing_functions) + source + call,
-                          folder);
+        results.undeclared_calls = true;
+        refusal = compile(results.compiler, "-w", prelude + source + call, folder);
+    }
+    if (!refusal.empty()) {
+        refusal = compile(results.compiler, "-w", prelude + std::string(missing_functions) + source + call, folder);
     }
     if (!refusal.empty()) {
         results.why_not = results.compiler + " refuses the program: " + refusal;

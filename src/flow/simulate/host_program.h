@@ -25,6 +25,7 @@ struct host_results {
     /// By vector; no outputs where the program was stopped, by a division of integers that traps, say.
     std::vector<std::vector<std::uint64_t>> outputs = {};
     std::string compiler = {};
+    bool undeclared_calls = false;  ///< functions without a declaration, which C takes for doubles
     std::string why_not = {};  ///< a sentence when there are no results
 };
 

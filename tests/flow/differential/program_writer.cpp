@@ -75,7 +75,7 @@ private:
     std::string constant(kind type) {
         char text[48];
         if (type == kind::whole) {
-            constexpr std::array<std::string_view, 8> some{"0", "1", "3", "-7", "255", "1000", "0x7fff", "-65536"};
+            constexpr std::array<std::string_view, 8> some{"0", "1", "3", "(-7)", "255", "1000", "0x7fff", "(-65536)"};
             return std::string(one_of(some));
         }
         const double number = (static_cast<double>(below(20001)) - 10000.0) / static_cast<double>(1U << below(14));
