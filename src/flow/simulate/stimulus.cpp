@@ -137,7 +137,7 @@ std::string stimulus_text(const stimulus& what, const graph& source) {
         for (std::size_t place = 0; place < source.inputs().size(); ++place) {
             append_bits(text, what.vectors[cycle.vector][place], format_bits(source.inputs()[place].format));
         }
-        text += '\n';
+        text += source.inputs().empty() ? "0\n" : "\n";
     }
     return text;
 }
