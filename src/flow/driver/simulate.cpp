@@ -28,6 +28,10 @@ namespace {
 using vectors_by_number = std::vector<std::vector<std::uint64_t>>;
 using json = nlohmann::ordered_json;
 
+/// What GHDL puts into the waveforms: the bench and the design's own signals, not those inside its components, as the
+/// Verilog bench says it with $dumpvars.
+constexpr std::string_view wave_selection = "$ version 1.1\n/bench/*\n/bench/under_test/*\n";
+
 /// The simulators to run: the one that is named, or the first one installed that speaks a language that is asked for.
 std::vector<const simulator_row*> chosen_simulators(const command_line& line, diagnostics& messages) {
     const std::vector<language> wanted = languages_of(line);
@@ -188,6 +192,7 @@ private:
         const std::string bench = "bench" + std::string(extension_of(row.lang));
         files.push_back({bench, bench_text(what_->text, row.lang, wave)});
         files.push_back({"vectors.txt", stimulus_text(applied_, values())});
+        files.push_back({"wave.opt", std::string(wave_selection)});
         if (folder.path().empty() || !write_files(folder.path(), files, messages_)) {
             return "there is no room for the test bench";
         }
@@ -243,21 +248,21 @@ private:
 
     host_results run_host() {
         const temporary_folder folder;
-        host_options options{.source = line_.source,
-                             .include_folders = line_.include_folders,
-                             .definitions = line_.definitions};
+        host_options options{
+            .source = line_.source, .include_folders = line_.include_folders, .definitions = line_.definitions};
         for (const built_in_header& header : built_in_headers()) {
             options.headers.emplace_back(header.name, header.text);
         }
         program as_followed = *state_.current;
         as_followed.values = *state_.followed;
-        return run_on_host(as_followed, options, applied_, folder.path());
+        return run_on_host(as_followed, places_, options, applied_, folder.path());
     }
 
     void compare() {
         bar_.show("the C program", 0, 0);
         const host_results host = run_host();
         const bool same_constants =
+            !host.undeclared_calls &&
             std::none_of(messages_.messages().begin(), messages_.messages().end(),
                          [](const diagnostic& one) { return one.name == row_of(message_id::constant_format).name; });
         const accuracy_question question{

@@ -168,13 +168,12 @@ std::string accuracy_table(const std::vector<output_accuracy>& rows) {
     std::vector<std::vector<std::string>> lines = {
         {"output", "format", "vectors", "bits equal", "largest ulp", "median", "C's largest", "apart", "outside"}};
     for (const output_accuracy& row : rows) {
-        lines.push_back({row.name, std::string(row.format), std::to_string(row.vectors),
-                         row.bits_equal ? std::to_string(*row.bits_equal) : "-",
-                         row.measured == 0 ? "-" : ulp_text(row.largest_ulp),
-                         row.measured == 0 ? "-" : ulp_text(row.median_ulp),
-                         row.largest_ulp_of_c ? ulp_text(*row.largest_ulp_of_c) : "-",
-                         std::to_string(row.apart_range + row.apart_undecided + row.apart_cancelled),
-                         std::to_string(row.outside)});
+        lines.push_back(
+            {row.name, std::string(row.format), std::to_string(row.vectors),
+             row.bits_equal ? std::to_string(*row.bits_equal) : "-",
+             row.measured == 0 ? "-" : ulp_text(row.largest_ulp), row.measured == 0 ? "-" : ulp_text(row.median_ulp),
+             row.largest_ulp_of_c ? ulp_text(*row.largest_ulp_of_c) : "-",
+             std::to_string(row.apart_range + row.apart_undecided + row.apart_cancelled), std::to_string(row.outside)});
     }
     std::vector<std::size_t> widths(lines.front().size(), 0);
     for (const auto& line : lines) {

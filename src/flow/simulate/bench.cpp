@@ -136,12 +136,13 @@ std::string bench_text(const datapath& what, language lang, bool wave) {
     for (const output_text& output : what.outputs) {
         add(output.bus, "outputs", high);
     }
-    return filled_template(lang == language::vhdl ? vhdl_bench : verilog_bench, {{"name", what.name},
-                                                                                 {"inputs", std::to_string(bits)},
-                                                                                 {"outputs", std::to_string(outputs)},
-                                                                                 {"line", std::to_string(bits + 3)},
-                                                                                 {"ports", ports},
-                                                                                 {"wave", std::string(wave ? wave_lines : "")}});
+    return filled_template(lang == language::vhdl ? vhdl_bench : verilog_bench,
+                           {{"name", what.name},
+                            {"inputs", std::to_string(bits)},
+                            {"outputs", std::to_string(outputs)},
+                            {"line", std::to_string(bits + 3)},
+                            {"ports", ports},
+                            {"wave", std::string(wave ? wave_lines : "")}});
 }
 
 }  // namespace xfc::flow

@@ -161,9 +161,8 @@ private:
         if (has_suffix && (!hexadecimal || number.find_first_of("pP") != std::string::npos)) {
             number.pop_back();
         }
-        const bool begins_well =
-            !number.empty() && std::isspace(static_cast<unsigned char>(number.front())) == 0 &&
-            number.find('(') == std::string::npos;
+        const bool begins_well = !number.empty() && std::isspace(static_cast<unsigned char>(number.front())) == 0 &&
+                                 number.find('(') == std::string::npos;
         if (!begins_well) {
             return std::nullopt;
         }

@@ -51,9 +51,9 @@ long double carried(operation op, const bounded_number& result, std::span<const 
         case operation::square_root:
             return of_a == 0 ? 0.0L : a - of_a < 0 ? anything : of_a / std::sqrt(a);
         case operation::inverse_square_root:
-            return of_a == 0                                         ? 0.0L
+            return of_a == 0                                             ? 0.0L
                    : a <= of_a || (a == 0 && !in[0].bound.sign_is_known) ? anything
-                                                                     : of_a / ((a - of_a) * std::sqrt(a - of_a));
+                                                                         : of_a / ((a - of_a) * std::sqrt(a - of_a));
         case operation::exponential:
             return size * std::expm1(of_a);
         case operation::exponential_2:  // by way of exp(x ln 2), whose product and constant are rounded

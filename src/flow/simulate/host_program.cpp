@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <charconv>
 #include <cstring>
 #include <fstream>
 
@@ -21,6 +22,43 @@ constexpr std::string_view missing_functions =
     "static double inv(double x) { return 1.0 / x; }\n"
     "static double invsqr(double x) { return 1.0 / __builtin_sqrt(x); }\n"
     "static double negate(double x) { return -x; }\n";
+
+/// Stands in front of the program: bits to numbers and back, and what stores a local variable when its scope ends.
+constexpr std::string_view host_prelude = R"(typedef unsigned long long xfc_host_word;
+static const xfc_host_word* xfc_host_in;
+static xfc_host_word* xfc_host_out;
+static float xfc_host_to_float(xfc_host_word bits) {
+    union { unsigned word; float number; } both;
+    both.word = (unsigned)bits;
+    return both.number;
+}
+static double xfc_host_to_double(xfc_host_word bits) {
+    union { xfc_host_word word; double number; } both;
+    both.word = bits;
+    return both.number;
+}
+static xfc_host_word xfc_host_of_float(float number) {
+    union { unsigned word; float number; } both;
+    both.number = number;
+    return both.word;
+}
+static xfc_host_word xfc_host_of_double(double number) {
+    union { xfc_host_word word; double number; } both;
+    both.number = number;
+    return both.word;
+}
+struct xfc_host_local { const void* from; int to, size, is_signed, is_whole; };
+static void xfc_host_store(struct xfc_host_local* one) {
+    xfc_host_word word = 0;
+    __builtin_memcpy(&word, one->from, one->size);
+    if (one->is_whole) {
+        const int unused = 32 - 8 * one->size;
+        const unsigned high = (unsigned)word << unused;
+        word = one->is_signed ? (unsigned)((int)high >> unused) : high >> unused;
+    }
+    xfc_host_out[one->to] = word;
+}
+)";
 
 /// Runs the program over vectors.bin in children, so that a trap costs one vector, and a program whose variables keep
 /// their values starts anew for each. A word 1 and the outputs a vector, or a word 0.
@@ -144,81 +182,75 @@ std::string narrow_number(std::string_view number) {
 }
 
 bool is_specifier(std::string_view word) {
-    constexpr std::array<std::string_view, 14> specifiers{"long",   "int",      "unsigned", "signed",   "short",
-                                                          "double", "const",    "static",   "volatile", "register",
+    constexpr std::array<std::string_view, 14> specifiers{"long",   "int",        "unsigned", "signed",   "short",
+                                                          "double", "const",      "static",   "volatile", "register",
                                                           "extern", "__signed__", "char",     "inline"};
     return std::find(specifiers.begin(), specifiers.end(), word) != specifiers.end();
 }
 
-std::string access_of_output(const port& one, bool of_parameters) {
-    const std::string prefix = "result";
-    const bool returned = of_parameters && one.c_access.starts_with(prefix) &&
-                          (one.c_access.size() == prefix.size() || one.c_access[prefix.size()] == '.');
-    return returned ? "xfc_host_" + one.c_access : one.c_access;
+/// How an input port's number is written in C.
+std::string given_number(const port& one, std::size_t number) {
+    const std::string word = "xfc_host_in[" + std::to_string(number) + "]";
+    return one.format == number_format::single_float       ? "xfc_host_to_float(" + word + ")"
+           : one.format == number_format::double_float     ? "xfc_host_to_double(" + word + ")"
+           : one.c_type == "_Bool" || one.c_type == "bool" ? word + " & 1"
+                                                           : "(int)" + word;
 }
 
-std::string compile(const std::string& compiler, const std::string& program, const fs::path& folder) {
-    std::ofstream(folder / "host_program.c") << program;
-    const std::vector<std::string> common = {compiler,
-                                             "-std=gnu17",
-                                             "-w",
-                                             "-Wno-error=implicit-int",
-                                             "-Wno-error=implicit-function-declaration",
-                                             "-O1",
-                                             "-fwrapv",
-                                             "-fsigned-char",
-                                             "-ffp-contract=off"};
-    std::vector<std::string> words = common;
-    words.insert(words.end(), {"-o", "host", "host_program.c", "host_main.c", "-lm"});
-    return run_command(words, folder) == 0 ? "" : end_of_log(folder);
+/// The bits of a number that is reached so.
+std::string bits_of(const port& one, const std::string& access) {
+    return one.format == number_format::single_float   ? "xfc_host_of_float(" + access + ")"
+           : one.format == number_format::double_float ? "xfc_host_of_double(" + access + ")"
+                                                       : "(unsigned)(int)" + access;
 }
 
-}  // namespace
+/// The variable of an access: x of x[1].re.
+std::string variable_of(const port& one) { return one.c_access.substr(0, one.c_access.find_first_of("[.")); }
 
-std::string with_narrow_long(std::string_view preprocessed) {
-    const std::vector<token> tokens = tokens_of(preprocessed);
-    std::string text;
-    text.reserve(preprocessed.size());
-    for (std::size_t at = 0; at < tokens.size();) {
-        if (!tokens[at].is_word || !is_specifier(tokens[at].text)) {
-            const token& one = tokens[at++];
-            text += one.is_number                              ? narrow_number(one.text)
-                    : one.is_word && one.text == "main" ? "xfc_host_main"
-                                                        : std::string(one.text);
-            continue;
+/// Ports of the older style, as they would be handled if they stood inside a function.
+std::vector<local_variable> possible_locals(const program& what, const source_map& places) {
+    std::vector<local_variable> locals;
+    const auto code_of = [&](const port& one) -> std::string& {
+        const std::string name = variable_of(one);
+        const int line = places.position_of(one.where).line;
+        auto found = std::find_if(locals.begin(), locals.end(), [&](const local_variable& local) {
+            return local.name == name && local.line == line;
+        });
+        if (found == locals.end()) {
+            locals.push_back({.name = name, .line = line});
+            found = locals.end() - 1;
         }
-        // A run of specifiers, blanks between them.
-        std::size_t end = at;
-        int longs = 0;
-        bool has_int = false;
-        bool has_double = false;
-        while (end < tokens.size() &&
-               (tokens[end].is_space || (tokens[end].is_word && is_specifier(tokens[end].text)))) {
-            longs += tokens[end].text == "long" ? 1 : 0;
-            has_int = has_int || tokens[end].text == "int";
-            has_double = has_double || tokens[end].text == "double";
-            ++end;
+        return found->code;
+    };
+    if (what.style == top_style::whole_file) {
+        std::size_t number = 0;
+        for (const port& one : what.values.inputs()) {
+            code_of(one) += " " + one.c_access + " = " + given_number(one, number++) + ";";
         }
-        for (; at < end; ++at) {
-            const bool drop = tokens[at].text == "long" && longs == 1 && !has_double;
-            text += !drop ? tokens[at].text : has_int ? std::string_view() : std::string_view("int");
+        number = 0;
+        for (const port& one : what.values.outputs()) {
+            const std::string index = std::to_string(number++);
+            const std::string& access = one.c_access;
+            code_of(one) += " struct xfc_host_local xfc_host_local_" + index +
+                            " __attribute__((cleanup(xfc_host_store))) = { &" + access + ", " + index + ", sizeof " +
+                            access + ", (__typeof__(" + access + "))-1 < 0, " + (is_floating(one.format) ? "0" : "1") +
+                            " };";
         }
     }
-    return text;
+    return locals;
 }
 
-std::string host_call_text(const program& what) {
-    const bool of_parameters = what.style == top_style::function;
+bool is_local(const port& one, const std::vector<local_variable>& locals, const source_map& places) {
+    return std::any_of(locals.begin(), locals.end(), [&](const local_variable& local) {
+        return local.found && local.name == variable_of(one) && local.line == places.position_of(one.where).line;
+    });
+}
+
+/// The function that is put behind the program and hands over the ports.
+std::string host_call_text(const program& what, const source_map& places, const std::vector<local_variable>& locals) {
     std::string text =
-        "\n;static float xfc_host_to_float(unsigned long long bits) { union { unsigned word; float number; } "
-        "both; both.word = bits; return both.number; }\n"
-        "static double xfc_host_to_double(unsigned long long bits) { union { unsigned long long word; double number; } "
-        "both; both.word = bits; return both.number; }\n"
-        "static unsigned long long xfc_host_of_float(float number) { union { unsigned word; float number; } both; "
-        "both.number = number; return both.word; }\n"
-        "static unsigned long long xfc_host_of_double(double number) { union { unsigned long long word; double number; "
-        "} both; both.number = number; return both.word; }\n"
-        "void xfc_host_run(const unsigned long long* xfc_host_in, unsigned long long* xfc_host_out) {\n";
+        "\n;\n#define bool _Bool\nvoid xfc_host_run(const xfc_host_word* xfc_host_given, xfc_host_word* "
+        "xfc_host_taken) {\n    xfc_host_in = xfc_host_given;\n    xfc_host_out = xfc_host_taken;\n";
     std::string arguments;
     for (const parameter& one : what.parameters) {
         text += "    " + one.declaration + " = {0};\n";
@@ -226,33 +258,152 @@ std::string host_call_text(const program& what) {
     }
     std::size_t number = 0;
     for (const port& one : what.values.inputs()) {
-        const std::string word = "xfc_host_in[" + std::to_string(number++) + "]";
-        text += "    " + one.c_access + " = ";
-        text += one.format == number_format::single_float   ? "xfc_host_to_float(" + word + ")"
-                : one.format == number_format::double_float ? "xfc_host_to_double(" + word + ")"
-                : one.c_type == "_Bool"                     ? word + " & 1"
-                                                            : "(int)" + word;
-        text += ";\n";
+        const std::string given = given_number(one, number++);
+        text += is_local(one, locals, places) ? "" : "    " + one.c_access + " = " + given + ";\n";
     }
-    const bool returns = of_parameters && !what.result_type.empty() && what.result_type != "void";
+    const bool returns = !what.result_type.empty() && what.result_type != "void";
     for (const std::string& function : what.functions) {
         const std::string called = function == "main" ? "xfc_host_main" : function;
         text += "    " + (returns ? what.result_type + " xfc_host_result = " : "") + called + "(" + arguments + ");\n";
     }
     number = 0;
     for (const port& one : what.values.outputs()) {
-        const std::string access = returns ? access_of_output(one, true) : one.c_access;
-        text += "    xfc_host_out[" + std::to_string(number++) + "] = ";
-        text += one.format == number_format::single_float   ? "xfc_host_of_float(" + access + ")"
-                : one.format == number_format::double_float ? "xfc_host_of_double(" + access + ")"
-                                                            : "(unsigned)(int)" + access;
-        text += ";\n";
+        const std::string place = "    xfc_host_out[" + std::to_string(number++) + "] = ";
+        const std::string access = returns && variable_of(one) == "result" ? "xfc_host_" + one.c_access : one.c_access;
+        text += is_local(one, locals, places) ? "" : place + bits_of(one, access) + ";\n";
     }
     return text + "}\n";
 }
 
-host_results run_on_host(const program& what, const host_options& options, const stimulus& applied,
-                         const fs::path& folder) {
+/// Empty when all is well, else what the compiler says.
+std::string compile(const std::string& compiler, const std::string& warnings, const std::string& program,
+                    const fs::path& folder) {
+    std::ofstream(folder / "host_program.c") << program;
+    const std::vector<std::string> words = {compiler,
+                                            "-std=gnu17",
+                                            "-Wno-error=implicit-int",
+                                            "-Wno-error=implicit-function-declaration",
+                                            warnings,
+                                            "-O1",
+                                            "-fwrapv",
+                                            "-fsigned-char",
+                                            "-ffp-contract=off",
+                                            "-o",
+                                            "host",
+                                            "host_program.c",
+                                            "host_main.c",
+                                            "-lm"};
+    return run_command(words, folder) == 0 ? "" : end_of_log(folder);
+}
+
+}  // namespace
+
+namespace {
+
+/// Goes through the tokens once and writes them anew.
+class host_writer {
+public:
+    host_writer(std::string_view preprocessed, std::string_view file, std::vector<local_variable>& locals)
+        : tokens_(tokens_of(preprocessed)), file_(file), locals_(locals) {}
+
+    std::string run() {
+        while (at_ < tokens_.size()) {
+            const token& one = tokens_[at_];
+            if (one.is_word && is_specifier(one.text)) {
+                write_specifiers();
+                continue;
+            }
+            ++at_;
+            text_ += one.is_number                       ? narrow_number(one.text)
+                     : one.is_word && one.text == "main" ? "xfc_host_main"
+                                                         : std::string(one.text);
+            if (one.is_space) {
+                follow_lines(one.text);
+            } else {
+                follow_braces(one);
+            }
+        }
+        return text_;
+    }
+
+private:
+    /// A run of specifiers, blanks between them.
+    void write_specifiers() {
+        std::size_t end = at_;
+        int longs = 0;
+        bool has_int = false;
+        bool has_double = false;
+        while (end < tokens_.size() &&
+               (tokens_[end].is_space || (tokens_[end].is_word && is_specifier(tokens_[end].text)))) {
+            longs += tokens_[end].text == "long" ? 1 : 0;
+            has_int = has_int || tokens_[end].text == "int";
+            has_double = has_double || tokens_[end].text == "double";
+            ++end;
+        }
+        for (; at_ < end; ++at_) {
+            const bool drop = tokens_[at_].text == "long" && longs == 1 && !has_double;
+            text_ += !drop ? tokens_[at_].text : has_int ? std::string_view() : std::string_view("int");
+            follow_lines(tokens_[at_].is_space ? tokens_[at_].text : std::string_view());
+        }
+    }
+
+    /// Keeps the line of the source; marks look like: # 12 "prog.c" 2
+    void follow_lines(std::string_view space) {
+        if (!space.starts_with('#')) {
+            line_ += static_cast<int>(std::count(space.begin(), space.end(), '\n'));
+            return;
+        }
+        const std::size_t digit = space.find_first_of("0123456789");
+        const std::size_t quote = space.find('"');
+        if (digit != std::string_view::npos && quote != std::string_view::npos) {
+            // The mark's own line end counts too.
+            (void)std::from_chars(space.data() + digit, space.data() + space.size(), line_);
+            --line_;
+            in_file_ = space.substr(quote + 1).starts_with(file_);
+        }
+    }
+
+    void follow_braces(const token& one) {
+        if (one.text == "{" || one.text == "(") {
+            ++depth_;
+        } else if (one.text == "}" || one.text == ")") {
+            --depth_;
+        } else if (one.text == ";" && depth_ == pending_depth_) {
+            text_ += pending_;
+            pending_.clear();
+            pending_depth_ = -1;
+        } else if (one.is_word && in_file_ && depth_ > 0) {
+            for (local_variable& local : locals_) {
+                if (!local.found && local.line == line_ && local.name == one.text) {
+                    local.found = true;
+                    pending_ += local.code;
+                    pending_depth_ = pending_depth_ < 0 ? depth_ : pending_depth_;
+                }
+            }
+        }
+    }
+
+    std::vector<token> tokens_;
+    std::string_view file_;
+    std::vector<local_variable>& locals_;
+    std::string text_;
+    std::string pending_;  ///< to be put behind the next end of a declaration
+    int pending_depth_ = -1;
+    int depth_ = 0;  ///< of braces and parentheses
+    int line_ = 1;
+    bool in_file_ = true;
+    std::size_t at_ = 0;
+};
+
+}  // namespace
+
+std::string program_for_host(std::string_view preprocessed, std::string_view file,
+                             std::vector<local_variable>& locals) {
+    return host_writer(preprocessed, file, locals).run();
+}
+
+host_results run_on_host(const program& what, const source_map& places, const host_options& options,
+                         const stimulus& applied, const fs::path& folder) {
     host_results results;
     const auto* compiler = std::find_if(compilers.begin(), compilers.end(), is_on_path);
     if (compiler == compilers.end()) {
@@ -278,10 +429,19 @@ host_results run_on_host(const program& what, const host_options& options, const
         return results;
     }
     std::ofstream(folder / "host_main.c") << host_main;
-    const std::string source = with_narrow_long(read_file(folder / "preprocessed.c")) + host_call_text(what);
-    std::string refusal = compile(results.compiler, source, folder);
+    std::vector<local_variable> locals = possible_locals(what, places);
+    const std::string path = fs::absolute(options.source, failed).string();
+    const std::string source = program_for_host(read_file(folder / "preprocessed.c"), path, locals);
+    const std::string call = host_call_text(what, places, locals);
+    const std::string prelude(host_prelude);
+    std::string refusal =
+        compile(results.compiler, "-Werror=implicit-function-declaration", prelude + source + call, folder);
     if (!refusal.empty()) {
-        refusal = compile(results.compiler, std::string(missing_functions) + source, folder);
+        results.undeclared_calls = true;
+        refusal = compile(results.compiler, "-w", prelude + source + call, folder);
+    }
+    if (!refusal.empty()) {
+        refusal = compile(results.compiler, "-w", prelude + std::string(missing_functions) + source + call, folder);
     }
     if (!refusal.empty()) {
         results.why_not = results.compiler + " refuses the program: " + refusal;
@@ -295,10 +455,10 @@ host_results run_on_host(const program& what, const host_options& options, const
         }
     }
     const std::size_t outputs = what.values.outputs().size();
-    const int status = run_command({"./host", std::to_string(applied.vectors.size()),
-                                    std::to_string(what.values.inputs().size()), std::to_string(outputs),
-                                    what.style == top_style::whole_file ? "1" : "0"},
-                                   folder);
+    const int status =
+        run_command({"./host", std::to_string(applied.vectors.size()), std::to_string(what.values.inputs().size()),
+                     std::to_string(outputs), what.style == top_style::whole_file ? "1" : "0"},
+                    folder);
     const std::string bytes = read_file(folder / "outputs.bin");
     std::vector<std::uint64_t> all(bytes.size() / sizeof(std::uint64_t));
     if (status != 0 || all.size() != applied.vectors.size() * (outputs + 1)) {

@@ -25,20 +25,29 @@ struct host_results {
     /// By vector; no outputs where the program was stopped, by a division of integers that traps, say.
     std::vector<std::vector<std::uint64_t>> outputs = {};
     std::string compiler = {};
+    bool undeclared_calls = false;  ///< functions without a declaration, which C takes for doubles
     std::string why_not = {};  ///< a sentence when there are no results
 };
 
 /// Compiles the program with the first C compiler on the search path, in `folder`, without contraction of products and
 /// sums, and runs it over the vectors. The source is taken as it stands behind the preprocessor; `long` becomes int,
 /// since integers have 32 bits here, and a function that hands over the ports is put behind.
-[[nodiscard]] host_results run_on_host(const program& what, const host_options& options, const stimulus& applied,
-                                       const std::filesystem::path& folder);
+/// `places` are those of the program.
+[[nodiscard]] host_results run_on_host(const program& what, const source_map& places, const host_options& options,
+                                       const stimulus& applied, const std::filesystem::path& folder);
 
-/// A preprocessed C program with `long` written int outside the system's headers, suffixes l of whole constants left
-/// out, and `main` renamed.
-[[nodiscard]] std::string with_narrow_long(std::string_view preprocessed);
+/// A variable inside a function that is a port, as older sources have them, and what is to be done behind its
+/// declaration.
+struct local_variable {
+    std::string name = {};
+    int line = 0;  ///< of the declaration
+    std::string code = {};
+    bool found = false;  ///< set when the declaration was seen inside braces
+};
 
-/// The function that is put behind the program: void xfc_host_run(const unsigned long long* in, unsigned long long* out).
-[[nodiscard]] std::string host_call_text(const program& what);
+/// A preprocessed C program with `long` written int, suffixes l of whole constants left out, `main` renamed, and the
+/// code of local variables put behind their declarations in the file of this name.
+[[nodiscard]] std::string program_for_host(std::string_view preprocessed, std::string_view file,
+                                           std::vector<local_variable>& locals);
 
 }  // namespace xfc::flow

@@ -106,6 +106,8 @@ struct float_shape {
     int greatest_exponent;
 };
 
+constexpr int single_fraction_bits = 23;
+
 float_shape shape_of(number_format format) {
     return format == number_format::single_float ? float_shape{23, -126, 127} : float_shape{52, -1022, 1023};
 }
@@ -113,7 +115,16 @@ float_shape shape_of(number_format format) {
 }  // namespace
 
 struct exact_reference::numbers {
-    explicit numbers(std::size_t count) : exact(count), known(count), bounded(count) {
+    explicit numbers(const graph& source)
+        : exact(source.size()), known(source.size()), bounded(source.size()), coarse(source.size(), false) {
+        for (value_id id = 0; id < source.size(); ++id) {
+            const value& one = source[id];
+            const bool given = one.op == operation::input || one.op == operation::constant;
+            coarse[id] = one.format == number_format::single_float && !given;
+            for (const value_id operand : one.operand_span()) {
+                coarse[id] = coarse[id] || (!given && is_floating(one.format) && coarse[operand]);
+            }
+        }
         for (auto& one : exact) {
             mpfr_init2(&one, precision);
         }
@@ -172,10 +183,11 @@ struct exact_reference::numbers {
     std::vector<std::remove_extent_t<mpfr_t>> exact;
     std::vector<known_number> known;  ///< bits of integers and booleans
     std::vector<bounded_number> bounded;
+    std::vector<bool> coarse;  ///< has been a rounded single on the way
 };
 
 exact_reference::exact_reference(const graph& source, std::int32_t mantissa)
-    : source_(source), numbers_(std::make_unique<numbers>(source.size())), mantissa_(mantissa) {}
+    : source_(source), numbers_(std::make_unique<numbers>(source)), mantissa_(mantissa) {}
 exact_reference::~exact_reference() = default;
 
 void exact_reference::run(std::span<const std::uint64_t> inputs) {
@@ -195,9 +207,8 @@ void exact_reference::run(std::span<const std::uint64_t> inputs) {
         } else {
             all.compute_floating(one, id);
         }
-        bounded = {.number = as_long_double(all.at(id)),
-                   .exact_zero = mpfr_zero_p(all.at(id)) != 0,
-                   .format = one.format};
+        bounded = {
+            .number = as_long_double(all.at(id)), .exact_zero = mpfr_zero_p(all.at(id)) != 0, .format = one.format};
         if (given) {
             bounded.bound = bound_of_input(bounded);
             continue;
@@ -231,7 +242,8 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         distance = std::fabs(mpfr_get_ld(got, nearest));
         found.ulp = static_cast<double>(distance);
     } else {
-        const float_shape shape = shape_of(one.format);
+        float_shape shape = shape_of(one.format);
+        shape.fraction_bits = numbers_->coarse[one.value] ? single_fraction_bits : shape.fraction_bits;
         // The exponent of the leading one; MPFR's numbers are from 1/2 to 1.
         const auto exponent = mpfr_regular_p(exact) != 0 ? static_cast<long>(mpfr_get_exp(exact)) - 1 : 0;
         const bool too_large =
@@ -258,9 +270,9 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
     mpfr_clear(got);
     if (found.apart == apart_reason::none && is_floating(one.format) && mpfr_number_p(exact) != 0) {
         // Half of the digits gone: units of what is left would tell about the cancellation, not about the arithmetic.
-        const float_shape shape = shape_of(one.format);
+        const int digits = numbers_->coarse[one.value] ? single_fraction_bits : shape_of(one.format).fraction_bits;
         const long double size = std::max(std::fabs(as_long_double(exact)), smallest_normal(one.format));
-        found.apart = bound.radius > std::ldexp(size, -(shape.fraction_bits / 2)) ? apart_reason::cancelled : found.apart;
+        found.apart = bound.radius > std::ldexp(size, -(digits / 2)) ? apart_reason::cancelled : found.apart;
     }
     // What left the range on the way may come out as C has it or as the exact result has it.
     const bool judged = !anything && !bound.range_before;

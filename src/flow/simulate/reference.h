@@ -20,7 +20,9 @@ enum class apart_reason : std::uint8_t {
 
 /// How far a result is from the exact one.
 struct deviation {
-    double ulp = 0.0;            ///< units in the last place of the result's format; whole units for integers
+    /// Units in the last place of the result's format, or of the single if the result has been one on the way; whole
+    /// units for integers.
+    double ulp = 0.0;
     bool class_differs = false;  ///< one is finite and the other one is not, or they are infinities of different sign
     bool outside = false;        ///< farther away than the operations' bounds allow; also when the class differs
     apart_reason apart = apart_reason::none;  ///< then `ulp` tells little; `outside` holds all the same

@@ -15,7 +15,7 @@ std::span<const simulator_row> simulator_rows() {
          {{"ghdl", "-i", "--std=93", "FILES"},
           {"ghdl", "-m", "--std=93", "bench"},
           {"ghdl", "-r", "--std=93", "bench", "--ieee-asserts=disable-at-0"}},
-         {"--vcd=wave.vcd"},
+         {"--vcd=wave.vcd", "--read-wave-opt=wave.opt"},
          {}},
         {"iverilog",
          language::verilog,
@@ -39,8 +39,8 @@ std::span<const simulator_row> simulator_rows() {
 
 bool is_installed(const simulator_row& row) { return is_on_path(row.program); }
 
-std::string run_simulator(const simulator_row& row, const fs::path& folder, const std::vector<std::string>& files, bool wave,
-                          const std::function<void()>& meanwhile) {
+std::string run_simulator(const simulator_row& row, const fs::path& folder, const std::vector<std::string>& files,
+                          bool wave, const std::function<void()>& meanwhile) {
     for (const auto& command : row.commands) {
         std::vector<std::string> words;
         for (const std::string_view word : command) {

@@ -137,7 +137,7 @@ std::string stimulus_text(const stimulus& what, const graph& source) {
         for (std::size_t place = 0; place < source.inputs().size(); ++place) {
             append_bits(text, what.vectors[cycle.vector][place], format_bits(source.inputs()[place].format));
         }
-        text += '\n';
+        text += source.inputs().empty() ? "0\n" : "\n";
     }
     return text;
 }
@@ -200,8 +200,8 @@ std::vector<std::vector<std::optional<std::uint64_t>>> outputs_seen(const stimul
             std::size_t bit = 1;
             outputs.emplace_back();
             for (const port& output : source.outputs()) {
-                const std::string_view bits = line.substr(std::min(bit, line.size()),
-                                                          static_cast<std::size_t>(format_bits(output.format)));
+                const std::string_view bits =
+                    line.substr(std::min(bit, line.size()), static_cast<std::size_t>(format_bits(output.format)));
                 bit += bits.size();
                 std::uint64_t number = 0;
                 bool known = bits.size() == static_cast<std::size_t>(format_bits(output.format));

@@ -34,7 +34,7 @@ struct stimulus {
                                      std::int32_t latency);
 
 /// A line a cycle as the test benches read it: reset, enable, startin and the bits of all inputs, the first port's
-/// first, as zeros and ones.
+/// first, as zeros and ones; one bit that nobody reads where there are none.
 [[nodiscard]] std::string stimulus_text(const stimulus& what, const graph& source);
 
 /// What a test bench saw in one cycle in front of the clock's edge: startout and the bits of all outputs, the first

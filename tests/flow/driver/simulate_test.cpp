@@ -1,0 +1,236 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "flow/driver/commands.h"
+#include "flow/driver/progress.h"
+#include "flow/simulate/host_program.h"
+#include "flow/simulate/process.h"
+
+namespace xfc::flow::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct outcome {
+    int status;
+    std::string out;
+    std::string error;
+};
+
+outcome run_with(const std::vector<std::string>& arguments) {
+    std::ostringstream out;
+    std::ostringstream error;
+    const int status = run(arguments, out, error, false);
+    return {status, out.str(), error.str()};
+}
+
+/// A folder of its own for each test's files.
+class flow_simulate : public testing::Test {
+protected:
+    std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
+    std::string written(const std::string& name, const std::string& text) const {
+        std::ofstream(path(name)) << text;
+        return path(name);
+    }
+    /// The report of a program over a table of vectors, through the model alone.
+    nlohmann::json report(const std::string& program, const std::string& table,
+                          const std::vector<std::string>& more = {}) {
+        std::vector<std::string> arguments = {
+            "simulate", written("prog.c", program), "--simulator", "none", "--json", "--outputs", path("out.csv")};
+        if (!table.empty()) {
+            arguments.insert(arguments.end(), {"--inputs", written("in.csv", table)});
+        }
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return nlohmann::json::parse(run_with(arguments).out);
+    }
+    std::string outputs() const { return read_file(path("out.csv")); }
+
+private:
+    temporary_folder folder_;
+};
+
+const std::string sum = "float sum(float a, float b) { return a + b; }\n";
+
+TEST_F(flow_simulate, a_table_goes_in_and_a_table_comes_out_of_every_simulator) {
+    const std::string program = written("sum.c", sum);
+    const std::string table = written("in.csv", "b,a\n2.5,1\n-1,0x1p-3\nnan,0\ninf,1\n");
+    for (const char* simulator : {"ghdl", "iverilog", "none"}) {
+        const outcome done =
+            run_with({"simulate", program, "--inputs", table, "--outputs", path("out.csv"), "--simulator", simulator,
+                      "--lang", std::string(simulator) == "ghdl" ? "vhdl" : "verilog"});
+        EXPECT_EQ(done.status, 0) << done.error;
+        EXPECT_EQ(outputs(), "result\n0x1.cp+1\n-0x1.cp-1\nnan\ninf\n") << simulator;
+    }
+}
+
+TEST_F(flow_simulate, a_malformed_table_is_told_with_line_and_column_and_nothing_is_written) {
+    const outcome done = run_with({"simulate", written("sum.c", sum), "--inputs", written("in.csv", "a,b\n1,2\n3,x4\n"),
+                                   "--outputs", path("out.csv")});
+    EXPECT_EQ(done.status, 1);
+    EXPECT_EQ(done.out, "");
+    EXPECT_EQ(done.error,
+              path("in.csv") +
+                  ":3:3: error: 'x4' is no single number [csv-number]\n"
+                  "    3 | 3,x4\n"
+                  "      |   ^~\n"
+                  "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits\n");
+    EXPECT_FALSE(fs::exists(path("out.csv")));
+    EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("nowhere.csv")}).status, 1);
+    EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("")}).status, 1);
+}
+
+TEST_F(flow_simulate, nothing_that_is_read_is_written_over) {
+    const std::string program = written("sum.c", sum);
+    const std::string table = written("in.csv", "a,b\n1,2\n");
+    for (const std::vector<std::string>& more : std::vector<std::vector<std::string>>{
+             {"--outputs", program},
+             {"--wave", program},
+             {"--inputs", table, "--outputs", table},
+             {"--outputs", path("new"), "--wave", path("new")},
+             {"--inputs", table, "--outputs", (fs::path(table).parent_path() / "." / "in.csv").string()}}) {
+        std::vector<std::string> arguments = {"simulate", program, "--simulator", "none"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const outcome done = run_with(arguments);
+        EXPECT_EQ(done.status, 1);
+        EXPECT_NE(done.error.find("[same-file]"), std::string::npos) << done.error;
+    }
+    EXPECT_EQ(read_file(program), sum);
+    EXPECT_EQ(read_file(table), "a,b\n1,2\n");
+    const outcome unwritable = run_with({"simulate", program, "--simulator", "none", "--outputs", path("no/out.csv")});
+    EXPECT_EQ(unwritable.status, 1);
+    EXPECT_NE(unwritable.error.find("[cannot-write]"), std::string::npos) << unwritable.error;
+}
+
+TEST_F(flow_simulate, waveforms_have_the_ports_and_the_design_but_not_its_components_insides) {
+    const std::string program = written("sum.c", sum);
+    for (const char* language : {"vhdl", "verilog"}) {
+        const outcome done =
+            run_with({"simulate", program, "--vectors", "20", "--lang", language, "--wave", path("wave.vcd")});
+        EXPECT_EQ(done.status, 0) << done.error;
+        const std::string wave = read_file(path("wave.vcd"));
+        EXPECT_NE(wave.find("$enddefinitions"), std::string::npos) << language;
+        EXPECT_NE(wave.find(" startout "), std::string::npos) << language;
+        EXPECT_NE(wave.find(" under_test "), std::string::npos) << language;
+        EXPECT_EQ(wave.find("mantissa_high"), std::string::npos) << language;
+        fs::remove(path("wave.vcd"));
+    }
+}
+
+TEST_F(flow_simulate, the_table_names_outputs_errors_and_where_the_worst_was) {
+    const outcome done =
+        run_with({"simulate", written("root.c", "#include <math.h>\nfloat f(float a) { return sqrtf(a) / 3; }\n"),
+                  "--simulator", "iverilog", "--lang", "verilog", "--vectors", "200"});
+    EXPECT_EQ(done.status, 0) << done.error;
+    EXPECT_NE(done.out.find("iverilog: every output bit as the model has it"), std::string::npos) << done.out;
+    EXPECT_NE(done.out.find("output   format   vectors   bits equal   largest ulp"), std::string::npos) << done.out;
+    EXPECT_NE(done.out.find("worst in vector "), std::string::npos) << done.out;
+}
+
+TEST_F(flow_simulate, the_c_program_runs_with_structures_arrays_and_pointers) {
+    const auto done = report(
+        "typedef struct { float re, im; } c;\n"
+        "c f(const float x[2], c a, const float *k, float *out, float both[2]) {\n"
+        "    c r = { a.re * x[0], a.im + *k };\n    *out = x[1] - x[0];\n    both[0] += 1;\n    both[1] = 2;\n"
+        "    return r;\n}\n",
+        "");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+    for (const auto& row : done["accuracy"]) {
+        EXPECT_TRUE(row.contains("largest_ulp_of_c")) << row;
+        EXPECT_EQ(row["c_differs"], 0) << row;
+    }
+}
+
+TEST_F(flow_simulate, the_c_program_of_the_older_style_starts_anew_for_every_vector) {
+    const auto done =
+        report("float a, y;\nint count = 1;\nmain() { count = count + 2; y = a * count; }\n", "a\n1\n2\n3\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+    EXPECT_EQ(outputs(), "y\n0x1.8p+1\n0x1.8p+2\n0x1.2p+3\n");
+}
+
+TEST_F(flow_simulate, ports_may_be_variables_inside_an_older_program) {
+    const auto done =
+        report("main() { float a, b, y; double w[2]; long n, m;\n  y = a + b; w[0] = b; w[1] = a; m = n * 3L; }\n", "");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+    EXPECT_EQ(done["accuracy"].size(), 4U);
+}
+
+TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
+    const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
+                             "a,b\n100000,4000000000\n-2147483648,1\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["accuracy"][0]["c_differs"], 0);
+}
+
+TEST_F(flow_simulate, what_the_program_leaves_undefined_costs_no_agreement) {
+    const auto done = report("int f(double a) { return (int)a; }\n", "a\n1e20\nnan\n-7.5\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(outputs(), "result\n2147483647\n0\n-7\n");
+}
+
+TEST_F(flow_simulate, a_constant_without_suffix_is_measured_but_not_compared_with_c) {
+    const auto single = report("float f(float a) { return a * 0.1; }\n", "a\n3\n7\n");
+    EXPECT_EQ(single["agrees"], true) << single;
+    const auto as_c = report("float f(float a) { return a * 0.1f; }\n", "a\n3\n7\n", {"--c-constants"});
+    EXPECT_EQ(as_c["agrees"], true) << as_c;
+}
+
+TEST_F(flow_simulate, the_number_of_inputs_may_be_zero) {
+    const std::string program = written("constant.c", "float y;\nmain() { y = 2.5f; }\n");
+    for (const char* language : {"vhdl", "verilog"}) {
+        const outcome done = run_with({"simulate", program, "--lang", language, "--vectors", "20"});
+        EXPECT_EQ(done.status, 0) << done.error;
+    }
+}
+
+TEST(program_for_host, writes_long_as_int_and_renames_main) {
+    std::vector<local_variable> none;
+    EXPECT_EQ(program_for_host("long a; unsigned long int b; long double c; long long d;", "x.c", none),
+              "int a; unsigned  int b; long double c; long long d;");
+    EXPECT_EQ(program_for_host("main() { char* s = \"long main\"; x = 3L + 0x1FUL - 1.5L; }", "x.c", none),
+              "xfc_host_main() { char* s = \"long main\"; x = 3 + 0x1FU - 1.5L; }");
+}
+
+TEST(program_for_host, puts_code_behind_declarations_inside_braces_only) {
+    std::vector<local_variable> locals = {{.name = "a", .line = 2, .code = " A"},
+                                          {.name = "g", .line = 1, .code = " G"}};
+    EXPECT_EQ(program_for_host("# 1 \"/x/p.c\"\nint g;\nf() { int a = (1), b; a; }", "/x/p.c", locals),
+              "# 1 \"/x/p.c\"\nint g;\nf() { int a = (1), b; A a; }");
+    EXPECT_TRUE(locals[0].found);
+    EXPECT_FALSE(locals[1].found);
+}
+
+TEST(progress, shows_nothing_without_a_terminal_or_for_short_work) {
+    std::ostringstream silent;
+    {
+        progress_bar bar(silent, false);
+        progress_bar quick(silent, true);
+        bar.show("work", 1, 2);
+        quick.show("work", 1, 2);
+    }
+    EXPECT_EQ(silent.str(), "");
+}
+
+TEST(processes, tell_their_status_and_what_they_said) {
+    const temporary_folder folder;
+    EXPECT_EQ(run_command({"sh", "-c", "echo word; exit 3"}, folder.path()), 3);
+    EXPECT_EQ(end_of_log(folder.path()), "word\n");
+    EXPECT_EQ(run_command({"no_such_program_at_all"}, folder.path()), 127);
+    EXPECT_EQ(run_command({"sh", "-c", "kill -9 $$"}, folder.path()), -1);
+    int calls = 0;
+    EXPECT_EQ(run_command({"sleep", "0.2"}, folder.path(), [&] { ++calls; }), 0);
+    EXPECT_GT(calls, 1);
+}
+
+}  // namespace
+
+}  // namespace xfc::flow::test

@@ -1,0 +1,214 @@
+#include "flow/simulate/accuracy.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cmath>
+
+#include "flow/graph/fold.h"
+#include "flow/simulate/reference.h"
+#include "flow/support/graphs.h"
+
+namespace xfc::flow {
+namespace {
+
+using test::graph_writer;
+
+std::uint64_t bits_of(float number) { return std::bit_cast<std::uint32_t>(number); }
+
+/// What is said of a result for these operands.
+deviation judged(const graph& source, const std::vector<float>& operands, float result) {
+    exact_reference exact(source);
+    std::vector<std::uint64_t> inputs;
+    for (const float one : operands) {
+        inputs.push_back(bits_of(one));
+    }
+    exact.run(inputs);
+    return exact.deviation_of(0, bits_of(result));
+}
+
+graph of_two(operation op) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    w.output("y", make_folded(w.made, op, number_format::single_float, std::array{a, b}));
+    return w.made;
+}
+
+graph of_one(operation op) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    w.output("y", make_folded(w.made, op, number_format::single_float, std::array{a}));
+    return w.made;
+}
+
+float next(float number) { return std::nextafter(number, INFINITY); }
+
+TEST(bounds, leave_room_for_rounding_and_for_nothing_more) {
+    const graph sum = of_two(operation::add);
+    EXPECT_FALSE(judged(sum, {1.0F, 0x1p-30F}, 1.0F).outside);
+    EXPECT_TRUE(judged(sum, {1.0F, 0x1p-30F}, next(1.0F)).outside);
+    EXPECT_TRUE(judged(sum, {1.0F, 2.0F}, next(next(3.0F))).outside);
+    EXPECT_TRUE(judged(sum, {1.0F, 2.0F}, -3.0F).outside);
+    const graph product = of_two(operation::multiply);
+    EXPECT_FALSE(judged(product, {1.1F, 1.3F}, 1.1F * 1.3F).outside);
+    EXPECT_TRUE(judged(product, {1.1F, 1.3F}, next(next(1.1F * 1.3F))).outside);
+    const graph root = of_one(operation::square_root);
+    EXPECT_FALSE(judged(root, {2.0F}, std::sqrt(2.0F)).outside);
+    EXPECT_TRUE(judged(root, {2.0F}, next(next(std::sqrt(2.0F)))).outside);
+}
+
+TEST(bounds, of_a_wire_are_zero) {
+    graph_writer w;
+    w.output("y", w.input("a"));
+    EXPECT_FALSE(judged(w.made, {1.5F}, 1.5F).outside);
+    EXPECT_TRUE(judged(w.made, {1.5F}, next(1.5F)).outside);
+}
+
+TEST(bounds, grow_where_operands_are_inexact_and_cancel) {
+    // (a + b) - a: what a's last place hides of b may be lost.
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id sum = w.add(a, w.input("b"));
+    w.output("y", make_folded(w.made, operation::subtract, number_format::single_float, std::array{sum, a}));
+    EXPECT_FALSE(judged(w.made, {0x1p30F, 1.0F}, 0.0F).outside);
+    EXPECT_EQ(judged(w.made, {0x1p30F, 1.0F}, 0.0F).apart, apart_reason::cancelled);
+    EXPECT_TRUE(judged(w.made, {0x1p30F, 1.0F}, 0x1p10F).outside);
+    EXPECT_EQ(judged(w.made, {2.0F, 1.0F}, 1.0F).apart, apart_reason::none);
+}
+
+TEST(bounds, let_too_small_results_be_zero_and_measure_in_the_smallest_normal_numbers_unit) {
+    const graph product = of_two(operation::multiply);
+    EXPECT_FALSE(judged(product, {0x1p-100F, 0x1p-30F}, 0.0F).outside);
+    EXPECT_EQ(judged(product, {0x1p-100F, 0x1p-30F}, 0.0F).ulp, 0.0);
+    EXPECT_EQ(judged(product, {0x1p-100F, 0x1p-30F}, 0x1p-126F).ulp, 0x1p23 - 0x1p19);
+    EXPECT_TRUE(judged(product, {0x1p-100F, 0x1p-20F}, 0.0F).outside);
+}
+
+TEST(bounds, count_apart_what_leaves_the_range_on_the_way_only) {
+    graph_writer w;
+    const value_id square = w.multiply(w.input("a"), w.input("b"));
+    w.output("y",
+             make_folded(w.made, operation::divide, number_format::single_float, std::array{square, w.input("c")}));
+    for (const float result : {1.0F, INFINITY}) {
+        const deviation found = judged(w.made, {0x1p100F, 0x1p100F, 0x1p100F}, result);
+        EXPECT_EQ(found.apart, apart_reason::range);
+        EXPECT_FALSE(found.outside);
+    }
+    const graph product = of_two(operation::multiply);
+    EXPECT_EQ(judged(product, {0x1p100F, 0x1p100F}, INFINITY).apart, apart_reason::none);
+    EXPECT_FALSE(judged(product, {0x1p100F, 0x1p100F}, INFINITY).outside);
+    EXPECT_TRUE(judged(product, {0x1p100F, 0x1p100F}, 1.0F).outside);
+    EXPECT_TRUE(judged(product, {0x1p10F, 0x1p10F}, INFINITY).outside);
+}
+
+TEST(bounds, want_the_class_that_c_has) {
+    const graph sum = of_two(operation::add);
+    EXPECT_FALSE(judged(sum, {INFINITY, -INFINITY}, NAN).outside);
+    EXPECT_TRUE(judged(sum, {INFINITY, -INFINITY}, 0.0F).outside);
+    EXPECT_TRUE(judged(sum, {INFINITY, 1.0F}, NAN).outside);
+    EXPECT_TRUE(judged(sum, {INFINITY, 1.0F}, -INFINITY).outside);
+    EXPECT_FALSE(judged(of_two(operation::divide), {1.0F, 0.0F}, INFINITY).outside);
+    EXPECT_TRUE(judged(of_two(operation::divide), {1.0F, 0.0F}, -INFINITY).outside);
+    EXPECT_TRUE(judged(of_one(operation::square_root), {-1.0F}, 1.0F).outside);
+    EXPECT_FALSE(judged(of_one(operation::logarithm), {0.0F}, -INFINITY).outside);
+}
+
+TEST(bounds, of_a_choice_are_those_of_the_side_that_is_taken_unless_it_is_open) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    const value_id sum = w.add(a, b);
+    const value_id one = w.made.make_single(1.0F);
+    const value_id less = make_folded(w.made, operation::less, number_format::boolean, std::array{sum, one});
+    w.output("y", make_folded(w.made, operation::select, number_format::single_float, std::array{less, a, b}));
+    EXPECT_FALSE(judged(w.made, {0.25F, 0.5F}, 0.25F).outside);
+    EXPECT_TRUE(judged(w.made, {0.25F, 0.5F}, 0.5F).outside);
+    // A sum of 1 less than its own rounding away from the limit.
+    const deviation open = judged(w.made, {1.0F, -0x1p-40F}, 1.0F);
+    EXPECT_EQ(open.apart, apart_reason::undecided);
+    EXPECT_FALSE(open.outside);
+    EXPECT_FALSE(judged(w.made, {1.0F, -0x1p-40F}, -0x1p-40F).outside);
+    EXPECT_TRUE(judged(w.made, {1.0F, -0x1p-40F}, 17.0F).outside);
+}
+
+TEST(bounds, of_whole_numbers_are_zero_unless_the_number_was_close_to_call) {
+    graph_writer w;
+    const value_id sum = w.add(w.input("a"), w.input("b"));
+    w.output("n", make_folded(w.made, operation::convert, number_format::integer, std::array{sum}));
+    exact_reference exact(w.made);
+    exact.run(std::array{bits_of(1.25F), bits_of(1.5F)});
+    EXPECT_FALSE(exact.deviation_of(0, 2).outside);
+    EXPECT_TRUE(exact.deviation_of(0, 3).outside);
+    exact.run(std::array{bits_of(3.0F), bits_of(-0x1p-40F)});
+    EXPECT_FALSE(exact.deviation_of(0, 2).outside);
+    EXPECT_FALSE(exact.deviation_of(0, 3).outside);
+    EXPECT_TRUE(exact.deviation_of(0, 4).outside);
+}
+
+TEST(reference, of_a_double_that_was_a_single_measures_in_the_singles_units) {
+    graph_writer w;
+    const value_id sum = w.add(w.input("a"), w.input("b"));
+    w.output("y", make_folded(w.made, operation::convert, number_format::double_float, std::array{sum}));
+    exact_reference exact(w.made);
+    exact.run(std::array{bits_of(1.0F), bits_of(0x1p-25F)});
+    EXPECT_EQ(exact.deviation_of(0, std::bit_cast<std::uint64_t>(1.0)).ulp, 0.25);
+}
+
+TEST(accuracy, finds_the_largest_the_median_and_the_worst_vector) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    w.output("y", w.add(a, w.input("b")));
+    stimulus applied;
+    std::vector<std::vector<std::uint64_t>> results;
+    std::vector<std::vector<std::uint64_t>> of_c;
+    for (const float small : {0.0F, 0x1p-26F, 0x1p-25F}) {
+        applied.vectors.push_back({bits_of(1.0F), bits_of(small)});
+        results.push_back({bits_of(1.0F)});
+        of_c.push_back({bits_of(1.0F)});
+    }
+    const auto rows = accuracy_of({.source = w.made, .applied = applied, .results = results, .of_host = &of_c});
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_EQ(rows[0].largest_ulp, 0.25);
+    EXPECT_EQ(rows[0].median_ulp, 0.125);
+    EXPECT_EQ(rows[0].largest_ulp_of_c, 0.25);
+    EXPECT_EQ(rows[0].worst_vector, 3U);
+    EXPECT_EQ(rows[0].worst, "a=0x1p+0 b=0x1p-25");
+    EXPECT_EQ(rows[0].c_differs, 0U);
+    const std::string table = accuracy_table(rows);
+    EXPECT_NE(table.find("worst in vector 3: a=0x1p+0 b=0x1p-25"), std::string::npos) << table;
+
+    results[1][0] = bits_of(1.5F);
+    of_c[0][0] = bits_of(2.0F);
+    const auto wrong = accuracy_of({.source = w.made, .applied = applied, .results = results, .of_host = &of_c});
+    EXPECT_EQ(wrong[0].outside, 1U);
+    EXPECT_EQ(wrong[0].c_differs, 1U);
+    EXPECT_EQ(wrong[0].c_differs_at, "a=0x1p+0 b=0x0p+0: C 0x1p+1, understood 0x1p+0");
+}
+
+TEST(accuracy, leaves_the_column_of_c_out_without_a_compiler) {
+    graph_writer w;
+    w.output("y", w.input("a"));
+    stimulus applied{.vectors = {{bits_of(1.0F)}}};
+    const std::vector<std::vector<std::uint64_t>> results = {{bits_of(1.0F)}};
+    const auto rows = accuracy_of({.source = w.made, .applied = applied, .results = results});
+    EXPECT_FALSE(rows[0].largest_ulp_of_c.has_value());
+    EXPECT_FALSE(rows[0].bits_equal.has_value());
+}
+
+TEST(c_outputs, says_where_c_says_nothing) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    w.output("n", make_folded(w.made, operation::convert, number_format::integer, std::array{a}));
+    bool defined = false;
+    EXPECT_EQ(c_outputs(w.made, std::array{bits_of(-7.9F)}, &defined)[0], 0xFFFFFFF9U);
+    EXPECT_TRUE(defined);
+    for (const float number : {NAN, INFINITY, 0x1p31F}) {
+        (void)c_outputs(w.made, std::array{bits_of(number)}, &defined);
+        EXPECT_FALSE(defined) << number;
+    }
+}
+
+}  // namespace
+}  // namespace xfc::flow
