@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -99,6 +100,43 @@ TEST(flow_commands, synth_tells_what_a_design_takes_and_what_limits_it) {
     const outcome text = run_with({"synth", path.string(), "--family", "ecp5"});
     EXPECT_EQ(text.status, 0);
     EXPECT_EQ(text.out.substr(0, 17), "f for ECP5 by Yos");
+}
+
+/// The search path is this folder alone as long as one of these lives.
+class only_path {
+public:
+    explicit only_path(const std::filesystem::path& folder) : before_(std::getenv("PATH")) {
+        setenv("PATH", folder.c_str(), 1);
+    }
+    ~only_path() { setenv("PATH", before_.c_str(), 1); }
+    only_path(const only_path&) = delete;
+    only_path& operator=(const only_path&) = delete;
+
+private:
+    std::string before_;
+};
+
+TEST(flow_commands, synth_says_which_tool_is_missing) {
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "xfcflow_tools";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    const std::filesystem::path path = folder / "f.c";
+    std::ofstream(path) << "int f(int a, int b) { return a + b; }\n";
+    {
+        const only_path nothing(folder);
+        const outcome told = run_with({"synth", path.string()});
+        EXPECT_EQ(told.status, 1);
+        EXPECT_EQ(told.out, "");
+        EXPECT_NE(told.error.find("error: yosys is not installed [no-simulator]"), std::string::npos) << told.error;
+    }
+    std::filesystem::create_symlink("/usr/bin/yosys", folder / "yosys");
+    const only_path yosys_alone(folder);
+    const outcome told = run_with({"synth", path.string()});
+    EXPECT_EQ(told.status, 0) << told.error;
+    EXPECT_NE(told.error.find("warning: nextpnr-ice40 is not installed, so no clock can be told [no-placer]"),
+              std::string::npos)
+        << told.error;
+    EXPECT_EQ(told.out.find("MHz"), std::string::npos) << told.out;
 }
 
 TEST(flow_commands, all_examples_are_accepted) {

@@ -69,7 +69,7 @@ TEST(flow_messages, every_message_is_provoked_and_reads_as_written_down) {
     // ten millions of operations, a library or a simulator that is not there, one that contradicts the model.
     const std::set<std::string> elsewhere = {
         "cannot-read",        "unknown-top",       "memory",          "parser",       "values",
-        "operation-missing",  "component-missing", "library-missing", "cannot-write", "no-simulator",
+        "operation-missing",  "component-missing", "library-missing", "cannot-write", "no-simulator", "no-placer",
         "simulator-language", "simulation-failed", "csv-empty", "csv-port", "csv-twice", "csv-missing", "csv-fields",
         "csv-number", "same-file", "result-outside", "c-differs"};
     for (int index = 0; index < message_count; ++index) {
