@@ -8,15 +8,17 @@ namespace xfc {
 
 /// The value of an internal bus as an integer of 32 bits. With the exponent `exponent_without_shift` the mantissa's
 /// lowest bit is worth 2 ** 31.
-constexpr bus_bits adder_form_to_long(bus_bits bus, const bus_layout& layout, std::int32_t exponent_without_shift) {
-    constexpr std::int32_t mantissa_bits = 64;
+constexpr bus_bits adder_form_to_long(bus_bits bus, std::int32_t mantissa_bits, std::int32_t exponent_bits,
+                                      std::int32_t exponent_without_shift) {
+    const bus_layout layout = internal_layout(mantissa_bits, exponent_bits);
+    constexpr std::int32_t wide_bits = 64;
     constexpr std::int32_t window_bits = 63;
 
     // place: the window holds the integer's bits and 31 more, after a shift by none, one or two of its words
     const auto exponent = static_cast<std::int32_t>(field(bus, layout.exponent));
-    const bus_bits mantissa =
-        bits_of(sign_extended(field(bus, layout.mantissa), layout.mantissa.width()), mantissa_bits);
-    const bool sign = bit(mantissa, mantissa_bits - 1);
+    const signed_bus_bits number = sign_extended(field(bus, layout.mantissa), mantissa_bits);
+    const bus_bits mantissa = bits_of(number, wide_bits);
+    const bool sign = bit(mantissa, wide_bits - 1);
     const bus_flags flags = flags_of(bus, layout);
     const std::int32_t distance = exponent_without_shift - exponent;
     const bool negative_distance = distance < 0;
@@ -34,7 +36,7 @@ constexpr bus_bits adder_form_to_long(bus_bits bus, const bus_layout& layout, st
         window = mantissa >> 1U;
         lost = bit(mantissa, 0);
     } else if (words == 2) {
-        window = bits_of(sign_extended(mantissa, mantissa_bits) >> 33U, window_bits);
+        window = bits_of(number >> 33U, window_bits);
         lost = (mantissa & low_ones(33)) != 0;
     }
 

@@ -9,7 +9,7 @@ verdict check(const component_generics& generics, const component_operands& oper
     const auto distance = static_cast<std::uint32_t>(operands.bb) % 32;
     // Down to the next integer is what copies of the sign mean.
     const std::int64_t power = std::int64_t{1} << distance;
-    const std::int64_t value = static_cast<std::int32_t>(a);
+    const auto value = static_cast<std::int64_t>(sign_extended(operands.aa, 32));
     const std::int64_t down = value >= 0 ? value / power : -((-value + power - 1) / power);
     const std::uint32_t expected[] = {a << distance, static_cast<std::uint32_t>(down), a >> distance};
     return {.met = result == expected[generics.direction]};
