@@ -87,13 +87,39 @@ value_id conditions::known_choice(value_id id) const {
 }
 
 bool conditions::differs_from_zero(value_id integer) const {
-    if (const auto known = values_.known_integer(integer)) {
-        return *known != 0;
+    std::unordered_map<value_id, bool> known;
+    return differs_from_zero(integer, known);
+}
+
+bool conditions::differs_from_zero(value_id integer, std::unordered_map<value_id, bool>& known) const {
+    if (const auto constant = values_.known_integer(integer)) {
+        return *constant != 0;
     }
-    const value& divisor = values_[integer];
-    if (divisor.op == operation::select) {
-        return differs_from_zero(divisor.operands[1]) && differs_from_zero(divisor.operands[2]);
+    if (const auto found = known.find(integer); found != known.end()) {
+        return found->second;
     }
+    const value& one = values_[integer];
+    bool differs = learned_to_differ_from_zero(integer);
+    switch (one.op) {
+        case operation::select:
+            differs =
+                differs || (differs_from_zero(one.operands[1], known) && differs_from_zero(one.operands[2], known));
+            break;
+        case operation::bit_or:
+            differs = differs || differs_from_zero(one.operands[0], known) || differs_from_zero(one.operands[1], known);
+            break;
+        case operation::negate:
+            differs = differs || differs_from_zero(one.operands[0], known);
+            break;
+        default:
+            break;
+    }
+    known.emplace(integer, differs);
+    return differs;
+}
+
+/// Whether a comparison of the integer with a constant, known to hold or to fail here, would come out otherwise of 0.
+bool conditions::learned_to_differ_from_zero(value_id integer) const {
     for (const value_id id : learned_) {
         const value& fact = values_[id];
         const bool holds = facts_.at(id);

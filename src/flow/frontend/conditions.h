@@ -38,6 +38,8 @@ public:
     value_id boolean(bool truth) { return truth ? true_ : false_; }
 
 private:
+    bool differs_from_zero(value_id integer, std::unordered_map<value_id, bool>& known) const;
+    [[nodiscard]] bool learned_to_differ_from_zero(value_id integer) const;
     void learn(value_id condition, bool truth);
 
     graph& values_;
