@@ -101,8 +101,6 @@ constexpr message_row rows[] = {
     {id::parser_failed, "parser", error, "the C parser failed on this program",
      "simplify the program until it passes; the program text would help to mend the parser"},
 
-    {id::operation_missing, "operation-missing", error, "no component computes '%0' of %1 numbers",
-     "write it with +, -, *, /, sqrt, exp, log, fabs and ldexp; comparisons must be known at compile time"},
     {id::component_missing, "component-missing", error, "this needs the component '%0', which the library lacks",
      "docs/components.md lists what the library has"},
     {id::library_missing, "library-missing", error, "the component library is not complete in '%0'",

@@ -67,7 +67,6 @@ enum class message_id : std::uint8_t {
     out_of_memory,
     parser_failed,
     // hardware
-    operation_missing,
     component_missing,
     library_missing,
     cannot_write,

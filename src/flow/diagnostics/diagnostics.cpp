@@ -106,7 +106,7 @@ diagnostic& diagnostics::report(message_id id, source_range where, std::initiali
                          .name = std::string(row.name),
                          .where = where,
                          .text = filled_in(row.text, arguments),
-                         .hint = std::string(row.hint)});
+                         .hint = filled_in(row.hint, arguments)});
     return messages_.back();
 }
 

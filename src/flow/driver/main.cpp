@@ -5,13 +5,19 @@
 #include <string>
 #include <vector>
 
+#include "flow/diagnostics/diagnostics.h"
 #include "flow/driver/commands.h"
 
 int main(int count, char** words) {
     // The parser's library cannot go on without memory, so the program ends here whoever asked for it.
+    // What it says is made while there is memory.
+    static const std::string farewell = [] {
+        xfc::flow::diagnostics messages;
+        messages.report(xfc::flow::message_id::out_of_memory, {});
+        return rendered(messages, {});
+    }();
     std::set_new_handler([] {
-        constexpr char text[] = "xfcflow: error: out of memory\n";
-        (void)!write(STDERR_FILENO, text, sizeof text - 1);
+        (void)!write(STDERR_FILENO, farewell.data(), farewell.size());
         _exit(1);
     });
     const std::vector<std::string> arguments(words + 1, words + count);

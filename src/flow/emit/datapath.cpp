@@ -16,6 +16,10 @@ void connect_bus(instance_text& instance, port_shape shape, coding code, std::in
     const auto add = [&](const std::string& port, std::int32_t high, std::int32_t low, bool single_bit) {
         instance.connections.push_back({port, signal, high, low, single_bit, is_result});
     };
+    if (shape == port_shape::boolean) {
+        add(prefix, 1, 1, true);
+        return;
+    }
     if (shape == port_shape::unpacked_single || shape == port_shape::unpacked_double) {
         const std::string suffix = is_result ? "out" : "in";
         add("sign" + suffix, layout.sign, layout.sign, true);
@@ -157,12 +161,13 @@ private:
             instance.generics.emplace_back(generic.name, generic_value(generic, node.generics));
         }
         if (row.operation == component_operation::add_or_subtract) {
-            (node.subtract ? instance.fixed_high : instance.fixed_low).emplace_back("addsub");
+            (node.subtract ? instance.fixed_high : instance.fixed_low).emplace_back(control_port_of(row));
         }
-        constexpr std::string_view prefixes[] = {"aa", "bb"};
+        const std::string_view prefixes[] = {"aa", "bb", control_port_of(row)};
+        const port_shape shapes[] = {row.aa, row.bb, port_shape::boolean};
         for (std::size_t place = 0; place < node.operand_span().size(); ++place) {
             const node_id operand = node.operands.at(place);
-            connect_bus(instance, place == 0 ? row.aa : row.bb, made_[operand].code, made_.options.mantissa, false,
+            connect_bus(instance, shapes[place], made_[operand].code, made_.options.mantissa, false,
                         std::string(prefixes[place]), bus_at(operand, times_.start[id]));
         }
         connect_bus(instance, row.cc, node.code, made_.options.mantissa, true, "cc", names_.nodes[id]);

@@ -1,6 +1,8 @@
 #include "flow/frontend/frontend.h"
 
 #include <llvm/Support/CrashRecoveryContext.h>
+#include <llvm/Support/ErrorHandling.h>
+#include <sys/mman.h>
 
 #include <csignal>
 #include <filesystem>
@@ -25,7 +27,21 @@ void answer_signals_aside() {
             action.sa_flags |= SA_ONSTACK;
             sigaction(number, &action, nullptr);
         }
+        // The parser's library would say why in words of its own and end the program.
+        llvm::install_fatal_error_handler([](void*, const char*, bool) { abort(); });
+        llvm::install_bad_alloc_error_handler([](void*, const char*, bool) {
+            if (const auto ends_the_program = std::get_new_handler()) {
+                ends_the_program();
+            }
+            abort();
+        });
     });
+}
+
+/// Whether a thread with the large stack can be had; the parser's library ends the program when it cannot.
+bool has_room_for_thread() {
+    void* stack = mmap(nullptr, thread_stack, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    return stack != MAP_FAILED && munmap(stack, thread_stack) == 0;
 }
 
 /// A second stack for this thread's signals, as long as the object lives.
@@ -79,6 +95,10 @@ struct compilation {
 std::optional<program> read_program(const source_text& source, const frontend_options& options, diagnostics& messages,
                                     source_map& places) {
     answer_signals_aside();
+    if (!has_room_for_thread()) {
+        messages.report(message_id::out_of_memory, {});
+        return std::nullopt;
+    }
     compilation one{source, options, messages, places};
     llvm::CrashRecoveryContext rescue;
     const bool whole = rescue.RunSafelyOnThread(

@@ -14,6 +14,7 @@ struct frontend_options {
     std::string top = {};                           ///< the top function; empty: found from the program
     bool c_constants = false;                       ///< floating constants without suffix are double, as C has them
     int unroll_limit = 100000;                      ///< rounds of one loop
+    value_id most_values = 20000000;                ///< values that may be made on the way
     std::vector<std::string> include_folders = {};  ///< searched behind the source's own folder
     std::vector<std::string> definitions = {};      ///< macros, "NAME" or "NAME=TEXT"
 };

@@ -456,12 +456,9 @@ value_id executor::unset_value(std::uint32_t index, const place& where, const sc
         return known->second;
     }
     const source_range declared = memory_[where.object].where;
-    const number_format port_format = is_floating(type.format) ? type.format : number_format::integer;
-    value_id id = values_.add_input({.format = port_format, .where = declared});
+    value_id id = values_.add_input({.format = type.format, .where = declared});
     leaves_.push_back({where, type});
-    if (type.format == number_format::boolean) {
-        id = truth(number(id), declared);
-    } else if (type.is_integer()) {
+    if (type.is_integer()) {
         id = wrapped(id, type, declared);
     }
     unset_values_.emplace(index, id);

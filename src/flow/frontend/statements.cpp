@@ -10,7 +10,6 @@ namespace xfc::flow {
 namespace {
 
 constexpr std::size_t most_steps = 3000000;  // statements and calls
-constexpr value_id most_values = 20000000;
 
 /// Everything that is known about the way is forgotten at its end, whichever way that comes.
 class assumption {
@@ -33,8 +32,8 @@ void executor::count_step(const clang::Stmt& statement) {
     if (++steps_ > most_steps) {
         refuse(message_id::too_many_steps, range(statement), {std::to_string(most_steps)});
     }
-    if (values_.size() > most_values) {
-        refuse(message_id::too_many_values, range(statement), {std::to_string(most_values)});
+    if (values_.size() > options_.most_values) {
+        refuse(message_id::too_many_values, range(statement), {std::to_string(options_.most_values)});
     }
 }
 

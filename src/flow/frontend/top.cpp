@@ -243,7 +243,9 @@ void executor::create_parameter(const clang::ParmVarDecl& declaration) {
     }
     clang::Qualifiers qualifiers;
     std::string text = name;
-    context_.getUnqualifiedArrayType(held, qualifiers).getAsStringInternal(text, context_.getPrintingPolicy());
+    clang::PrintingPolicy policy = context_.getPrintingPolicy();
+    policy.Bool = false;  // _Bool, whether the reader has the macro bool or not
+    context_.getUnqualifiedArrayType(held, qualifiers).getAsStringInternal(text, policy);
     program_.parameters.push_back(
         {.name = name, .declaration = text, .by_address = type->isPointerType() && !written->isArrayType()});
 }
@@ -307,9 +309,7 @@ value_id executor::output_value(const port_place& one) {
         refuse(message_id::read_as_other_type, owner.where, {one.c_type});
     }
     check_set(one.where, found, owner.where);
-    return one.type.format == number_format::boolean
-               ? in_format(number(found.content), number_format::integer, owner.where)
-               : found.content;
+    return found.content;
 }
 
 void executor::finish_graph() {

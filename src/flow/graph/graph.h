@@ -43,7 +43,7 @@ struct value {
 
 static_assert(sizeof(value) <= 32);
 
-/// A port of the design: always a 32-bit integer or a floating number, whatever narrower type the C object has.
+/// A port of the design: a boolean, a 32-bit integer whatever narrower type the C object has, or a floating number.
 struct port {
     std::string name = {};  ///< from the C names: y, x_0, m_0_1, p_re, result
     number_format format = number_format::single_float;

@@ -42,7 +42,7 @@ constexpr bool commutes = true;
 constexpr bool ordered = false;
 
 constexpr operation_row rows[] = {
-    {operation::input, "input", no_operands, ordered, numbers, none},
+    {operation::input, "input", no_operands, ordered, all, none},
     {operation::constant, "constant", no_operands, ordered, all, none},
     {operation::add, "add", binary, commutes, numbers, none},
     {operation::subtract, "subtract", binary, ordered, numbers, none},

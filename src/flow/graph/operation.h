@@ -62,7 +62,7 @@ enum class operand_rule : std::uint8_t {
     integer,    ///< always an integer
     known,      ///< an integer constant
     condition,  ///< always a boolean
-    any_other,  ///< any format but the result's
+    any_other,  ///< any number but one of the result's format
 };
 
 /// A set of formats, one bit each.

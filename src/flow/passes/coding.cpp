@@ -66,7 +66,11 @@ coding xfloat_for_target(const component_row& row, std::int32_t target) {
 
 coding operand_coding(component_id component, std::size_t place) {
     const component_row& row = row_of(component);
-    switch (form_of(place == 0 ? row.aa : row.bb, {})) {
+    const port_shape shape = place == 0 ? row.aa : row.bb;
+    if (shape == port_shape::boolean) {
+        return boolean;
+    }
+    switch (form_of(shape, {})) {
         case bus_form::single_float:
             return single_ieee;
         case bus_form::double_float:
@@ -84,6 +88,9 @@ coding operand_coding(component_id component, std::size_t place) {
 
 coding result_coding(component_id component, const component_generics& generics) {
     const component_row& row = row_of(component);
+    if (row.cc == port_shape::boolean) {
+        return boolean;
+    }
     if (row.cc == port_shape::single_by_selector) {
         constexpr coding outputs[] = {single_ieee, x_adder, x_multiplier, x_divider};
         return outputs[static_cast<std::size_t>(generics.output_select)];

@@ -49,7 +49,8 @@ bus_bits internal_constant(const bus_layout& from, bus_bits bits, coding code, s
 }  // namespace
 
 bus_bits encoded_constant(number_format format, std::uint64_t bits, coding code, std::int32_t mantissa) {
-    if (code == coding::integer || code == coding::single_ieee || code == coding::double_ieee) {
+    if (code == coding::boolean || code == coding::integer || code == coding::single_ieee ||
+        code == coding::double_ieee) {
         return bits;
     }
     const bus_form from = format == number_format::single_float ? bus_form::single_float : bus_form::double_float;

@@ -26,18 +26,6 @@ std::string generics_text(const design_node& node) {
     return text;
 }
 
-/// The coding that a port of the format has.
-coding port_coding(number_format format) {
-    switch (format) {
-        case number_format::single_float:
-            return coding::single_ieee;
-        case number_format::double_float:
-            return coding::double_ieee;
-        default:
-            return coding::integer;
-    }
-}
-
 class design_verifier {
 public:
     design_verifier(const design& made, const graph& source) : made_(made), source_(source) {}
@@ -49,7 +37,7 @@ public:
             switch (node.kind) {
                 case node_kind::input:
                     expect(node.port < source_.inputs().size() &&
-                               node.code == port_coding(source_.inputs()[node.port].format),
+                               node.code == plain_coding(source_.inputs()[node.port].format),
                            id, "is coded otherwise than its port");
                     break;
                 case node_kind::constant:
@@ -75,9 +63,15 @@ private:
     void check_instance(node_id id) {
         const design_node& node = made_[id];
         const component_row& row = row_of(node.component);
-        const std::size_t wanted = row.bb == port_shape::none ? 1 : 2;
-        expect(node.operand_span().size() == wanted, id, "has a wrong number of operands");
-        expect(node.code == result_coding(node.component, node.generics), id, "delivers another coding");
+        const bool selects = row.operation == component_operation::select;
+        const std::size_t wanted = selects ? 3 : row.bb == port_shape::none ? 1 : 2;
+        if (node.operand_span().size() != wanted) {
+            expect(false, id, "has a wrong number of operands");
+            return;
+        }
+        expect(selects ? node.generics.width == made_.width_of(id)
+                       : node.code == result_coding(node.component, node.generics),
+               id, "delivers another coding");
         expect(node.summands >= 1 && node.summands <= most_summands, id, "uses up the guard bits");
         std::int32_t summands = 0;
         for (std::size_t place = 0; place < node.operand_span().size(); ++place) {
@@ -86,7 +80,10 @@ private:
                 expect(false, id, "has an operand that is not earlier");
                 return;
             }
-            expect(made_[operand].code == operand_coding(node.component, place), id,
+            const coding reads = !selects     ? operand_coding(node.component, place)
+                                 : place == 2 ? coding::boolean
+                                              : node.code;
+            expect(made_[operand].code == reads, id,
                    "reads operand " + std::to_string(place + 1) + " in a wrong coding");
             summands += made_[operand].summands;
         }
@@ -107,7 +104,7 @@ private:
         }
         for (std::size_t place = 0; place < made_.outputs.size(); ++place) {
             const node_id id = made_.outputs[place];
-            if (id >= made_.size() || made_[id].code != port_coding(source_.outputs()[place].format)) {
+            if (id >= made_.size() || made_[id].code != plain_coding(source_.outputs()[place].format)) {
                 faults_.push_back("output " + source_.outputs()[place].name + " is driven in a wrong coding");
             }
         }
@@ -143,6 +140,9 @@ std::string dump(const design& made, const graph& source) {
                     const bool adds = row_of(node.component).operation == component_operation::add_or_subtract;
                     text += !adds ? " " : node.subtract ? " - " : " + ";
                     text += name_of(node.operands[1]);
+                }
+                if (node.operands[2] != no_node) {
+                    text += " by " + name_of(node.operands[2]);
                 }
                 if (node.summands > 1) {
                     text += " [" + std::to_string(node.summands) + " summands]";

@@ -33,14 +33,19 @@ struct design_node {
     bool subtract = false;                        ///< an adder's: aa - bb
     component_id component = component_id::wire;  ///< of an instance
     component_generics generics = {};             ///< of an instance
-    std::array<node_id, 2> operands = {no_node, no_node};
+    /// What aa and bb read; the third is a selection's condition.
+    std::array<node_id, most_operands> operands = {no_node, no_node, no_node};
     std::int32_t summands = 1;  ///< operands summed since the last normalisation; 1 where there are no guard bits
     bus_bits bits = 0;          ///< of a constant
     std::uint32_t port = 0;     ///< of an input
     value_id value = no_value;  ///< the graph's value that the bus carries
 
     [[nodiscard]] std::span<const node_id> operand_span() const {
-        return {operands.data(), static_cast<std::size_t>(operands[0] == no_node ? 0 : operands[1] == no_node ? 1 : 2)};
+        std::size_t count = 0;
+        while (count < operands.size() && operands.at(count) != no_node) {
+            ++count;
+        }
+        return {operands.data(), count};
     }
     /// Cycles from the operands to the bus.
     [[nodiscard]] std::int32_t latency() const {
@@ -65,7 +70,7 @@ struct design {
 
 /// What is wrong with a design, a sentence each; empty when all is well. Operands are earlier and coded as their
 /// component reads them, results as it delivers them; sums stay within the guard bits; constants fit their bus; every
-/// output is IEEE or an integer of its port's format.
+/// output is IEEE, an integer or a boolean, as its port's format says.
 [[nodiscard]] std::vector<std::string> faults_of(const design& made, const graph& source);
 
 /// The design as text that people and tests compare, one line a node:

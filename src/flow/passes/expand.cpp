@@ -50,6 +50,58 @@ private:
     /// The operand of a negation, or no value.
     value_id negated(value_id id) const { return made_[id].op == operation::negate ? made_[id].operands[0] : no_value; }
 
+    /// Whether a comparison of the library says the opposite: where nothing can be unordered.
+    bool has_opposite(value_id id) const {
+        const value& one = made_[id];
+        const bool orders = one.op == operation::less || one.op == operation::less_equal;
+        return one.op == operation::equal || (orders && made_[one.operands[0]].format == number_format::integer);
+    }
+
+    value_id inverted(const value& like, value_id condition) {
+        if (const value_id inner = inverted_by(condition); inner != no_value) {
+            return inner;
+        }
+        return has_opposite(condition) ? make(like, operation::bit_not, {condition})
+                                       : make(like, operation::bit_xor, {condition, made_.make_boolean(true)});
+    }
+
+    /// The condition that this one inverts, or no value.
+    value_id inverted_by(value_id id) const {
+        const value& one = made_[id];
+        if (one.op == operation::bit_not) {
+            return one.operands[0];
+        }
+        if (one.op == operation::bit_xor && one.format == number_format::boolean) {
+            for (const std::size_t place : {0U, 1U}) {
+                if (made_.known_boolean(one.operands.at(place)) == true) {
+                    return one.operands.at(1 - place);
+                }
+            }
+        }
+        return no_value;
+    }
+
+    /// Two conditions joined by and, or by or: an inversion costs a cycle, a selection in the place of both does not.
+    value_id combined(const value& one, value_id a, value_id b) {
+        const auto under_inversion = [&](value_id id) {
+            return made_[id].op == operation::bit_xor ? inverted_by(id) : no_value;
+        };
+        const bool conjunction = one.op == operation::bit_and;
+        const value_id not_a = under_inversion(a);
+        const value_id not_b = under_inversion(b);
+        if (not_a != no_value && not_b != no_value) {
+            return inverted(one, make(one, conjunction ? operation::bit_or : operation::bit_and, {not_a, not_b}));
+        }
+        if (not_a != no_value || not_b != no_value) {
+            const value_id decides = not_a != no_value ? not_a : not_b;
+            const value_id kept = not_a != no_value ? b : a;
+            const value_id decided = made_.make_boolean(!conjunction);
+            return conjunction ? make(one, operation::select, {decides, decided, kept})
+                               : make(one, operation::select, {decides, kept, decided});
+        }
+        return make(one, one.op, {a, b});
+    }
+
     value_id expanded(const value& one) {
         std::array<value_id, most_operands> operand = {no_value, no_value, no_value};
         const auto old = one.operand_span();
@@ -78,12 +130,17 @@ private:
                     return make(one, operation::subtract, {made_.make_integer(0), a});
                 }
                 break;
-            case operation::bit_not:  // -x = ~x + 1
-                return make(one, operation::subtract, {made_.make_integer(-1), a});
-            case operation::shift_left:
-                if (const auto distance = made_.known_integer(b)) {
-                    const std::uint32_t factor = 1U << (static_cast<std::uint32_t>(*distance) % 32U);
-                    return make(one, operation::multiply, {a, made_.make_integer(static_cast<std::int32_t>(factor))});
+            case operation::bit_not:
+                return whole ? make(one, operation::bit_xor, {a, made_.make_integer(-1)}) : inverted(one, a);
+            case operation::bit_and:
+            case operation::bit_or:
+                if (!whole) {
+                    return combined(one, a, b);
+                }
+                break;
+            case operation::select:
+                if (const value_id inner = inverted_by(a); inner != no_value) {
+                    return make(one, operation::select, {inner, operand[2], b});
                 }
                 break;
             case operation::whole_power:

@@ -1,6 +1,7 @@
 #include "flow/passes/select_components.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <map>
 #include <set>
@@ -17,17 +18,44 @@ using coding_set = std::uint32_t;
 
 constexpr coding_set set_of(coding what) { return 1U << static_cast<unsigned>(what); }
 
-/// The component of an operation in a format of its result.
+/// The component of an operation in the format in which it works: a comparison's is that of its operands.
 struct selection_row {
     operation op;
     number_format format;
     component_id component;
+    /// A generic that tells this operation from others of the component, and its value.
+    std::int32_t component_generics::*generic = nullptr;
+    std::int32_t value = 0;
 };
 
+using g = component_generics;
+
+constexpr std::int32_t number_of(relation_kind relation) { return static_cast<std::int32_t>(relation); }
+constexpr std::int32_t number_of(rounding_kind rounding) { return static_cast<std::int32_t>(rounding); }
+
 constexpr selection_row selections[] = {
+    {operation::bit_and, number_format::boolean, component_id::logic, &g::bitoperation, 0},
+    {operation::bit_or, number_format::boolean, component_id::logic, &g::bitoperation, 1},
+    {operation::bit_xor, number_format::boolean, component_id::logic, &g::bitoperation, 2},
+    {operation::bit_not, number_format::boolean, component_id::logic, &g::bitoperation, 2},
+    {operation::select, number_format::boolean, component_id::select},
+
     {operation::add, number_format::integer, component_id::alulong},
     {operation::subtract, number_format::integer, component_id::alulong},
     {operation::multiply, number_format::integer, component_id::mullong},
+    {operation::divide, number_format::integer, component_id::divlong, &g::remainder, 0},
+    {operation::remainder, number_format::integer, component_id::divlong, &g::remainder, 1},
+    {operation::bit_and, number_format::integer, component_id::bitlong, &g::bitoperation, 0},
+    {operation::bit_or, number_format::integer, component_id::bitlong, &g::bitoperation, 1},
+    {operation::bit_xor, number_format::integer, component_id::bitlong, &g::bitoperation, 2},
+    {operation::shift_left, number_format::integer, component_id::shiftlong, &g::direction, 0},
+    {operation::shift_right, number_format::integer, component_id::shiftlong, &g::direction, 1},
+    {operation::shift_right_unsigned, number_format::integer, component_id::shiftlong, &g::direction, 2},
+    {operation::equal, number_format::integer, component_id::cmpl, &g::relation, number_of(relation_kind::equal)},
+    {operation::less, number_format::integer, component_id::cmpl, &g::relation, number_of(relation_kind::less)},
+    {operation::less_equal, number_format::integer, component_id::cmpl, &g::relation,
+     number_of(relation_kind::less_or_equal)},
+    {operation::select, number_format::integer, component_id::select},
 
     {operation::add, number_format::single_float, component_id::alufp1x},
     {operation::subtract, number_format::single_float, component_id::alufp1x},
@@ -41,6 +69,22 @@ constexpr selection_row selections[] = {
     {operation::scale, number_format::single_float, component_id::fp_ldexp},
     {operation::absolute, number_format::single_float, component_id::fp_fabs},
     {operation::negate, number_format::single_float, component_id::fp_neg},
+    {operation::equal, number_format::single_float, component_id::cmpf, &g::relation, number_of(relation_kind::equal)},
+    {operation::less, number_format::single_float, component_id::cmpf, &g::relation, number_of(relation_kind::less)},
+    {operation::less_equal, number_format::single_float, component_id::cmpf, &g::relation,
+     number_of(relation_kind::less_or_equal)},
+    {operation::minimum, number_format::single_float, component_id::extremef, &g::greatest, 0},
+    {operation::maximum, number_format::single_float, component_id::extremef, &g::greatest, 1},
+    {operation::copy_sign, number_format::single_float, component_id::copysignf},
+    {operation::floor, number_format::single_float, component_id::roundf, &g::rounding,
+     number_of(rounding_kind::floor)},
+    {operation::ceiling, number_format::single_float, component_id::roundf, &g::rounding,
+     number_of(rounding_kind::ceil)},
+    {operation::truncate, number_format::single_float, component_id::roundf, &g::rounding,
+     number_of(rounding_kind::trunc)},
+    {operation::round, number_format::single_float, component_id::roundf, &g::rounding,
+     number_of(rounding_kind::round)},
+    {operation::select, number_format::single_float, component_id::select},
 
     {operation::add, number_format::double_float, component_id::alufp2x},
     {operation::subtract, number_format::double_float, component_id::alufp2x},
@@ -54,24 +98,29 @@ constexpr selection_row selections[] = {
     {operation::scale, number_format::double_float, component_id::dp_ldexp},
     {operation::absolute, number_format::double_float, component_id::dp_fabs},
     {operation::negate, number_format::double_float, component_id::dp_neg},
+    {operation::equal, number_format::double_float, component_id::cmpd, &g::relation, number_of(relation_kind::equal)},
+    {operation::less, number_format::double_float, component_id::cmpd, &g::relation, number_of(relation_kind::less)},
+    {operation::less_equal, number_format::double_float, component_id::cmpd, &g::relation,
+     number_of(relation_kind::less_or_equal)},
+    {operation::minimum, number_format::double_float, component_id::extremed, &g::greatest, 0},
+    {operation::maximum, number_format::double_float, component_id::extremed, &g::greatest, 1},
+    {operation::copy_sign, number_format::double_float, component_id::copysignd},
+    {operation::floor, number_format::double_float, component_id::roundd, &g::rounding,
+     number_of(rounding_kind::floor)},
+    {operation::ceiling, number_format::double_float, component_id::roundd, &g::rounding,
+     number_of(rounding_kind::ceil)},
+    {operation::truncate, number_format::double_float, component_id::roundd, &g::rounding,
+     number_of(rounding_kind::trunc)},
+    {operation::round, number_format::double_float, component_id::roundd, &g::rounding,
+     number_of(rounding_kind::round)},
+    {operation::select, number_format::double_float, component_id::select},
 };
 
-/// The component of an operation; `wire` for none.
-component_id component_for(operation op, number_format format) {
+/// The row of an operation in a format; null for none.
+const selection_row* selection_for(operation op, number_format format) {
     const auto* found = std::find_if(std::begin(selections), std::end(selections),
                                      [&](const selection_row& row) { return row.op == op && row.format == format; });
-    return found == std::end(selections) ? component_id::wire : found->component;
-}
-
-constexpr coding ieee_coding(number_format format) {
-    switch (format) {
-        case number_format::single_float:
-            return coding::single_ieee;
-        case number_format::double_float:
-            return coding::double_ieee;
-        default:
-            return coding::integer;
-    }
+    return found == std::end(selections) ? nullptr : found;
 }
 
 bool has_selector(component_id component) {
@@ -79,24 +128,36 @@ bool has_selector(component_id component) {
     return shape == port_shape::single_by_selector || shape == port_shape::double_by_selector;
 }
 
+/// The relation that holds where this one does not, for comparisons without unordered operands.
+constexpr relation_kind opposite_of(relation_kind relation) {
+    using enum relation_kind;
+    constexpr relation_kind opposites[] = {not_equal, equal, greater_or_equal, greater, less_or_equal, less};
+    return opposites[static_cast<std::size_t>(relation)];
+}
+
+/// What makes two instances equal: component, output selector, the generic of its own, addsub, operands.
+using instance_key = std::tuple<component_id, std::int32_t, std::int32_t, bool, std::array<node_id, most_operands>>;
+
 class component_selection {
 public:
-    component_selection(const graph& source, const library_options& options, diagnostics& messages)
-        : source_(source), messages_(messages), asked_(source.size(), 0), native_(source.size(), no_node) {
+    component_selection(const graph& source, const library_options& options, diagnostics& messages,
+                        component_model (*find_model)(std::string_view))
+        : source_(source),
+          messages_(messages),
+          find_model_(find_model),
+          asked_(source.size(), 0),
+          native_(source.size(), no_node) {
         made_.options = options;
     }
 
     std::optional<design> run() {
         collect_demands();
-        if (refused_) {
-            return std::nullopt;
-        }
         make_inputs();
         for (value_id id = 0; id < source_.size(); ++id) {
             make_native(id);
         }
         for (const port& output : source_.outputs()) {
-            made_.outputs.push_back(provided(output.value, ieee_coding(output.format)));
+            made_.outputs.push_back(provided(output.value, plain_coding(output.format)));
         }
         return refused_ ? std::nullopt : std::optional(std::move(made_));
     }
@@ -106,7 +167,7 @@ private:
 
     void collect_demands() {
         for (const port& output : source_.outputs()) {
-            ask(output.value, ieee_coding(output.format));
+            ask(output.value, plain_coding(output.format));
         }
         for (value_id id = source_.size(); id-- > 0;) {
             const value& one = source_[id];
@@ -117,23 +178,60 @@ private:
                 collect_demands_of_conversion(id);
                 continue;
             }
-            const component_id component = component_for(one.op, one.format);
-            if (component == component_id::wire) {
-                refuse(one);
-                continue;
-            }
-            for (std::size_t place = 0; place < one.operand_span().size(); ++place) {
-                ask(one.operands.at(place), operand_coding(component, place));
+            for (const asked_operand& operand : work_of(id).operands) {
+                if (operand.value != no_value) {
+                    ask(operand.value, operand.code);
+                }
             }
         }
     }
 
+    // ---- What computes a value ----
+
+    struct asked_operand {
+        value_id value = no_value;
+        coding code = coding::boolean;
+    };
+
+    /// A component, the generic that tells its work from others', and what it reads on aa, bb and as condition.
+    struct component_work {
+        component_id component;
+        std::int32_t component_generics::*generic;
+        std::int32_t setting;
+        std::array<asked_operand, most_operands> operands;
+    };
+
+    /// A comparison works in its operands' format.
+    number_format working_format(const value& one) const {
+        const bool compares = row_of(one.op).operands[0] == operand_rule::alike;
+        return compares ? source_[one.operands[0]].format : one.format;
+    }
+
+    component_work work_of(value_id id) const {
+        const value& one = source_[id];
+        if (one.op == operation::bit_not) {  // expand.h leaves it above comparisons alone
+            component_work work = work_of(one.operands[0]);
+            work.setting = number_of(opposite_of(static_cast<relation_kind>(work.setting)));
+            return work;
+        }
+        const selection_row* row = selection_for(one.op, working_format(one));
+        assert(row != nullptr);
+        component_work work{row->component, row->generic, row->value, {}};
+        if (one.op == operation::select) {
+            const coding code = plain_coding(one.format);
+            work.operands = {{{one.operands[1], code}, {one.operands[2], code}, {one.operands[0], coding::boolean}}};
+            return work;
+        }
+        for (std::size_t place = 0; place < one.operand_span().size(); ++place) {
+            work.operands.at(place) = {one.operands.at(place), operand_coding(row->component, place)};
+        }
+        return work;
+    }
+
+    // ---- What conversions read ----
+
     void collect_demands_of_conversion(value_id id) {
         const value& one = source_[id];
-        if (source_[one.operands[0]].format == number_format::boolean || one.format == number_format::boolean) {
-            refuse(one);
-            return;
-        }
         for (int code = 0; code < coding_count; ++code) {
             if ((asked_[id] & (1U << static_cast<unsigned>(code))) != 0) {
                 ask(one.operands[0], origin_of(one, static_cast<coding>(code)));
@@ -165,7 +263,7 @@ private:
             is_sum) {
             return coding::y_adder;
         }
-        return ieee_coding(operand.format);
+        return plain_coding(operand.format);
     }
 
     // ---- What is made ----
@@ -174,7 +272,7 @@ private:
         for (std::uint32_t place = 0; place < source_.inputs().size(); ++place) {
             const port& input = source_.inputs()[place];
             native_[input.value] = append(
-                {.kind = node_kind::input, .code = ieee_coding(input.format), .port = place, .value = input.value});
+                {.kind = node_kind::input, .code = plain_coding(input.format), .port = place, .value = input.value});
         }
     }
 
@@ -184,20 +282,30 @@ private:
             one.op == operation::convert) {
             return;  // a conversion's result is made in the codings that are asked for
         }
-        const component_id component = component_for(one.op, one.format);
-        const component_row& row = row_of(component);
-        design_node node{.subtract = one.op == operation::subtract, .component = component, .value = id};
-        node.generics = generics_of(component, has_selector(component) ? agreed_selector(component, id) : 0);
-        node.code = result_coding(component, node.generics);
-        for (std::size_t place = 0; place < one.operand_span().size(); ++place) {
-            node.operands.at(place) = provided(one.operands.at(place), operand_coding(component, place));
+        const component_work work = work_of(id);
+        const component_row& row = row_of(work.component);
+        design_node node{.subtract = one.op == operation::subtract, .component = work.component, .value = id};
+        node.generics =
+            generics_of(work.component, has_selector(work.component) ? agreed_selector(work.component, id) : 0);
+        if (work.generic != nullptr) {
+            node.generics.*work.generic = work.setting;
+        }
+        if (row.operation == component_operation::select) {
+            node.code = plain_coding(one.format);
+            node.generics.width = format_bits(one.format);
+        } else {
+            node.code = result_coding(work.component, node.generics);
+        }
+        for (std::size_t place = 0; place < work.operands.size(); ++place) {
+            const asked_operand& operand = work.operands.at(place);
+            node.operands.at(place) = operand.value == no_value ? no_node : provided(operand.value, operand.code);
         }
         if (row.operation == component_operation::add_or_subtract && has_guard_bits(node.code)) {
             limit_summands(node);
         } else if (row.operation == component_operation::multiply && has_guard_bits(node.code)) {
             node.summands = made_.options.outputscale == 1 ? 1 : 2;  // a product is below 4, a sum of two below 4 too
         }
-        native_[id] = instance(node);
+        native_[id] = instance(node, work.setting);
     }
 
     component_generics generics_of(component_id, std::int32_t selector) const {
@@ -251,7 +359,7 @@ private:
 
     node_id provided_by_conversion(value_id id, coding code) {
         const value& one = source_[id];
-        const coding ieee = ieee_coding(one.format);
+        const coding ieee = plain_coding(one.format);
         const coding origin = origin_of(one, code);
         if (conversion_for(origin, code) != nullptr && (code == ieee || row_of(code).form != bus_form::xfloat)) {
             return converted(provided(one.operands[0], origin), code, id);
@@ -283,11 +391,11 @@ private:
     }
 
     /// One instance for equal work.
-    node_id instance(const design_node& node) {
+    node_id instance(const design_node& node, std::int32_t setting = 0) {
         const auto [found, added] = instances_.try_emplace(
-            {node.component, node.generics.output_select, node.subtract, node.operands[0], node.operands[1]}, no_node);
+            {node.component, node.generics.output_select, setting, node.subtract, node.operands}, no_node);
         if (added) {
-            if (model_named(component_name(node)) == nullptr && lacking_.insert(node.component).second) {
+            if (find_model_(component_name(node)) == nullptr && lacking_.insert(node.component).second) {
                 messages_.report(message_id::component_missing, source_[node.value].where, {component_name(node)});
                 refused_ = true;
             }
@@ -301,29 +409,23 @@ private:
         return made_.size() - 1;
     }
 
-    void refuse(const value& one) {
-        // A comparison works in its operands' format.
-        const bool compares = row_of(one.op).operands[0] == operand_rule::alike;
-        const number_format format = compares ? source_[one.operands[0]].format : one.format;
-        messages_.report(message_id::operation_missing, one.where, {row_of(one.op).name, format_name(format)});
-        refused_ = true;
-    }
-
     const graph& source_;
     diagnostics& messages_;
+    component_model (*find_model_)(std::string_view);
     design made_;
     std::vector<coding_set> asked_;  ///< by value
     std::vector<node_id> native_;    ///< what an operation's component delivers, by value
     std::map<std::pair<value_id, coding>, node_id> constants_;
-    std::map<std::tuple<component_id, std::int32_t, bool, node_id, node_id>, node_id> instances_;
+    std::map<instance_key, node_id> instances_;
     std::set<component_id> lacking_;
     bool refused_ = false;
 };
 
 }  // namespace
 
-std::optional<design> select_components(const graph& source, const library_options& options, diagnostics& messages) {
-    return component_selection(source, options, messages).run();
+std::optional<design> select_components(const graph& source, const library_options& options, diagnostics& messages,
+                                        component_model (*find_model)(std::string_view)) {
+    return component_selection(source, options, messages, find_model).run();
 }
 
 }  // namespace xfc::flow

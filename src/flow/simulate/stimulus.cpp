@@ -21,6 +21,8 @@ public:
 
     std::uint64_t number_in(number_format format) {
         switch (format) {
+            case number_format::boolean:
+                return below(2);
             case number_format::single_float:
                 return floating(23, 8);
             case number_format::double_float:

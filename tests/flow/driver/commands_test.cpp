@@ -207,14 +207,14 @@ TEST(flow_commands, build_writes_both_languages_their_lists_and_what_they_name) 
     std::filesystem::remove_all(folder);
 }
 
-TEST(flow_commands, build_refuses_what_has_no_component_at_its_place_and_writes_nothing) {
+TEST(flow_commands, build_refuses_at_the_place_and_writes_nothing) {
     const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_refused";
-    const auto source = written("xfcflow_max.c", "float f(float a, float b) { return a < b ? b : a; }\n");
+    const auto source = written("xfcflow_sine.c", "#include <math.h>\nfloat f(float a) { return sinf(a); }\n");
     const outcome refused = run_with({"build", source.string(), "-o", folder.string()});
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(refused.out, "");
-    EXPECT_NE(refused.error.find("xfcflow_max.c:1:"), std::string::npos) << refused.error;
-    EXPECT_NE(refused.error.find("[operation-missing]"), std::string::npos) << refused.error;
+    EXPECT_NE(refused.error.find("xfcflow_sine.c:2:27: error:"), std::string::npos) << refused.error;
+    EXPECT_NE(refused.error.find("[no-component]"), std::string::npos) << refused.error;
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
 

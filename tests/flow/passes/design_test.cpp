@@ -1,4 +1,5 @@
 #include "flow/passes/design.h"
+#include "flow/graph/verifier.h"
 
 #include <gtest/gtest.h>
 
@@ -101,16 +102,113 @@ TEST(select_components, counts_the_operands_of_both_sides_of_a_sum_of_doubles) {
     EXPECT_EQ(count_of(made, component_id::normfp2x), 1U);
 }
 
-TEST(select_components, refuses_what_no_component_computes_at_its_place) {
+/// A graph of this operation alone.
+graph graph_of(operation op, number_format result, number_format alike) {
+    graph_writer w;
+    const operation_row& row = row_of(op);
+    std::vector<value_id> operands;
+    for (int place = 0; place < row.arity(); ++place) {
+        const std::string name = "a" + std::to_string(place);
+        switch (row.operands.at(static_cast<std::size_t>(place))) {
+            case operand_rule::as_result:
+                operands.push_back(w.input(name, result));
+                break;
+            case operand_rule::alike:
+            case operand_rule::any_other:
+                operands.push_back(w.input(name, alike));
+                break;
+            case operand_rule::known:
+                operands.push_back(w.made.make_integer(5));
+                break;
+            case operand_rule::condition:
+                operands.push_back(w.input(name, number_format::boolean));
+                break;
+            default:
+                operands.push_back(w.input(name, number_format::integer));
+                break;
+        }
+    }
+    w.output("y", w.made.make(op, result, operands));
+    return std::move(w.made);
+}
+
+TEST(select_components, has_a_component_for_every_operation_in_every_format) {
+    constexpr number_format formats[] = {number_format::boolean, number_format::integer, number_format::single_float,
+                                         number_format::double_float};
+    int count = 0;
+    for (int index = 0; index < operation_count; ++index) {
+        const auto op = static_cast<operation>(index);
+        const operation_row& row = row_of(op);
+        if (row.arity() == 0) {
+            continue;
+        }
+        const bool converts = op == operation::convert;
+        const bool compares = row.operands[0] == operand_rule::alike;
+        for (const number_format result : formats) {
+            for (const number_format alike : formats) {
+                const bool exists =
+                    row.results.contains(result) && (converts   ? alike != result && alike != number_format::boolean
+                                                     : compares ? row.alike_formats.contains(alike)
+                                                                : alike == number_format::boolean);
+                if (!exists) {
+                    continue;
+                }
+                const graph source = graph_of(op, result, alike);
+                ASSERT_EQ(faults_of(source), std::vector<std::string>{});
+                const graph expanded = expand_operations(source);
+                diagnostics messages;
+                const auto made = select_components(
+                    expanded, default_library_options(false), messages, [](std::string_view) -> component_model {
+                        return [](const component_generics&, const component_operands&) { return bus_bits{0}; };
+                    });
+                ASSERT_TRUE(made.has_value()) << row.name;
+                EXPECT_EQ(faults_of(*made, expanded), std::vector<std::string>{}) << row.name;
+                ++count;
+            }
+        }
+    }
+    EXPECT_EQ(count, 82);
+}
+
+TEST(select_components, compares_with_the_opposite_relation_in_the_place_of_an_inversion) {
+    graph_writer w;
+    const value_id a = w.input("a", number_format::integer);
+    const value_id b = w.input("b", number_format::integer);
+    const value_id less = w.make(operation::less, number_format::boolean, {a, b});
+    w.output("y", w.make(operation::bit_not, number_format::boolean, {less}));
+    const design made = selected(expand_operations(w.made));
+    ASSERT_EQ(made.size(), 3U);
+    EXPECT_EQ(made[2].component, component_id::cmpl);
+    EXPECT_EQ(made[2].generics.relation, static_cast<std::int32_t>(relation_kind::greater_or_equal));
+}
+
+TEST(select_components, gives_one_comparison_to_all_that_ask_for_it_and_reads_its_operands_rounded) {
     graph_writer w;
     const value_id a = w.input("a");
-    w.output("y", w.make(operation::maximum, number_format::single_float, {a, w.input("b")}));
+    const value_id b = w.input("b");
+    const value_id sum = w.add(a, b);
+    const value_id less = w.make(operation::less, number_format::boolean, {sum, b});
+    const value_id y = w.make(operation::select, number_format::single_float, {less, sum, a});
+    w.output("y", y);
+    w.output("less", less);
+    w.output("z", w.make(operation::select, number_format::single_float, {less, b, y}));
+    const design made = selected(w.made);
+    EXPECT_EQ(count_of(made, component_id::cmpf), 1U);
+    EXPECT_EQ(count_of(made, component_id::castxtof), 1U);
+    EXPECT_EQ(count_of(made, component_id::select), 2U);
+    EXPECT_EQ(made.width_of(made.outputs[1]), 1);
+}
+
+TEST(select_components, refuses_what_the_library_lacks) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    w.output("y", w.add(a, w.input("b")));
     diagnostics messages;
-    EXPECT_FALSE(select_components(w.made, default_library_options(false), messages).has_value());
-    ASSERT_EQ(messages.messages().size(), 1U);
-    EXPECT_EQ(messages.messages()[0].name, "operation-missing");
-    EXPECT_EQ(messages.messages()[0].text, "no component computes 'maximum' of single numbers");
-    EXPECT_FALSE(messages.messages()[0].hint.empty());
+    const auto lacking = [](std::string_view name) { return name == "xfc_alufp1x" ? nullptr : model_named(name); };
+    EXPECT_FALSE(select_components(w.made, default_library_options(false), messages, lacking).has_value());
+    EXPECT_EQ(rendered(messages, {}),
+              "xfcflow: error: this needs the component 'xfc_alufp1x', which the library lacks [component-missing]\n"
+              "      hint: docs/components.md lists what the library has\n");
 }
 
 TEST(design_verifier, finds_an_operand_in_a_wrong_coding_and_a_wrong_count) {
@@ -195,15 +293,46 @@ TEST(expand, leaves_no_negated_operand_in_a_sum) {
               "output single y = %2\n");
 }
 
-TEST(expand, complements_integers_by_subtraction) {
+TEST(expand, inverts_bits_and_conditions_by_an_exclusive_or) {
     graph_writer w;
     const value_id a = w.input("a", number_format::integer);
+    const value_id c = w.input("c", number_format::boolean);
     w.output("y", w.make(operation::bit_not, number_format::integer, {a}));
+    w.output("z", w.make(operation::bit_not, number_format::boolean, {c}));
     EXPECT_EQ(dump(expand_operations(w.made)),
               "%0 = input integer a\n"
-              "%1 = constant integer -1\n"
-              "%2 = subtract integer %1 %0\n"
-              "output integer y = %2\n");
+              "%1 = input boolean c\n"
+              "%2 = constant integer -1\n"
+              "%3 = xor integer %0 %2\n"
+              "%4 = constant boolean true\n"
+              "%5 = xor boolean %1 %4\n"
+              "output integer y = %3\n"
+              "output boolean z = %5\n");
+}
+
+TEST(expand, leaves_no_inversion_in_front_of_a_selection_or_inside_a_conjunction) {
+    graph_writer w;
+    const value_id c = w.input("c", number_format::boolean);
+    const value_id d = w.input("d", number_format::boolean);
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    const value_id no = w.make(operation::bit_not, number_format::boolean, {c});
+    w.output("x", w.make(operation::select, number_format::single_float, {no, a, b}));
+    w.output("y", w.make(operation::bit_and, number_format::boolean, {no, d}));
+    w.output("z", w.make(operation::bit_or, number_format::boolean, {d, no}));
+    EXPECT_EQ(dump(expand_operations(w.made)),
+              "%0 = input boolean c\n"
+              "%1 = input boolean d\n"
+              "%2 = input single a\n"
+              "%3 = input single b\n"
+              "%4 = constant boolean true\n"
+              "%5 = select single %0 %3 %2\n"
+              "%6 = constant boolean false\n"
+              "%7 = select boolean %0 %6 %1\n"
+              "%8 = select boolean %0 %1 %4\n"
+              "output single x = %5\n"
+              "output boolean y = %7\n"
+              "output boolean z = %8\n");
 }
 
 // ---- Schedules ----

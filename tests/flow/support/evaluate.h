@@ -20,6 +20,8 @@ inline known_number number_in(number_format format, double number) {
             return known_single(static_cast<float>(number));
         case number_format::double_float:
             return known_double(number);
+        case number_format::boolean:
+            return known_boolean_number(number != 0);
         default:
             return known_integer_number(static_cast<std::int32_t>(static_cast<std::int64_t>(number)));
     }

@@ -1,0 +1,228 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "flow/diagnostics/catalogue.h"
+#include "flow/driver/commands.h"
+
+// What the program says beyond what a C source alone provokes, and that every row of the catalogue is provoked by some
+// test that compares its text.
+
+namespace xfc::flow::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string text_of(const fs::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+/// A folder for one test, empty at its start and gone at its end.
+class test_folder {
+public:
+    explicit test_folder(const std::string& name) : path_(fs::path(testing::TempDir()) / ("xfcflow_" + name)) {
+        fs::remove_all(path_);
+        fs::create_directories(path_);
+    }
+    ~test_folder() { fs::remove_all(path_); }
+    test_folder(const test_folder&) = delete;
+    test_folder& operator=(const test_folder&) = delete;
+
+    [[nodiscard]] const fs::path& path() const { return path_; }
+    std::string write(const std::string& name, const std::string& text) const {
+        fs::create_directories((path_ / name).parent_path());
+        std::ofstream(path_ / name, std::ios::binary) << text;
+        return (path_ / name).string();
+    }
+
+private:
+    fs::path path_;
+};
+
+/// The environment's PATH as a test wants it, until the end of the scope.
+class search_path {
+public:
+    explicit search_path(const std::string& wanted) : before_(std::getenv("PATH")) {
+        setenv("PATH", wanted.c_str(), 1);
+    }
+    ~search_path() { setenv("PATH", before_.c_str(), 1); }
+    search_path(const search_path&) = delete;
+    search_path& operator=(const search_path&) = delete;
+
+private:
+    std::string before_;
+};
+
+std::string errors_of(const std::vector<std::string>& arguments) {
+    std::ostringstream out;
+    std::ostringstream error;
+    EXPECT_EQ(run(arguments, out, error, false), 1);
+    EXPECT_EQ(out.str(), "");
+    return error.str();
+}
+
+/// What the installed program says when a shell starts it like this; it must end with status 1.
+std::string errors_of_program(const test_folder& folder, const std::string& command) {
+    const std::string file = (folder.path() / "errors.txt").string();
+    EXPECT_EQ(std::system(("( " + command + " ) >/dev/null 2>" + file).c_str()), 1 << 8U) << text_of(file);
+    return text_of(file);
+}
+
+constexpr std::string_view wire = "float f(float a) { return a; }\n";
+
+// ---- Texts. Each stands in the list at the end too. ----
+
+constexpr std::string_view unreadable =
+    "xfcflow: error: cannot read '/nowhere/x.c': No such file or directory [cannot-read]\n";
+constexpr std::string_view no_top =
+    "xfcflow: error: --top names 'g', but no function of that name has a body [unknown-top]\n"
+    "      hint: name one of the functions of the file\n";
+constexpr std::string_view no_memory = "xfcflow: error: out of memory [memory]\n      hint: split the program\n";
+constexpr std::string_view failed_parser =
+    "xfcflow: error: the C parser failed on this program [parser]\n"
+    "      hint: simplify the program until it passes; the program text would help to mend the parser\n";
+constexpr std::string_view no_library =
+    "xfcflow: error: the component library is not complete in 'FOLDER/share/xfc/library' [library-missing]\n"
+    "      hint: install xfcflow anew, its library beside it\n";
+constexpr std::string_view no_folder =
+    "xfcflow: error: cannot write 'FOLDER/file/library': Not a directory [cannot-write]\n";
+constexpr std::string_view no_ghdl =
+    "xfcflow: error: ghdl is not installed [no-simulator]\n      hint: install it with: apt-get install ghdl\n";
+constexpr std::string_view wrong_language =
+    "xfcflow: error: iverilog does not simulate the language of --lang vhdl [simulator-language]\n"
+    "      hint: ghdl simulates VHDL, iverilog and verilator simulate Verilog\n";
+constexpr std::string_view failed_simulator =
+    "xfcflow: error: ghdl failed: ghdl ended with status 3\nno licence today\n [simulation-failed]\n";
+
+/// The text with this folder in the place of FOLDER.
+std::string in_folder(std::string_view text, const test_folder& folder) {
+    constexpr std::string_view word = "FOLDER";
+    std::string result(text);
+    const std::size_t at = result.find(word);
+    return at == std::string::npos ? result : result.replace(at, word.size(), folder.path().string());
+}
+
+TEST(flow_program_messages, a_missing_file_and_a_missing_top_are_told) {
+    const test_folder folder("sources");
+    EXPECT_EQ(errors_of({"check", "/nowhere/x.c"}), unreadable);
+    EXPECT_EQ(errors_of({"check", folder.write("x.c", std::string(wire)), "--top", "g"}), no_top);
+}
+
+TEST(flow_program_messages, memory_that_is_used_up_is_told) {
+    const test_folder folder("memory");
+    const std::string large = folder.write(
+        "x.c",
+        "float f(float a) { for (int i = 0; i < 90000; i++) { a = a*a+a*i+i*a*a+i; a = a+a*a*a+i; } return a; }");
+    // A stack and little more, and not even that.
+    for (const char* kilobytes : {"1100000", "300000"}) {
+        EXPECT_EQ(errors_of_program(folder, std::string("ulimit -v ") + kilobytes + "; " + XFCFLOW + " check " + large),
+                  no_memory)
+            << kilobytes;
+    }
+}
+
+TEST(flow_program_messages, failures_inside_the_parser_are_contained) {
+    const test_folder folder("parser");
+    for (const char* way : {"crash", "llvm_fatal_error", "parser_crash"}) {
+        const std::string source =
+            folder.write("x.c", "#pragma clang __debug " + std::string(way) + "\n" + std::string(wire));
+        EXPECT_EQ(errors_of_program(folder, std::string(XFCFLOW) + " check " + source), failed_parser) << way;
+    }
+}
+
+TEST(flow_program_messages, a_library_that_lacks_files_is_told) {
+    const test_folder folder("library");
+    const std::string source = folder.write("x.c", "float f(float a) { return a + a; }\n");
+    fs::create_directories(folder.path() / "bin");
+    fs::create_directories(folder.path() / "share/xfc/library");
+    fs::copy_file(XFCFLOW, folder.path() / "bin/xfcflow");
+    const std::string program = (folder.path() / "bin/xfcflow").string();
+    const std::string made = (folder.path() / "made").string();
+    EXPECT_EQ(errors_of_program(folder, program + " build " + source + " -o " + made), in_folder(no_library, folder));
+    EXPECT_FALSE(fs::exists(made));
+}
+
+TEST(flow_program_messages, a_folder_that_cannot_be_written_to_is_told) {
+    const test_folder folder("unwritable");
+    const std::string source = folder.write("x.c", std::string(wire));
+    const std::string file = folder.write("file", "kept");
+    EXPECT_EQ(errors_of({"build", source, "-o", file}), in_folder(no_folder, folder));
+    EXPECT_EQ(text_of(file), "kept");
+}
+
+TEST(flow_program_messages, a_simulator_that_is_missing_fails_or_speaks_another_language_is_told) {
+    const test_folder folder("simulators");
+    const std::string source = folder.write("x.c", std::string(wire));
+    EXPECT_EQ(errors_of({"simulate", source, "--lang", "vhdl", "--simulator", "iverilog"}), wrong_language);
+    {
+        const search_path nothing((folder.path() / "nothing").string());
+        EXPECT_EQ(errors_of({"simulate", source, "--lang", "vhdl"}), no_ghdl);
+    }
+    const std::string stand_in = folder.write("bin/ghdl", "#!/bin/sh\necho no licence today\nexit 3\n");
+    fs::permissions(stand_in, fs::perms::owner_all);
+    const search_path first((folder.path() / "bin").string() + ":/usr/bin:/bin");
+    std::ostringstream out;
+    std::ostringstream error;
+    EXPECT_EQ(run({{"simulate", source, "--lang", "vhdl"}}, out, error, false), 1);
+    EXPECT_EQ(error.str(), failed_simulator);
+}
+
+// ---- The whole catalogue ----
+
+/// A row's text as an expression: what differs from case to case may be anything.
+std::regex pattern_of(std::string_view text) {
+    std::string pattern;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool placeholder = text[at] == '%' && at + 1 < text.size() && text[at + 1] >= '0' && text[at + 1] <= '9';
+        if (placeholder) {
+            pattern += ".*";
+            ++at;
+        } else {
+            pattern += std::string(std::string_view("^$\\.*+?()[]{}|").find(text[at]) < 14 ? "\\" : "") + text[at];
+        }
+    }
+    return std::regex(pattern);
+}
+
+TEST(flow_program_messages, every_row_of_the_catalogue_is_provoked_by_a_test_that_compares_its_text) {
+    // The texts above and beside the programs are those that tests compare.
+    std::string told;
+    for (const std::string_view text : {unreadable, no_top, no_memory, failed_parser, no_library, no_folder, no_ghdl,
+                                        wrong_language, failed_simulator}) {
+        told += text;
+    }
+    const fs::path tests = fs::path(SOURCE_FOLDER) / "tests/flow";
+    for (const auto& entry : fs::directory_iterator(tests / "frontend/messages")) {
+        told += entry.path().extension() == ".txt" ? text_of(entry.path()) : "";
+    }
+    // Texts that tests of a single part compare, as C strings of their source.
+    for (const char* source : {"frontend/messages_test.cpp", "passes/design_test.cpp"}) {
+        told += text_of(tests / source);
+    }
+    const std::set<std::string_view> of_simulate = {"csv-empty",   "csv-port",       "csv-twice",
+                                                    "csv-missing", "csv-fields",     "csv-number",
+                                                    "same-file",   "result-outside", "c-differs"};
+    for (int index = 0; index < message_count; ++index) {
+        if (of_simulate.contains(row_of(static_cast<message_id>(index)).name)) {
+            continue;
+        }
+        const message_row& row = row_of(static_cast<message_id>(index));
+        const std::string_view severity = severity_name(row.level);
+        EXPECT_TRUE(std::regex_search(told, pattern_of(std::string(severity) + ": " + std::string(row.text))))
+            << row.name << ": " << row.text;
+    }
+}
+
+}  // namespace
+
+}  // namespace xfc::flow::test
