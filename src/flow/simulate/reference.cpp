@@ -272,7 +272,9 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         // Half of the digits gone: units of what is left would tell about the cancellation, not about the arithmetic.
         const int digits = numbers_->coarse[one.value] ? single_fraction_bits : shape_of(one.format).fraction_bits;
         const long double size = std::max(std::fabs(as_long_double(exact)), smallest_normal(one.format));
-        found.apart = bound.radius > std::ldexp(size, -(digits / 2)) ? apart_reason::cancelled : found.apart;
+        const long double flushed = bound.out_of_range ? smallest_normal(one.format) : 0.0L;
+        const bool few_left = bound.radius - flushed > std::ldexp(size, -(digits / 2));
+        found.apart = few_left ? apart_reason::cancelled : found.apart;
     }
     // What left the range on the way may come out as C has it or as the exact result has it.
     const bool judged = !anything && !bound.range_before;
