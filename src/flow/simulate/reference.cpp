@@ -284,18 +284,24 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
 
 namespace {
 
+double number_of(const known_number& floating) {
+    return floating.format == number_format::single_float
+               ? std::bit_cast<float>(static_cast<std::uint32_t>(floating.bits))
+               : std::bit_cast<double>(floating.bits);
+}
+
 /// Whether C says what this operation gives.
 bool is_defined(const value& one, std::span<const known_number> operands) {
     const auto whole = [&](std::size_t place) { return static_cast<std::int32_t>(operands[place].bits); };
     switch (one.op) {
         case operation::convert:
             if (one.format == number_format::integer && is_floating(operands[0].format)) {
-                const double from = operands[0].format == number_format::single_float
-                                        ? std::bit_cast<float>(static_cast<std::uint32_t>(operands[0].bits))
-                                        : std::bit_cast<double>(operands[0].bits);
+                const double from = number_of(operands[0]);
                 return from > -0x1p31 - 1 && from < 0x1p31;
             }
             return true;
+        case operation::copy_sign:  // the sign of what is no number
+            return !std::isnan(number_of(operands[1]));
         case operation::divide:
         case operation::remainder:
             return one.format != number_format::integer ||
