@@ -120,7 +120,7 @@ constexpr message_row rows[] = {
     {id::csv_missing, "csv-missing", error, "input port '%0' has no column", "give every input port one column"},
     {id::csv_fields, "csv-fields", error, "%0 fields under a header of %1", "write one number for each column"},
     {id::csv_number, "csv-number", error, "'%0' is no %1 number",
-     "numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits"},
+     "numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits, booleans are 0 or 1"},
     {id::same_file, "same-file", error, "'%0' would be written over what is read", "choose another name"},
     {id::result_outside, "result-outside", error,
      "output '%0' is farther from the exact result than its operations allow: %1",

@@ -120,7 +120,7 @@ private:
         for (std::size_t column = 0; column < fields.size(); ++column) {
             const number_format format = source_.inputs()[columns_[column]].format;
             const auto bits = is_floating(format) ? floating(fields[column].text, format) : whole(fields[column].text);
-            if (!bits) {
+            if (!bits || (format == number_format::boolean && *bits > 1)) {
                 messages_.report(message_id::csv_number, fields[column].where,
                                  {fields[column].text, format_name(format)});
                 return false;

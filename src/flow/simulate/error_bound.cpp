@@ -260,7 +260,9 @@ value_bound bound_of(operation op, const bounded_number& result, std::span<const
             return bound;
         case operation::copy_sign:
             bound.radius = in[0].bound.radius;
-            if (may_change_sign(in[1]) || is_open(in[1]) || (in[1].exact_zero && !in[1].bound.sign_is_known)) {
+            // What is no number has a sign too, but nobody says which.
+            if (may_change_sign(in[1]) || is_open(in[1]) || std::isnan(in[1].number) ||
+                (in[1].exact_zero && !in[1].bound.sign_is_known)) {
                 bound.radius += 2 * std::fabs(in[0].number);
                 bound.undecided = true;
             }

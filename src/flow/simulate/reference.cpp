@@ -272,7 +272,9 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         // Half of the digits gone: units of what is left would tell about the cancellation, not about the arithmetic.
         const int digits = numbers_->coarse[one.value] ? single_fraction_bits : shape_of(one.format).fraction_bits;
         const long double size = std::max(std::fabs(as_long_double(exact)), smallest_normal(one.format));
-        found.apart = bound.radius > std::ldexp(size, -(digits / 2)) ? apart_reason::cancelled : found.apart;
+        const long double flushed = bound.out_of_range ? smallest_normal(one.format) : 0.0L;
+        const bool few_left = bound.radius - flushed > std::ldexp(size, -(digits / 2));
+        found.apart = few_left ? apart_reason::cancelled : found.apart;
     }
     // What left the range on the way may come out as C has it or as the exact result has it.
     const bool judged = !anything && !bound.range_before;
@@ -282,18 +284,24 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
 
 namespace {
 
+double number_of(const known_number& floating) {
+    return floating.format == number_format::single_float
+               ? std::bit_cast<float>(static_cast<std::uint32_t>(floating.bits))
+               : std::bit_cast<double>(floating.bits);
+}
+
 /// Whether C says what this operation gives.
 bool is_defined(const value& one, std::span<const known_number> operands) {
     const auto whole = [&](std::size_t place) { return static_cast<std::int32_t>(operands[place].bits); };
     switch (one.op) {
         case operation::convert:
             if (one.format == number_format::integer && is_floating(operands[0].format)) {
-                const double from = operands[0].format == number_format::single_float
-                                        ? std::bit_cast<float>(static_cast<std::uint32_t>(operands[0].bits))
-                                        : std::bit_cast<double>(operands[0].bits);
+                const double from = number_of(operands[0]);
                 return from > -0x1p31 - 1 && from < 0x1p31;
             }
             return true;
+        case operation::copy_sign:  // the sign of what is no number
+            return !std::isnan(number_of(operands[1]));
         case operation::divide:
         case operation::remainder:
             return one.format != number_format::integer ||

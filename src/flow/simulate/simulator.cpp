@@ -32,7 +32,7 @@ std::span<const simulator_row> simulator_rows() {
            "-o", "bench", "FILES"},
           {"obj_dir/bench"}},
          {},
-         {"--trace"}},
+         {"--trace", "--trace-depth", "2"}},
     };
     return rows;
 }

@@ -75,12 +75,12 @@ TEST_F(flow_simulate, a_malformed_table_is_told_with_line_and_column_and_nothing
                                    "--outputs", path("out.csv")});
     EXPECT_EQ(done.status, 1);
     EXPECT_EQ(done.out, "");
-    EXPECT_EQ(done.error,
-              path("in.csv") +
-                  ":3:3: error: 'x4' is no single number [csv-number]\n"
-                  "    3 | 3,x4\n"
-                  "      |   ^~\n"
-                  "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits\n");
+    EXPECT_EQ(done.error, path("in.csv") +
+                              ":3:3: error: 'x4' is no single number [csv-number]\n"
+                              "    3 | 3,x4\n"
+                              "      |   ^~\n"
+                              "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 "
+                              "bits, booleans are 0 or 1\n");
     EXPECT_FALSE(fs::exists(path("out.csv")));
     EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("nowhere.csv")}).status, 1);
     EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("")}).status, 1);

@@ -197,6 +197,17 @@ TEST(accuracy, leaves_the_column_of_c_out_without_a_compiler) {
     EXPECT_FALSE(rows[0].bits_equal.has_value());
 }
 
+TEST(c_outputs, knows_that_the_sign_of_what_is_no_number_is_open) {
+    const graph signs = of_two(operation::copy_sign);
+    bool defined = true;
+    (void)c_outputs(signs, std::array{bits_of(1.0F), bits_of(NAN)}, &defined);
+    EXPECT_FALSE(defined);
+    EXPECT_FALSE(judged(signs, {1.0F, NAN}, -1.0F).outside);
+    EXPECT_FALSE(judged(signs, {1.0F, NAN}, 1.0F).outside);
+    EXPECT_TRUE(judged(signs, {1.0F, NAN}, 4.0F).outside);
+    EXPECT_TRUE(judged(signs, {1.0F, 2.0F}, -1.0F).outside);
+}
+
 TEST(c_outputs, says_where_c_says_nothing) {
     graph_writer w;
     const value_id a = w.input("a");
