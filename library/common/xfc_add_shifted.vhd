@@ -16,14 +16,18 @@ end xfc_add_shifted;
 
 architecture rtl of xfc_add_shifted is
   constant chain_bits : positive := sum_bits - shift + 1;   -- the carry comes from a bit below
-  signal addend : signed(width downto 0);
-  signal augend : signed(width - shift downto 0);
-  signal chain : signed(chain_bits - 1 downto 0);
 begin
   assert sum_bits >= width + shift report "xfc_add_shifted: the sum has too few bits" severity failure;
 
-  augend <= signed(low(width - 1 downto shift)) & '1';
-  addend <= signed(high) & carry;
-  chain <= resize(augend, chain_bits) + resize(addend, chain_bits);
-  sum <= std_logic_vector(chain(chain_bits - 1 downto 1)) & low(shift - 1 downto 0);
+  -- Variables, since simulators spend their time on signals.
+  add : process (low, high, carry)
+    variable augend : signed(width - shift downto 0);
+    variable addend : signed(width downto 0);
+    variable chain : signed(chain_bits - 1 downto 0);
+  begin
+    augend := signed(low(width - 1 downto shift)) & '1';
+    addend := signed(high) & carry;
+    chain := resize(augend, chain_bits) + resize(addend, chain_bits);
+    sum <= std_logic_vector(chain(chain_bits - 1 downto 1)) & low(shift - 1 downto 0);
+  end process;
 end rtl;
