@@ -129,9 +129,15 @@ private:
             text += each == '\n' ? "\n" + mark + " " : std::string(1, each);
         }
         text += "\n" + mark + " Made by make_tables.cpp. From the highest bits down:";
+        std::size_t line = text.rfind('\n') + 1;
         for (const field& each : fields_) {
-            text += (&each == fields_.data() ? " " : ", ") + std::string(each.name) + " (" + std::to_string(each.bits) +
-                    " bits)";
+            const std::string part = std::string(each.name) + " (" + std::to_string(each.bits) + " bits)";
+            text += &each == fields_.data() ? "" : ",";
+            if (text.size() + part.size() + 2 > line + 120) {
+                line = text.size() + 1;
+                text += "\n" + mark;
+            }
+            text += " " + part;
         }
         return text + ".\n";
     }

@@ -6,17 +6,22 @@ module xfc_registers
    input [width-1:0] d,
    output [width-1:0] q);
 
-  wire [width*(count+1)-1:0] chain;
+  // Each on a wire of its own: simulators are slow with a vector that many instances drive a part of.
   genvar i;
-
-  assign chain[width-1:0] = d;
   generate
     for (i = 0; i < count; i = i + 1) begin : each
-      xfc_register #(width, 1) stage (sysclk, enable, chain[width*i +: width], chain[width*(i+1) +: width]);
+      wire [width-1:0] stored;
+      if (i == 0) begin : first
+        xfc_register #(width, 1) stage (sysclk, enable, d, stored);
+      end else begin : next
+        xfc_register #(width, 1) stage (sysclk, enable, each[i-1].stored, stored);
+      end
     end
     if (count == 0) begin : none
       wire unused = &{1'b0, sysclk, enable};
+      assign q = d;
+    end else begin : last
+      assign q = each[count-1].stored;
     end
   endgenerate
-  assign q = chain[width*count +: width];
 endmodule

@@ -74,9 +74,17 @@ std::vector<component_generics> generic_sets(const component_row& row) {
     return sets;
 }
 
+std::int32_t stages_of(const component_row& row, const std::vector<component_generics>& sets) {
+    std::int32_t stages = 0;
+    for (const component_generics& set : sets) {
+        stages += row.latency(set);
+    }
+    return stages;
+}
+
 std::vector<component_generics> covering_sets(const component_row& row) {
     std::vector<component_generics> all = generic_sets(row);
-    if (all.size() <= most_sets) {
+    if (all.size() <= most_sets && stages_of(row, all) <= most_stages) {
         return all;
     }
     std::vector<std::vector<shown_fact>> facts;

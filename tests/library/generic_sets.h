@@ -12,11 +12,15 @@ namespace xfc::proof {
 /// All combinations of the values that the row's generics take. A generic of more than 16 values is tried at a few.
 [[nodiscard]] std::vector<component_generics> generic_sets(const component_row& row);
 
-/// More sets than these are proved by a choice of them.
+/// More sets than these are proved by a choice of them, and so are those that have more pipeline stages in all.
 inline constexpr std::size_t most_sets = 24;
+inline constexpr std::int32_t most_stages = 400;
+
+/// Cycles of all these sets together.
+[[nodiscard]] std::int32_t stages_of(const component_row& row, const std::vector<component_generics>& sets);
 
 /// Of all combinations a few in which every two values of two generics come together and every latency occurs; all of
-/// them where they are no more than `most_sets`. The same choice every time.
+/// them where they are no more than `most_sets` with `most_stages`. The same choice every time.
 [[nodiscard]] std::vector<component_generics> covering_sets(const component_row& row);
 
 /// "mantissa=32 shiftspeed=1", in the order of the row.

@@ -1,0 +1,32 @@
+#include "function_contract.h"
+
+namespace xfc::proof::promises {
+
+namespace {
+
+using kind = exact_value::kind;
+
+verdict check(const component_generics&, const component_operands& operands, bus_bits result) {
+    const bus_form form = bus_form::double_float;
+    const exact_value x = value_of(operands.aa, form, operand_coding::plain, 32);
+    if (x.is == kind::zero) {
+        return {.met = result == ieee_special(kind::infinity, true, form)};
+    }
+    if (x.is == kind::nan || x.negative) {
+        return {.met = result == ieee_special(kind::nan, false, form)};
+    }
+    if (x.is == kind::infinity) {
+        return {.met = result == ieee_special(kind::infinity, false, form)};
+    }
+    mpfr_number exact(160);
+    set_exactly(exact, x);
+    mpfr_log(exact, exact, MPFR_RNDN);
+    return within_ulps(exact, mpfr_signbit(static_cast<mpfr_srcptr>(exact)) != 0, form, result, 0.53);
+}
+
+}  // namespace
+
+extern const contract dp_log;
+const contract dp_log{.promise = "the natural logarithm within 0.53 ulp", .check = check};
+
+}  // namespace xfc::proof::promises
