@@ -23,8 +23,8 @@ using namespace xfc;
 struct reference {
     std::string_view name;
     long double (*function)(long double);
-    std::int32_t lowest_exponent;  ///< field of the operands, for three quarters of them
-    std::int32_t highest_exponent;
+    std::uint64_t lowest_exponent;  ///< field of the operands, for three quarters of them
+    std::uint64_t highest_exponent;
     bool positive;  ///< most operands
 };
 constexpr reference references[] = {
@@ -60,10 +60,9 @@ std::uint64_t fraction_of(std::uint64_t random, std::uint64_t choice) {
 std::uint64_t operand_of(const reference& expected, proof::random_source& random) {
     const std::uint64_t choice = random();
     const std::uint64_t fraction = fraction_of(random(), choice >> 32U);
-    const auto span = static_cast<std::uint64_t>(expected.highest_exponent - expected.lowest_exponent + 1);
-    const std::uint64_t exponent = choice % 4 == 0
-                                       ? (choice >> 2U) & exponent_ones
-                                       : static_cast<std::uint64_t>(expected.lowest_exponent) + (choice >> 2U) % span;
+    const std::uint64_t exponents = expected.highest_exponent - expected.lowest_exponent + 1;
+    const std::uint64_t exponent =
+        choice % 4 == 0 ? (choice >> 2U) & exponent_ones : expected.lowest_exponent + (choice >> 2U) % exponents;
     const bool sign = expected.positive ? (choice >> 14U & 63U) == 0 : (choice >> 14U & 1U) != 0;
     return (std::uint64_t{sign} << 63U) | (exponent << fraction_bits) | fraction;
 }
