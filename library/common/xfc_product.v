@@ -3,6 +3,7 @@
 // are added in blocks of four digits, blocks in pairs, pairs in quads, and quads at last. With synthesize 1 it is one
 // product that tools put into multiplier blocks, with the same borders.
 //   step recode:  digits of b; the lowest row, whose digit takes no carry
+//   step twos:    the sums of two rows
 //   step rows:    the sum of four rows for each block
 //   step pairs:   the sum of two blocks
 //   step quads:   the sum of two pairs
@@ -13,7 +14,8 @@ module xfc_product
     parameter recode_border = 1,    // 1: a register behind the step
     parameter rows_border = 1,
     parameter pairs_border = 0,
-    parameter quads_border = 0)
+    parameter quads_border = 0,
+    parameter twos_border = 0)
   (input sysclk, enable,
    input [width-1:0] a,
    input [width-1:0] b,
@@ -32,8 +34,9 @@ module xfc_product
       xfc_register #(width, recode_border) recode_0 (sysclk, enable, a, recode_a);
       xfc_register #(width, recode_border) recode_1 (sysclk, enable, b, recode_b);
       wire [2*width-1:0] product_d = $signed(recode_a) * $signed(recode_b);
-      wire [2*width-1:0] rows_product, pairs_product;
-      xfc_register #(2 * width, rows_border) rows_0 (sysclk, enable, product_d, rows_product);
+      wire [2*width-1:0] twos_product, rows_product, pairs_product;
+      xfc_register #(2 * width, twos_border) twos_0 (sysclk, enable, product_d, twos_product);
+      xfc_register #(2 * width, rows_border) rows_0 (sysclk, enable, twos_product, rows_product);
       xfc_register #(2 * width, pairs_border) pairs_0 (sysclk, enable, rows_product, pairs_product);
       xfc_register #(2 * width, quads_border) quads_0 (sysclk, enable, pairs_product, product);
     end else begin : written_out
@@ -59,8 +62,9 @@ module xfc_product
       for (i = 0; i < 8; i = i + 1) begin : rows
         if (i < blocks) begin : used
           localparam count = i == blocks - 1 ? digits - 4 * i : 4;
-          xfc_product_rows #(width, count) add_rows
-            (recode_a, first, i == 0 ? 1'b1 : 1'b0, codes[8*i+:2*count], i == blocks - 1 ? minus_two : 1'b0,
+          xfc_product_rows #(width, count, twos_border) add_rows
+            (sysclk, enable, recode_a, first, i == 0 ? 1'b1 : 1'b0, codes[8*i+:2*count],
+             i == blocks - 1 ? minus_two : 1'b0,
              blocks_d[block_bits*i+:block_bits], short_d[i]);
         end else begin : absent
           assign blocks_d[block_bits*i+:block_bits] = {block_bits{1'b0}};

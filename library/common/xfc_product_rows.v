@@ -1,11 +1,13 @@
 // Adds up to four rows of a product: row j is one of -a, 0, a and 2a, or -2a for the last one, times 4 ** j. A digit
 // is coded as its value plus 1. A negative row is a ones' complement, and what it misses comes in as the carry of the
 // adder that takes the row in; for the lowest row that is the adder behind this part, told by `one_short`. One look-up
-// table a bit of a row, one carry chain for two rows.
+// table a bit of a row, one carry chain for two rows. A register may stand behind the sums of two rows.
 module xfc_product_rows
   #(parameter width  = 32,   // bits of a, two's complement
-    parameter digits = 4)    // rows, 1 to 4
-  (input [width-1:0] a,
+    parameter digits = 4,    // rows, 1 to 4
+    parameter twos_border = 0)
+  (input sysclk, enable,
+   input [width-1:0] a,
    input [width:0] first,            // what row 0 is instead when has_first is 1; it misses nothing
    input has_first,
    input [2*digits-1:0] codes,       // lowest digit in the lowest bits
@@ -35,10 +37,13 @@ module xfc_product_rows
     end
   endgenerate
 
-  wire [width+3:0] lower, upper;
-  xfc_add_shifted #(width + 1, 2, width + 4) add_lower (rows[0+:width+1], rows[width+1+:width+1], short[1], lower);
+  wire [width+3:0] lower_d, upper_d, lower, upper;
+  wire upper_short;
+  xfc_add_shifted #(width + 1, 2, width + 4) add_lower (rows[0+:width+1], rows[width+1+:width+1], short[1], lower_d);
   xfc_add_shifted #(width + 1, 2, width + 4) add_upper
-    (rows[2*(width+1)+:width+1], rows[3*(width+1)+:width+1], short[3], upper);
-  xfc_add_shifted #(width + 4, 4, width + 8) add_both (lower, upper, short[2], sum);
-  assign one_short = short[0];
+    (rows[2*(width+1)+:width+1], rows[3*(width+1)+:width+1], short[3], upper_d);
+  xfc_register #(width + 4, twos_border) twos_0 (sysclk, enable, lower_d, lower);
+  xfc_register #(width + 4, twos_border) twos_1 (sysclk, enable, upper_d, upper);
+  xfc_register #(2, twos_border) twos_2 (sysclk, enable, {short[2], short[0]}, {upper_short, one_short});
+  xfc_add_shifted #(width + 4, 4, width + 8) add_both (lower, upper, upper_short, sum);
 endmodule

@@ -1,14 +1,16 @@
 -- Adds up to four rows of a product: row j is one of -a, 0, a and 2a, or -2a for the last one, times 4 ** j. A digit
 -- is coded as its value plus 1. A negative row is a ones' complement, and what it misses comes in as the carry of the
 -- adder that takes the row in; for the lowest row that is the adder behind this part, told by `one_short`. One look-up
--- table a bit of a row, one carry chain for two rows.
+-- table a bit of a row, one carry chain for two rows. A register may stand behind the sums of two rows.
 library ieee;
 use ieee.std_logic_1164.all;
 
 entity xfc_product_rows is
   generic (width  : positive;    -- bits of a, two's complement
-           digits : positive);   -- rows, 1 to 4
-  port (a         : in std_logic_vector(width - 1 downto 0);
+           digits : positive;    -- rows, 1 to 4
+           twos_border : natural := 0);
+  port (sysclk, enable : in std_logic;
+        a         : in std_logic_vector(width - 1 downto 0);
         first     : in std_logic_vector(width downto 0);   -- what row 0 is when has_first is 1; it misses nothing
         has_first : in std_logic;
         codes     : in std_logic_vector(2 * digits - 1 downto 0);   -- lowest digit in the lowest bits
@@ -22,7 +24,8 @@ architecture rtl of xfc_product_rows is
   type row_list is array (0 to 3) of row_bits;
   signal rows : row_list;
   signal short : std_logic_vector(3 downto 0);             -- rows that miss their unit
-  signal lower, upper : std_logic_vector(width + 3 downto 0);
+  signal lower_d, upper_d, lower, upper : std_logic_vector(width + 3 downto 0);
+  signal two_short_d, two_short : std_logic_vector(1 downto 0);
 begin
   assert digits <= 4 report "xfc_product_rows: digits is 1 to 4" severity failure;
 
@@ -62,10 +65,14 @@ begin
   end process;
 
   add_lower : entity work.xfc_add_shifted generic map (width + 1, 2, width + 4)
-    port map (rows(0), rows(1), short(1), lower);
+    port map (rows(0), rows(1), short(1), lower_d);
   add_upper : entity work.xfc_add_shifted generic map (width + 1, 2, width + 4)
-    port map (rows(2), rows(3), short(3), upper);
+    port map (rows(2), rows(3), short(3), upper_d);
+  two_short_d <= short(2) & short(0);
+  twos_0 : entity work.xfc_register generic map (width + 4, twos_border) port map (sysclk, enable, lower_d, lower);
+  twos_1 : entity work.xfc_register generic map (width + 4, twos_border) port map (sysclk, enable, upper_d, upper);
+  twos_2 : entity work.xfc_register generic map (2, twos_border) port map (sysclk, enable, two_short_d, two_short);
   add_both : entity work.xfc_add_shifted generic map (width + 4, 4, width + 8)
-    port map (lower, upper, short(2), sum);
-  one_short <= short(0);
+    port map (lower, upper, two_short(1), sum);
+  one_short <= two_short(0);
 end rtl;

@@ -29,7 +29,8 @@ module xfc_divfp2x_digit
   wire [rows_bits-1:0] rows_d;
   wire short_d;
   xfc_product_rows #(divisor_bits + 1, 4) subtract
-    ({1'b0, b}, {divisor_bits+2{1'b0}}, 1'b0, codes[digit_bits-1:0], codes[digit_bits], rows_d, short_d);
+    (sysclk, enable, {1'b0, b}, {divisor_bits+2{1'b0}}, 1'b0, codes[digit_bits-1:0], codes[digit_bits], rows_d,
+     short_d);
   wire [digit_bits-1:0] digit = remainder[point-shift+digit_bits-1:point-shift];
   wire [quotient_bits:0] quotient_sum =            // a bit below carries the rounding in
     {quotient[quotient_bits-shift-1:0], {shift{1'b0}}, 1'b1} +

@@ -54,7 +54,8 @@ begin
   -- rows
   extended <= '0' & b;
   subtract : entity work.xfc_product_rows generic map (divisor_bits + 1, 4)
-    port map (extended, no_first, '0', codes(digit_bits - 1 downto 0), codes(digit_bits), rows_d, short_d(0));
+    port map (sysclk, enable, extended, no_first, '0', codes(digit_bits - 1 downto 0), codes(digit_bits), rows_d,
+              short_d(0));
   digit_and_half <= remainder(point - shift + digit_bits - 1 downto point - shift - 1);
   moved_quotient <= quotient(quotient_bits - shift - 1 downto 0) & zeros & '1';   -- a bit below carries the rounding in
   quotient_sum <= std_logic_vector(signed(moved_quotient) + resize(signed(digit_and_half), quotient_bits + 1));

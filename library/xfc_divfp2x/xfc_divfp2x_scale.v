@@ -16,7 +16,8 @@ module xfc_divfp2x_scale
   wire [product_bits-1:0] rows_d;
   wire short_d;
   xfc_product_rows #(number_bits + 1, 4) add_rows
-    ({1'b0, number}, {number_bits+2{1'b0}}, 1'b0, row[digit_bits-1:0], row[digit_bits], rows_d, short_d);
+    (sysclk, enable, {1'b0, number}, {number_bits+2{1'b0}}, 1'b0, row[digit_bits-1:0], row[digit_bits], rows_d,
+     short_d);
   wire [number_bits+1:0] triple_d = {2'b00, number} + {1'b0, number, 1'b0};
 
   wire [product_bits-1:0] rows;

@@ -31,7 +31,8 @@ begin
   -- scale
   extended <= '0' & number;
   add_rows : entity work.xfc_product_rows generic map (number_bits + 1, 4)
-    port map (extended, no_first, '0', row(digit_bits - 1 downto 0), row(digit_bits), rows_d, short_d(0));
+    port map (sysclk, enable, extended, no_first, '0', row(digit_bits - 1 downto 0), row(digit_bits), rows_d,
+              short_d(0));
   triple_d <= std_logic_vector(resize(unsigned(number), number_bits + 2) + unsigned(extended & '0'));
 
   scale_0 : entity work.xfc_register generic map (product_bits, scale_border) port map (sysclk, enable, rows_d, rows);

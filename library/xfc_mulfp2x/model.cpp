@@ -31,7 +31,7 @@ bus_bits xfc_mulfp2x(const component_generics& generics, const component_operand
     const bool sat = !nan && (a_flags.sat || b_flags.sat);
     const bool zip = !nan && !sat && (a_zero || b_zero);
 
-    // rows, pairs, quads, sum
+    // twos, pairs, quads, sum
     const bus_bits hidden_one = bus_bits{1} << static_cast<unsigned>(double_fraction_bits);
     const bus_bits product = ((a_mantissa & low_ones(double_fraction_bits)) | hidden_one) *
                              ((b_mantissa & low_ones(double_fraction_bits)) | hidden_one);

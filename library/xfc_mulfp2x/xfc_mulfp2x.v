@@ -5,8 +5,8 @@
 // is infinite. roundconvert, doublespeed, outputpipe and device say how many cycles there are; roundnormalize and
 // doubleaccuracy change nothing.
 //   step recode:  digits of bb; exponents; flags
-//   step rows:    sums of four rows of the product
-//   step pairs:   sums of eight rows
+//   step twos:    sums of two rows of the product
+//   step pairs:   sums of four and of eight rows
 //   step quads:   sums of sixteen rows
 //   step sum:     the product
 //   step decide:  shift, what is kept, in adder form complemented for a negative product; whether it gets a unit
@@ -14,7 +14,7 @@
 //   step carry:   upper half
 //   step settle:  the fields; range and flags
 // Latency 7 - 2 * device + roundconvert * (1 + doublespeed) cycles with ieeeoutput, 7 - 2 * device with multoutput,
-// 6 - 2 * device + (roundconvert == 1 ? 1 + doublespeed : outputpipe) with xoutput, 2 to 9: registers behind rows and
+// 6 - 2 * device + (roundconvert == 1 ? 1 + doublespeed : outputpipe) with xoutput, 2 to 9: registers behind twos and
 // settle; with more cycles also behind sum, quads, recode, decide, pairs, round, carry, in this order. With synthesize
 // 1 the product is made of multiplier blocks.
 module xfc_mulfp2x
@@ -75,10 +75,10 @@ module xfc_mulfp2x
   xfc_register #(4, recode_border) recode_0 (sysclk, enable, recode_marks_d, recode_marks);
   xfc_register #(exponent_bits + 1, recode_border) recode_1 (sysclk, enable, both_exponents_d, both_exponents);
 
-  // rows, pairs, quads, sum
-  wire [wide_bits-1:0] rows_exponent_d = {1'b0, both_exponents} - bias[wide_bits-1:0];
+  // twos, pairs, quads, sum
+  wire [wide_bits-1:0] twos_exponent_d = {1'b0, both_exponents} - bias[wide_bits-1:0];
   wire [2*mantissa-1:0] product_d;
-  xfc_product #(mantissa, synthesize, recode_border, 1, pairs_border, quads_border) multiply
+  xfc_product #(mantissa, synthesize, recode_border, 0, pairs_border, quads_border, 1) multiply
     (sysclk, enable, {2'b01, aa[fraction_bits+exponent_bits:exponent_bits+1]},
      {2'b01, bb[fraction_bits+exponent_bits:exponent_bits+1]}, product_d);
 
@@ -86,7 +86,7 @@ module xfc_mulfp2x
   wire [top:0] product;
   xfc_registers #(4, 1 + pairs_border + quads_border + sum_border) sum_0 (sysclk, enable, recode_marks, marks);
   xfc_registers #(wide_bits, 1 + pairs_border + quads_border + sum_border) sum_1
-    (sysclk, enable, rows_exponent_d, exponent);
+    (sysclk, enable, twos_exponent_d, exponent);
   xfc_register #(top + 1, sum_border) sum_2 (sysclk, enable, product_d[top:0], product);
   wire unused_signs = &{1'b0, product_d[2*mantissa-1:top+1]};
 

@@ -5,8 +5,8 @@
 -- is infinite. roundconvert, doublespeed, outputpipe and device say how many cycles there are; roundnormalize and
 -- doubleaccuracy change nothing.
 --   step recode:  digits of bb; exponents; flags
---   step rows:    sums of four rows of the product
---   step pairs:   sums of eight rows
+--   step twos:    sums of two rows of the product
+--   step pairs:   sums of four and of eight rows
 --   step quads:   sums of sixteen rows
 --   step sum:     the product
 --   step decide:  shift, what is kept, in adder form complemented for a negative product; whether it gets a unit
@@ -14,7 +14,7 @@
 --   step carry:   upper half
 --   step settle:  the fields; range and flags
 -- Latency 7 - 2 * device + roundconvert * (1 + doublespeed) cycles with ieeeoutput, 7 - 2 * device with multoutput,
--- 6 - 2 * device + (roundconvert == 1 ? 1 + doublespeed : outputpipe) with xoutput, 2 to 9: registers behind rows and
+-- 6 - 2 * device + (roundconvert == 1 ? 1 + doublespeed : outputpipe) with xoutput, 2 to 9: registers behind twos and
 -- settle; with more cycles also behind sum, quads, recode, decide, pairs, round, carry, in this order. With synthesize
 -- 1 the product is made of multiplier blocks.
 library ieee;
@@ -72,8 +72,8 @@ architecture rtl of xfc_mulfp2x is
   signal recode_marks_d, recode_marks, marks : mark_field;
   signal both_exponents_d, both_exponents : std_logic_vector(exponent_bits downto 0);
 
-  -- rows, pairs, quads, sum
-  signal rows_exponent_d, exponent : wide_exponent;
+  -- twos, pairs, quads, sum
+  signal twos_exponent_d, exponent : wide_exponent;
   signal product_d : std_logic_vector(2 * mantissa - 1 downto 0);
   signal product : std_logic_vector(top downto 0);
 
@@ -124,18 +124,18 @@ begin
   recode_1 : entity work.xfc_register generic map (exponent_bits + 1, recode_border)
     port map (sysclk, enable, both_exponents_d, both_exponents);
 
-  -- rows, pairs, quads, sum
-  rows_exponent_d <= std_logic_vector(resize(unsigned(both_exponents), wide_bits) - bias);
+  -- twos, pairs, quads, sum
+  twos_exponent_d <= std_logic_vector(resize(unsigned(both_exponents), wide_bits) - bias);
   a_significand <= "01" & aa(fraction_bits + exponent_bits downto exponent_bits + 1);
   b_significand <= "01" & bb(fraction_bits + exponent_bits downto exponent_bits + 1);
   multiply : entity work.xfc_product
-    generic map (mantissa, synthesize, recode_border, 1, pairs_border, quads_border)
+    generic map (mantissa, synthesize, recode_border, 0, pairs_border, quads_border, 1)
     port map (sysclk, enable, a_significand, b_significand, product_d);
 
   sum_0 : entity work.xfc_registers generic map (4, 1 + pairs_border + quads_border + sum_border)
     port map (sysclk, enable, recode_marks, marks);
   sum_1 : entity work.xfc_registers generic map (wide_bits, 1 + pairs_border + quads_border + sum_border)
-    port map (sysclk, enable, rows_exponent_d, exponent);
+    port map (sysclk, enable, twos_exponent_d, exponent);
   sum_2 : entity work.xfc_register generic map (top + 1, sum_border)
     port map (sysclk, enable, product_d(top downto 0), product);
 
