@@ -19,6 +19,11 @@ std::vector<std::string> header_of(const compilation_state& state, const design_
     }
     command += line.mantissa != 32 ? " --mantissa " + std::to_string(line.mantissa) : "";
     command += line.low_latency ? " --low-latency" : "";
+    command += line.fast_reciprocal ? " --fast-reciprocal" : "";
+    for (const library_option_row& row : library_option_rows()) {
+        const std::string& word = line.*row.word;
+        command += word.empty() ? "" : " " + std::string(row.name) + " " + word;
+    }
     command += line.c_constants ? " --c-constants" : "";
     return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
             "Latency " + std::to_string(state.times->latency) +
@@ -89,7 +94,8 @@ int build(const command_line& line, std::ostream& out, std::ostream& error, bool
     }
     const bool done = result && write_files(line.folder, result->files, messages);
     if (line.json) {
-        out << report_json(done ? &*state.current : nullptr, messages, places, line.source);
+        out << report_json(done ? &*state.current : nullptr, done ? std::optional(state.times->latency) : std::nullopt,
+                           messages, places, line.source);
     } else {
         error << rendered(messages, places, colour);
         if (done) {

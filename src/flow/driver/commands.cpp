@@ -1,6 +1,7 @@
 #include "flow/driver/commands.h"
 
 #include <ostream>
+#include <utility>
 
 #include "flow/driver/build.h"
 #include "flow/driver/options.h"
@@ -27,18 +28,21 @@ int check(const command_line& line, std::ostream& out, std::ostream& error, bool
             dumped = dump_behind(stage, now);
         }
     });
-    const program* what = accepted ? &*state.current : nullptr;
+    const std::optional<std::int32_t> latency = accepted ? latency_of(state) : std::nullopt;
+    if (latency) {
+        std::swap(state.current->values, *state.followed);  // operations are told as C has them
+    }
     if (line.json) {
-        out << report_json(what, messages, places, line.source);
+        out << report_json(latency ? &*state.current : nullptr, latency, messages, places, line.source);
     } else {
         error << rendered(messages, places, colour);
         if (!line.dump.empty()) {
             out << dumped;
-        } else if (accepted) {
-            out << report_text(*what, line.source);
+        } else if (latency) {
+            out << report_text(*state.current, *latency, line.source);
         }
     }
-    return accepted ? 0 : 1;
+    return latency ? 0 : 1;
 }
 
 using command_function = int (*)(const command_line&, std::ostream&, std::ostream&, bool);
@@ -48,7 +52,8 @@ struct runnable {
     command_function run;
 };
 
-constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}, {"synth", synth}};
+constexpr runnable runnables[] = {
+    {"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}, {"synth", synth}};
 
 }  // namespace
 

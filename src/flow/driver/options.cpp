@@ -154,6 +154,48 @@ const option_row options[] = {
      .commands = "check build simulate view synth",
      .choices = "",
      .flag = &command_line::low_latency},
+    {.name = "--fast-reciprocal",
+     .value = "",
+     .text = "1 / x and 1 / sqrt(x) use the reciprocal components: fewer cycles, less well rounded",
+     .commands = "check build simulate view synth",
+     .choices = "",
+     .flag = &command_line::fast_reciprocal},
+    {.name = "--round-conversions",
+     .value = "MODE",
+     .text = "conversions to and from the forms inside round (on) or cut off",
+     .commands = "check build simulate view synth",
+     .choices = "on off",
+     .word = &command_line::round_conversions},
+    {.name = "--round-normalization",
+     .value = "MODE",
+     .text = "normalizations round (on) or leave a sticky bit",
+     .commands = "check build simulate view synth",
+     .choices = "on off",
+     .word = &command_line::round_normalization},
+    {.name = "--normalize-inputs",
+     .value = "MODE",
+     .text = "operands of single-precision multipliers are normalized fully (on) or by one bit alone",
+     .commands = "check build simulate view synth",
+     .choices = "on off",
+     .word = &command_line::normalize_inputs},
+    {.name = "--output-registers",
+     .value = "MODE",
+     .text = "a register behind components that could do without (on), which makes the clock fast",
+     .commands = "check build simulate view synth",
+     .choices = "on off",
+     .word = &command_line::output_registers},
+    {.name = "--shifter-registers",
+     .value = "MODE",
+     .text = "a register inside the alignment of sums (on), which makes the clock fast",
+     .commands = "check build simulate view synth",
+     .choices = "on off",
+     .word = &command_line::shifter_registers},
+    {.name = "--normalizer-speed",
+     .value = "LEVEL",
+     .text = "cycles of a normalization, 1 to 3; more make the clock fast",
+     .commands = "check build simulate view synth",
+     .choices = "1 2 3",
+     .word = &command_line::normalizer_speed},
     {.name = "--json",
      .value = "",
      .text = "print report and messages as JSON",
@@ -166,6 +208,15 @@ const option_row options[] = {
      .commands = "check build simulate view synth",
      .choices = "auto always never",
      .word = &command_line::colour},
+};
+
+constexpr library_option_row library_rows[] = {
+    {"--round-conversions", &command_line::round_conversions, &library_options::roundconvert},
+    {"--round-normalization", &command_line::round_normalization, &library_options::roundnormalize},
+    {"--normalize-inputs", &command_line::normalize_inputs, &library_options::inputnormalize},
+    {"--output-registers", &command_line::output_registers, &library_options::outputpipe},
+    {"--shifter-registers", &command_line::shifter_registers, &library_options::shiftspeed},
+    {"--normalizer-speed", &command_line::normalizer_speed, &library_options::normspeed},
 };
 
 constexpr std::string_view program_text = "Makes pipelined floating-point hardware of C programs.";
@@ -210,6 +261,7 @@ void add_option(CLI::App& app, const option_row& row, command_line& line) {
 
 }  // namespace
 
+std::span<const library_option_row> library_option_rows() { return library_rows; }
 std::span<const command_row> command_rows() { return commands; }
 std::span<const option_row> option_rows() { return options; }
 

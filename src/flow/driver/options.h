@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "components/library_options.h"
+
 namespace xfc::flow {
 
 /// Everything that the command line says. An option's row names the field that it fills.
@@ -15,19 +17,27 @@ struct command_line {
     std::string dump = {};  ///< the stage to show
     std::string colour = "auto";
     std::string languages = "both";
-    std::string folder = ".";    ///< where `build` writes
-    std::string file = {};       ///< what `view` writes; empty: the design's name
-    std::string name = {};       ///< of the design; empty: the program's
-    std::string simulator = {};  ///< empty: the first one installed; "none": the model alone
-    std::string inputs = {};     ///< a table of vectors; empty: random ones
-    std::string outputs = {};    ///< where the outputs go as such a table
-    std::string wave = {};       ///< where the waveforms go
+    std::string folder = ".";      ///< where `build` writes
+    std::string file = {};         ///< what `view` writes; empty: the design's name
+    std::string name = {};         ///< of the design; empty: the program's
+    std::string simulator = {};    ///< empty: the first one installed; "none": the model alone
+    std::string inputs = {};       ///< a table of vectors; empty: random ones
+    std::string outputs = {};      ///< where the outputs go as such a table
+    std::string wave = {};         ///< where the waveforms go
     std::string family = "ice40";  ///< of devices, to synthesise for
     int vectors = 1000;
     int seed = 1;
     int unroll = 100000;
     int mantissa = 32;
     bool low_latency = false;
+    bool fast_reciprocal = false;
+    // "on", "off" or a number for generics of the library; empty: as --low-latency says.
+    std::string round_conversions = {};
+    std::string round_normalization = {};
+    std::string normalize_inputs = {};
+    std::string output_registers = {};
+    std::string shifter_registers = {};
+    std::string normalizer_speed = {};
     bool c_constants = false;
     bool json = false;
     bool svg = false;
@@ -56,6 +66,20 @@ struct option_row {
     int command_line::*number = nullptr;
     std::vector<std::string> command_line::*list = nullptr;
 };
+
+/// An option that sets a generic of the library's components.
+struct library_option_row {
+    std::string_view name;
+    std::string command_line::*word;
+    std::int32_t library_options::*field;
+
+    /// What the word stands for.
+    [[nodiscard]] static std::int32_t value_of(std::string_view word) {
+        return word == "on" ? 1 : word == "off" ? 0 : word.front() - '0';
+    }
+};
+
+[[nodiscard]] std::span<const library_option_row> library_option_rows();
 
 [[nodiscard]] std::span<const command_row> command_rows();
 [[nodiscard]] std::span<const option_row> option_rows();

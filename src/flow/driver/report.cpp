@@ -68,7 +68,7 @@ json message_json(const diagnostic& message, const source_map& places) {
 
 }  // namespace
 
-std::string report_text(const program& what, std::string_view source) {
+std::string report_text(const program& what, std::int32_t latency, std::string_view source) {
     std::string text = what.name + " of " + std::string(source);
     text += what.style == top_style::function ? ", a function\n\n" : ", a whole file\n\n";
     std::size_t width = 0;
@@ -79,7 +79,7 @@ std::string report_text(const program& what, std::string_view source) {
     }
     append_ports(text, "input   ", what.values.inputs(), width);
     append_ports(text, "output  ", what.values.outputs(), width);
-    text += '\n';
+    text += "\n  latency " + std::to_string(latency) + (latency == 1 ? " cycle\n\n" : " cycles\n\n");
     const operation_counts counts = count_operations(what.values);
     for (const auto& [kind, count] : counts) {
         const std::string number = std::to_string(count);
@@ -92,14 +92,15 @@ std::string report_text(const program& what, std::string_view source) {
     return text;
 }
 
-std::string report_json(const program* what, const diagnostics& messages, const source_map& places,
-                        std::string_view source) {
+std::string report_json(const program* what, std::optional<std::int32_t> latency, const diagnostics& messages,
+                        const source_map& places, std::string_view source) {
     json report = {{"source", source}, {"accepted", what != nullptr}};
     if (what != nullptr) {
         report["name"] = what->name;
         report["style"] = what->style == top_style::function ? "function" : "whole file";
         report["inputs"] = ports_json(what->values.inputs());
         report["outputs"] = ports_json(what->values.outputs());
+        report["latency"] = latency.value_or(0);
         report["operations"] = json::array();
         for (const auto& [kind, count] : count_operations(what->values)) {
             report["operations"].push_back(

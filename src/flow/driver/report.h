@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "flow/diagnostics/diagnostics.h"
@@ -7,11 +9,12 @@
 
 namespace xfc::flow {
 
-/// What a person reads about a program: its name, its ports, how many operations of which kind.
-[[nodiscard]] std::string report_text(const program& what, std::string_view source);
+/// What a person reads about a program: its name, its ports, its latency in cycles, how many operations of which
+/// kind.
+[[nodiscard]] std::string report_text(const program& what, std::int32_t latency, std::string_view source);
 
 /// The same and the messages as JSON; without a program the messages alone.
-[[nodiscard]] std::string report_json(const program* what, const diagnostics& messages, const source_map& places,
-                                      std::string_view source);
+[[nodiscard]] std::string report_json(const program* what, std::optional<std::int32_t> latency,
+                                      const diagnostics& messages, const source_map& places, std::string_view source);
 
 }  // namespace xfc::flow

@@ -8,6 +8,7 @@
 #include "flow/graph/verifier.h"
 #include "flow/passes/expand.h"
 #include "flow/passes/options.h"
+#include "flow/passes/reciprocals.h"
 #include "flow/passes/select_components.h"
 
 namespace xfc::flow {
@@ -26,13 +27,20 @@ bool follow_program(compilation_state& state) {
 }
 
 bool expand(compilation_state& state) {
+    if (state.line.fast_reciprocal) {
+        state.current->values = use_reciprocals(state.current->values);
+    }
     state.followed = state.current->values;
     state.current->values = expand_operations(state.current->values);
     return true;
 }
 
 bool choose_components(compilation_state& state) {
-    const library_options options = default_library_options(state.line.low_latency, state.line.mantissa);
+    library_options options = default_library_options(state.line.low_latency, state.line.mantissa);
+    for (const library_option_row& row : library_option_rows()) {
+        const std::string& word = state.line.*row.word;
+        options.*row.field = word.empty() ? options.*row.field : library_option_row::value_of(word);
+    }
     state.made = select_components(state.current->values, options, state.messages);
     return state.made.has_value();
 }
@@ -98,6 +106,13 @@ std::string dump_behind(const stage_row& stage, const compilation_state& state) 
     }
     return stage.run == choose_components ? dump(*state.made, state.current->values)
                                           : dump(state.current->values, &state.places);
+}
+
+std::optional<std::int32_t> latency_of(compilation_state& state) {
+    if (!state.made && !(expand(state) && choose_components(state))) {
+        return std::nullopt;
+    }
+    return state.times ? state.times->latency : least_latency(*state.made);
 }
 
 bool run_stages(compilation_state& state, bool to_hardware,

@@ -40,6 +40,10 @@ struct stage_row {
 /// The state as text: values, components or cycles, whatever the stage has made.
 [[nodiscard]] std::string dump_behind(const stage_row& stage, const compilation_state& state);
 
+/// The cycles that the hardware of a program will have, without the schedule, which takes longer; nothing when it
+/// cannot be made.
+[[nodiscard]] std::optional<std::int32_t> latency_of(compilation_state& state);
+
 /// Runs the stages in order, those that make hardware only when asked to, the verifier behind each in debug and test
 /// builds; `behind` is told each stage's end.
 [[nodiscard]] bool run_stages(compilation_state& state, bool to_hardware,

@@ -108,13 +108,19 @@ private:
 
 }  // namespace
 
+std::int32_t least_latency(const design& made) {
+    const schedule soonest{.start = soonest_starts(made)};
+    std::int32_t latency = 1;
+    for (const node_id output : made.outputs) {
+        latency = std::max(latency, is_constant(made, output) ? 0 : ready_time(made, soonest, output));
+    }
+    return latency;
+}
+
 schedule balanced_schedule(const design& made) {
     schedule times;
     times.start = soonest_starts(made);
-    times.latency = 1;
-    for (const node_id output : made.outputs) {
-        times.latency = std::max(times.latency, is_constant(made, output) ? 0 : ready_time(made, times, output));
-    }
+    times.latency = least_latency(made);
     times.register_bits_soonest = bits_of_delays(made, times);
     times.start = balancing_flow(made, times.latency).solve();
     times.register_bits = bits_of_delays(made, times);

@@ -21,6 +21,9 @@ struct schedule {
     return times.start[id] + made[id].latency();
 }
 
+/// Cycles from the inputs to the outputs when everything starts as soon as it can, at least 1: what a schedule has.
+[[nodiscard]] std::int32_t least_latency(const design& made);
+
 /// Start cycles with the fewest register bits in delay lines at the least latency, one shared line for each bus. The
 /// starts solve a linear program, whose dual is a minimum-cost flow: a bus of w bits costs w for each cycle between its
 /// being ready and its last reader.

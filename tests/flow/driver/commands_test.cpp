@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -45,6 +46,8 @@ TEST(flow_commands, check_tells_ports_and_operations) {
                                "  input   b_im  single   float b_im\n"
                                "  output  p_re  single   float p_re\n"
                                "  output  p_im  single   float p_im\n"
+                               "\n"
+                               "  latency 17 cycles\n"
                                "\n"
                                "     1 add single\n"
                                "     1 subtract single\n"
@@ -164,6 +167,76 @@ TEST(flow_commands, the_report_and_the_messages_come_as_json_too) {
     const outcome refused = run_with({"check", "/nowhere.c", "--json"});
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(nlohmann::json::parse(refused.out)["accepted"], false);
+}
+
+TEST(flow_commands, check_tells_the_latency_that_build_reaches) {
+    for (const char* name : {"biquad.c", "dot_product.c", "normalize.c"}) {
+        const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_latency";
+        const auto checked = nlohmann::json::parse(run_with({"check", example(name), "--json"}).out);
+        const auto made =
+            nlohmann::json::parse(run_with({"build", example(name), "--json", "-o", folder.string()}).out);
+        EXPECT_EQ(checked["latency"], made["latency"]) << name;
+        EXPECT_GT(checked["latency"], 5) << name;
+        std::filesystem::remove_all(folder);
+    }
+}
+
+TEST(flow_commands, reciprocals_are_used_when_asked_for_alone) {
+    const std::filesystem::path source = std::filesystem::path(testing::TempDir()) / "xfcflow_reciprocal.c";
+    std::ofstream(source) << "#include <math.h>\nfloat f(float a, float b) { return 1.0f / a + 1.0f / sqrtf(b); }\n";
+    const std::string plain = run_with({"check", source.string(), "--dump", "components"}).out;
+    EXPECT_EQ(plain.find("fp_inv"), std::string::npos) << plain;
+    EXPECT_NE(plain.find("xfc_divfp1x"), std::string::npos);
+    const std::string fast = run_with({"check", source.string(), "--fast-reciprocal", "--dump", "components"}).out;
+    EXPECT_NE(fast.find("fp_inv single #"), std::string::npos) << fast;
+    EXPECT_NE(fast.find("fp_invsqr single #"), std::string::npos);
+    EXPECT_EQ(fast.find("xfc_divfp1x"), std::string::npos);
+}
+
+TEST(flow_commands, options_set_the_generics_of_the_components) {
+    const std::filesystem::path source = std::filesystem::path(testing::TempDir()) / "xfcflow_generics.c";
+    std::ofstream(source) << "float f(float a, float b) { return (a + b) * (a / b); }\n";
+    const auto dumped = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> words = {"check", source.string(), "--dump", "components"};
+        words.insert(words.end(), options.begin(), options.end());
+        return run_with(words).out;
+    };
+    const std::string plain = dumped({});
+    for (const char* generic :
+         {"roundconvert=1", "roundnormalize=1", "inputnormalize=1", "outputpipe=1", "shiftspeed=1", "normspeed=2"}) {
+        EXPECT_NE(plain.find(generic), std::string::npos) << generic << '\n' << plain;
+    }
+    const std::string set =
+        dumped({"--round-conversions", "off", "--round-normalization", "off", "--normalize-inputs", "off",
+                "--output-registers", "off", "--shifter-registers", "off", "--normalizer-speed", "1"});
+    for (const char* generic :
+         {"roundconvert=0", "roundnormalize=0", "inputnormalize=0", "outputpipe=0", "shiftspeed=0", "normspeed=1"}) {
+        EXPECT_NE(set.find(generic), std::string::npos) << generic << '\n' << set;
+    }
+    EXPECT_NE(dumped({"--low-latency", "--shifter-registers", "on"}).find("shiftspeed=1"), std::string::npos);
+    EXPECT_EQ(run_with({"check", source.string(), "--normalizer-speed", "4"}).status, 1);
+}
+
+TEST(flow_commands, two_compilations_side_by_side_give_the_same_bytes) {
+    const auto compiled = [](const char* name) {
+        return run_with({"check", example(name), "--dump", "schedule"}).out +
+               run_with({"check", example(name), "--json"}).out + run_with({"check", "/nowhere.c", "--json"}).out;
+    };
+    const std::string fir = compiled("fir.c");
+    const std::string biquad = compiled("biquad.c");
+    ASSERT_NE(fir, biquad);
+    std::vector<int> equal(2, 0);
+    constexpr int rounds = 10;
+    std::thread other([&] {
+        for (int round = 0; round < rounds; ++round) {
+            equal[0] += compiled("fir.c") == fir ? 1 : 0;
+        }
+    });
+    for (int round = 0; round < rounds; ++round) {
+        equal[1] += compiled("biquad.c") == biquad ? 1 : 0;
+    }
+    other.join();
+    EXPECT_EQ(equal, std::vector<int>(2, rounds));
 }
 
 TEST(flow_commands, a_stage_is_dumped) {
