@@ -157,6 +157,7 @@ std::vector<output_accuracy> accuracy_of(const accuracy_question& asked) {
         }
     }
     std::vector<output_accuracy> rows;
+    rows.reserve(counters.size());
     for (row_counter& counter : counters) {
         rows.push_back(counter.finished());
     }

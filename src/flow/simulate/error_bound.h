@@ -27,9 +27,9 @@ struct bounded_number {
     value_bound bound = {};
 };
 
-/// The bound of an operation's result from those of its operands. `result` has its number; C's own decisions have been
-/// taken for it. `mantissa`: bits inside chains of singles, 32 or 36.
-[[nodiscard]] value_bound bound_of(operation op, const bounded_number& result, std::span<const bounded_number> operands,
+/// The bound of an operation's result from those of its operands, `in`. `result` has its number; C's own decisions have
+/// been taken for it. `mantissa`: bits inside chains of singles, 32 or 36.
+[[nodiscard]] value_bound bound_of(operation op, const bounded_number& result, std::span<const bounded_number> in,
                                    std::int32_t mantissa);
 
 /// The bound of an input port's value: none, but subnormal numbers may be taken for zeros.

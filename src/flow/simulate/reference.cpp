@@ -302,6 +302,9 @@ bool is_defined(const value& one, std::span<const known_number> operands) {
             return true;
         case operation::copy_sign:  // the sign of what is no number
             return !std::isnan(number_of(operands[1]));
+        case operation::minimum:  // of zeros of both signs, either
+        case operation::maximum:
+            return number_of(operands[0]) != 0 || number_of(operands[1]) != 0 || operands[0].bits == operands[1].bits;
         case operation::divide:
         case operation::remainder:
             return one.format != number_format::integer ||

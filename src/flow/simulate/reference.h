@@ -54,7 +54,8 @@ private:
 };
 
 /// Whether C says what every operation gives: no conversion out of an integer's range, no shift too far, no quotient
-/// that does not fit, no sign of what is no number. A null pointer where nobody asks.
+/// that does not fit, no sign of what is no number, no larger one of zeros of both signs. A null pointer where nobody
+/// asks.
 [[nodiscard]] std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::uint64_t> inputs,
                                                    bool* defined = nullptr);
 

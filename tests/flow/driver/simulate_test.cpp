@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "flow/driver/commands.h"
@@ -218,6 +220,17 @@ TEST(progress, shows_nothing_without_a_terminal_or_for_short_work) {
         quick.show("work", 1, 2);
     }
     EXPECT_EQ(silent.str(), "");
+}
+
+TEST(progress, shows_how_far_long_work_is_and_goes_away) {
+    std::ostringstream terminal;
+    {
+        progress_bar bar(terminal, true);
+        std::this_thread::sleep_for(std::chrono::milliseconds(550));
+        bar.show("ghdl", 1, 2);
+        bar.show("ghdl", 2, 2);  // too soon to be drawn again
+    }
+    EXPECT_EQ(terminal.str(), "\r\x1b[K[############            ] 50 % ghdl\r\x1b[K");
 }
 
 TEST(processes, tell_their_status_and_what_they_said) {

@@ -208,6 +208,15 @@ TEST(c_outputs, knows_that_the_sign_of_what_is_no_number_is_open) {
     EXPECT_TRUE(judged(signs, {1.0F, 2.0F}, -1.0F).outside);
 }
 
+TEST(c_outputs, knows_that_the_larger_one_of_two_zeros_is_open) {
+    const graph larger = of_two(operation::maximum);
+    bool defined = true;
+    (void)c_outputs(larger, std::array{bits_of(0.0F), bits_of(-0.0F)}, &defined);
+    EXPECT_FALSE(defined);
+    (void)c_outputs(larger, std::array{bits_of(-0.0F), bits_of(-0.0F)}, &defined);
+    EXPECT_TRUE(defined);
+}
+
 TEST(c_outputs, says_where_c_says_nothing) {
     graph_writer w;
     const value_id a = w.input("a");
