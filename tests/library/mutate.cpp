@@ -29,8 +29,8 @@ struct fault_row {
 const fault_row faults[] = {
     {"a bound one higher", "", R"(\b(\w+) ?- ?1( downto |:))", "$1$2"},
     {"a bound one lower", "", R"(( downto |:)0([\])]))", "$011$2"},
-    {"a width one less", "", R"(\b([a-z_]+_bits|width|mantissa|levels) ?([-+]) ?1\b)", "$1 $2 2"},
-    {"a constant one more", "", R"(([-+<>=] ?)(\d)\b(?!'))", "$1$2 + 1"},
+    {"a width one less", "", R"(\b([a-z_]+_bits|width|mantissa|levels) ?([-+]) ?1\b(?!\{1.b))", "$1 $2 2"},
+    {"a constant one more", "", R"(([-+<>=] ?)(\d)\b(?!'|\{1))", "$1$2 + 1"},
     {"sum for difference", "", R"((\w) - ([a-z(]))", "$1 + $2"},
     {"difference for sum", "", R"((\w) \+ ([a-z(]))", "$1 - $2"},
     {"a register less", ".v", R"((xfc_registers? #\([^,]+), 1\))", "$1, 0)"},
@@ -220,7 +220,10 @@ int main(int argc, char** argv) {
     }
     fs::remove_all(wanted.work);
     fs::create_directories(wanted.work);
+    // Faults are planted in one copy and taken out of it by another one, whatever happens to the library meanwhile.
     fs::copy(wanted.library, wanted.work / "library", fs::copy_options::recursive);
+    fs::copy(wanted.library, wanted.work / "original", fs::copy_options::recursive);
+    wanted.library = wanted.work / "original";
 
     std::mt19937_64 random(wanted.seed);
     std::size_t tried = 0;
