@@ -42,6 +42,8 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL ${package_components})
 set(CPACK_PACKAGE_NAME xfc)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+# A package has its own summary, the first line of its description.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_VENDOR "xfc developers")
 set(CPACK_PACKAGE_CONTACT "xfc developers <xfc@xfc-project.example>")
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

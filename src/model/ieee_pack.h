@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
+
 #include "model/component_model.h"
 
-// The common part xfc_pack_ieee, for the models that deliver an IEEE number.
+// The common parts xfc_pack_ieee and xfc_scale_ieee, for the models that deliver an IEEE number.
 
 namespace xfc {
 
@@ -23,6 +25,24 @@ constexpr bus_bits pack_ieee(bus_form form, bool sign, bus_flags flags, std::int
         return signed_zero | (exponent_ones << fraction_bits);
     }
     return signed_zero | (static_cast<bus_bits>(exponent) << fraction_bits) | fraction;
+}
+
+/// aa times two to the power bb, a signed integer of 32 bits.
+constexpr bus_bits scale_ieee(bus_form form, const component_operands& operands) {
+    const bus_layout layout = layout_of(form, 0);
+    const std::int32_t limit = 1 << static_cast<unsigned>(layout.exponent.width() + 1);
+
+    // clamp
+    const auto scale = static_cast<std::int32_t>(sign_extended(operands.bb, 32));
+    const std::int32_t clamped = std::clamp(scale, -limit, limit - 1);
+    const bus_bits exponent = field(operands.aa, layout.exponent);
+    const bus_bits fraction = field(operands.aa, layout.mantissa);
+    const bool ones = exponent == low_ones(layout.exponent.width());
+    const bus_flags flags{.sat = ones && fraction == 0, .zip = exponent == 0, .nan = ones && fraction != 0};
+
+    // scale
+    return pack_ieee(form, bit(operands.aa, layout.sign - 1), flags, static_cast<std::int32_t>(exponent) + clamped,
+                     fraction);
 }
 
 }  // namespace xfc

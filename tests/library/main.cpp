@@ -1,8 +1,8 @@
 // Usage: prove_library LIBRARY BENCHES WORK [NAME...] [--vectors N] [--seed N] [--simulators LIST] [--formal]
 //                      [--all-sets]
 //        prove_library LIBRARY BENCHES WORK NAME --measured [GENERIC=VALUE...]
-// Proves the named components of the library, or all, for a choice of their sets of generics or for all of them; of all,
-// a row without a folder fails as well. LIST is of icarus, verilator, ghdl with commas, or none.
+// Proves the named components of the library, or all, for a choice of their sets of generics or for all of them; of
+// all, a row without a folder fails as well. LIST is of icarus, verilator, ghdl with commas, or none.
 
 #include <charconv>
 #include <exception>

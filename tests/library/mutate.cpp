@@ -1,12 +1,15 @@
 // Usage: mutate_library LIBRARY BENCHES WORK PROVER [NAME...] [--faults N] [--seed N] [--vectors N] [--only K]
 // Plants small faults in the hardware texts of the named components, or of all, one at a time in a copy of the library,
 // and has PROVER look for each with few vectors: Verilog in Icarus, VHDL in GHDL. Prints a line a fault and how many
-// were found; fails below 99 of 100. The same seed plants the same faults; --only K tries the K-th of them alone.
+// were found; fails below 99 of 100. What changes no bit of a result stands in BENCHES/equivalent_faults with the
+// reason, and does not count. The same seed plants the same faults; --only K tries the K-th of them alone.
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <random>
 #include <regex>
 #include <sstream>
@@ -29,8 +32,8 @@ struct fault_row {
 const fault_row faults[] = {
     {"a bound one higher", "", R"(\b(\w+) ?- ?1( downto |:))", "$1$2"},
     {"a bound one lower", "", R"(( downto |:)0([\])]))", "$011$2"},
-    {"a width one less", "", R"(\b([a-z_]+_bits|width|mantissa|levels) ?([-+]) ?1\b)", "$1 $2 2"},
-    {"a constant one more", "", R"(([-+<>=] ?)(\d)\b(?!'))", "$1$2 + 1"},
+    {"a width one less", "", R"(\b([a-z_]+_bits|width|mantissa|levels) ?([-+]) ?1\b(?!\{1.b))", "$1 $2 2"},
+    {"a constant one more", "", R"(([-+<>=] ?)(\d)\b(?!'|\{1))", "$1$2 + 1"},
     {"sum for difference", "", R"((\w) - ([a-z(]))", "$1 + $2"},
     {"difference for sum", "", R"((\w) \+ ([a-z(]))", "$1 - $2"},
     {"a register less", ".v", R"((xfc_registers? #\([^,]+), 1\))", "$1, 0)"},
@@ -77,8 +80,9 @@ std::vector<std::string> lines_of(const fs::path& path) {
 /// Whether a fault in this line could be seen: no declaration of ports, no check of generics, no comment alone.
 bool carries_hardware(const std::string& line) {
     static const std::regex passed_over(
-        R"(^\s*(--|//|library |use |entity |generic \(|port \(|end|module |#\(parameter|input |output |assert |if \(\(|)"
-        R"(parameter_missing|wire unused|localparam latency).*|.*(refused|assert|severity|_missing|: in std|: out std).*)");
+        R"(^\s*(--|//|library |use |entity |generic \(|port \(|end|module |#\(parameter|input |output |assert )"
+        R"(|if \(\(|parameter_missing|wire unused|localparam latency).*)"
+        R"(|.*(refused|assert|severity|_missing|: in std|: out std).*)");
     return !line.empty() && !std::regex_match(line, passed_over);
 }
 
@@ -146,6 +150,19 @@ std::vector<fs::path> texts_for(const fs::path& library, const std::string& name
     return texts;
 }
 
+std::string trimmed(const std::string& line) { return std::regex_replace(line, std::regex("^\\s+|\\s+$"), ""); }
+
+/// The faults that change nothing: "component | text | line with the fault | reason", without the last part.
+std::vector<std::string> equivalent_faults(const fs::path& list) {
+    std::vector<std::string> known;
+    for (const std::string& line : lines_of(list)) {
+        if (!line.empty() && line.front() != '#') {
+            known.push_back(line.substr(0, line.rfind(" | ")));
+        }
+    }
+    return known;
+}
+
 struct request {
     fs::path library, benches, work, prover;
     std::vector<std::string> names;
@@ -183,8 +200,8 @@ bool read_arguments(const std::vector<std::string>& arguments, request& wanted) 
     return true;
 }
 
-/// Whether the prover finds the fault in the copy of the library.
-bool is_found(const request& wanted, const std::string& name, const place& planted) {
+/// Whether the prover finds the fault in the copy of the library; nothing when it took too long.
+std::optional<bool> is_found(const request& wanted, const std::string& name, const place& planted) {
     const fs::path copy = wanted.work / "library";
     const fs::path text = copy / fs::relative(planted.text, wanted.library);
     std::vector<std::string> lines = lines_of(planted.text);
@@ -201,7 +218,9 @@ bool is_found(const request& wanted, const std::string& name, const place& plant
                                 (text.extension() == ".v" ? "icarus" : "ghdl");
     (void)proof::output_of(command, status);
     fs::copy_file(planted.text, text, fs::copy_options::overwrite_existing);
-    return status != 0;
+    constexpr int timed_out = 124;
+    const int exit_status = (status >> 8) & 255;
+    return exit_status == timed_out ? std::nullopt : std::optional(status != 0);
 }
 
 }  // namespace
@@ -220,11 +239,16 @@ int main(int argc, char** argv) {
     }
     fs::remove_all(wanted.work);
     fs::create_directories(wanted.work);
+    // Faults are planted in one copy and taken out of it by another one, whatever happens to the library meanwhile.
     fs::copy(wanted.library, wanted.work / "library", fs::copy_options::recursive);
+    fs::copy(wanted.library, wanted.work / "original", fs::copy_options::recursive);
+    wanted.library = wanted.work / "original";
 
     std::mt19937_64 random(wanted.seed);
+    const std::vector<std::string> equivalent = equivalent_faults(wanted.benches / "equivalent_faults");
     std::size_t tried = 0;
     std::size_t found = 0;
+    std::size_t without_effect = 0;
     for (std::size_t number = 1; number <= wanted.faults; ++number) {
         const std::string& name = wanted.names[random() % wanted.names.size()];
         std::vector<place> places;
@@ -236,14 +260,25 @@ int main(int argc, char** argv) {
             continue;
         }
         const place& planted = places[choice % places.size()];
-        const bool seen = is_found(wanted, name, planted);
-        ++tried;
+        const std::string text = fs::relative(planted.text, wanted.library).string();
+        const std::string faulty = trimmed(planted.faulty);
+        const std::optional<bool> judged = is_found(wanted, name, planted);
+        if (!judged) {
+            std::cout << number << " took too long: " << name << ", " << text << ':' << planted.line + 1 << '\n'
+                      << std::flush;
+            continue;
+        }
+        const bool seen = *judged;
+        const std::string described = name + " | " + text + " | " + faulty;
+        const bool known = std::find(equivalent.begin(), equivalent.end(), described) != equivalent.end();
+        tried += seen || !known ? 1U : 0U;
         found += seen ? 1U : 0U;
-        std::cout << number << (seen ? " found " : " SURVIVED ") << name << ", " << planted.what << ": "
-                  << fs::relative(planted.text, wanted.library).string() << ':' << planted.line + 1 << ": "
-                  << std::regex_replace(planted.faulty, std::regex("^\\s+"), "") << '\n'
+        without_effect += !seen && known ? 1U : 0U;
+        const char* const outcome = seen ? " found " : known ? " without effect " : " SURVIVED ";
+        std::cout << number << outcome << name << ", " << planted.what << ": " << text << ':' << planted.line + 1
+                  << ": " << faulty << '\n'
                   << std::flush;
     }
-    std::cout << found << " of " << tried << " found\n";
+    std::cout << found << " of " << tried << " found, " << without_effect << " others without effect\n";
     return found * 100 >= tried * 99 ? 0 : 1;
 }
