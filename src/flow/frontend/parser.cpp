@@ -270,7 +270,7 @@ struct parser::parts {
     std::unique_ptr<clang::Sema> sema;
     std::size_t tokens = 0;
     std::size_t brackets = 0;  ///< opened one behind the other, with nothing but names and numbers between
-    std::size_t logical = 0;   ///< && and || in one statement; the parser's time grows with their square
+    std::size_t chained = 0;   ///< operators and attributes one behind the other whose square the parser's time takes
     bool behind_ellipsis = false;
     bool stopped = false;
 
@@ -348,16 +348,19 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     const bool dimension = token.isOneOf(clang::tok::l_square, clang::tok::r_square, clang::tok::numeric_constant) ||
                            token.is(clang::tok::identifier);
     brackets = dimension ? brackets + (token.is(clang::tok::l_square) ? 1U : 0U) : 0U;
-    if (token.isOneOf(clang::tok::semi, clang::tok::l_brace, clang::tok::r_brace)) {
-        logical = 0;
+    using namespace clang::tok;
+    if (token.isOneOf(semi, l_brace, r_brace, comma)) {
+        chained = 0;
     }
-    logical += token.isOneOf(clang::tok::ampamp, clang::tok::pipepipe) ? 1U : 0U;
+    const bool chains = token.isOneOf(ampamp, pipepipe, less, greater, lessequal, greaterequal, equalequal,
+                                      exclaimequal, lessless, greatergreater, kw___attribute);
+    chained += chains ? 1U : 0U;
     const bool large_range =
         behind_ellipsis && token.is(clang::tok::numeric_constant) && token.getLength() > longest_range;
     behind_ellipsis = token.is(clang::tok::ellipsis);
     if (large_range) {
         stop_at(token.getLocation(), message_id::large_range, {std::to_string(longest_range)});
-    } else if (stack.exhausted() || brackets > most_dimensions || logical > most_logical) {
+    } else if (stack.exhausted() || brackets > most_dimensions || chained > most_chained) {
         stop_at(token.getLocation(), message_id::nesting_too_deep);
     } else if (!token.isAnnotation() && token.getLength() > longest_token) {
         stop_at(token.getLocation(), message_id::token_too_long, {std::to_string(longest_token)});

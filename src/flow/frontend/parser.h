@@ -37,7 +37,7 @@ inline constexpr std::size_t longest_token = 1000;       ///< characters
 inline constexpr std::size_t most_tokens = 10000000;     ///< behind the preprocessor
 inline constexpr std::size_t most_warnings = 50;         ///< of C
 inline constexpr std::size_t most_dimensions = 200;      ///< and subscripts of one name
-inline constexpr std::size_t most_logical = 5000;        ///< && and || in one statement
+inline constexpr std::size_t most_chained = 5000;        ///< logical operators, comparisons, shifts between two commas
 inline constexpr std::size_t longest_range = 5;          ///< digits of the end of a range of designators
 inline constexpr std::size_t most_expansions = 5000000;  ///< of macros
 
