@@ -26,7 +26,7 @@ struct host_results {
     std::vector<std::vector<std::uint64_t>> outputs = {};
     std::string compiler = {};
     bool undeclared_calls = false;  ///< functions without a declaration, which C takes for doubles
-    std::string why_not = {};  ///< a sentence when there are no results
+    std::string why_not = {};       ///< a sentence when there are no results
 };
 
 /// Compiles the program with the first C compiler on the search path, in `folder`, without contraction of products and

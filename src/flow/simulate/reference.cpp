@@ -28,6 +28,18 @@ struct exact_row {
 };
 
 int inverse_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t round) { return mpfr_ui_div(to, 1, from, round); }
+/// As 1 / sqrt(x) has it, with the sign of a zero.
+int inverse_root_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t round) {
+    if (mpfr_zero_p(from) != 0) {
+        mpfr_set_inf(to, mpfr_signbit(from) != 0 ? -1 : 1);
+        return 0;
+    }
+    return mpfr_rec_sqrt(to, from, round);
+}
+/// What is not a number is positive, as the library delivers it; MPFR leaves its sign open.
+int with_sign_of(mpfr_ptr to, mpfr_srcptr from, mpfr_srcptr sign, mpfr_rnd_t round) {
+    return mpfr_nan_p(sign) != 0 ? mpfr_abs(to, from, round) : mpfr_copysign(to, from, sign, round);
+}
 int floor_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_floor(to, from); }
 int ceiling_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_ceil(to, from); }
 int whole_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_trunc(to, from); }
@@ -40,12 +52,12 @@ constexpr exact_row exact_rows[] = {
     {operation::divide, nullptr, mpfr_div},
     {operation::minimum, nullptr, mpfr_min},
     {operation::maximum, nullptr, mpfr_max},
-    {operation::copy_sign, nullptr, mpfr_copysign},
+    {operation::copy_sign, nullptr, with_sign_of},
     {operation::negate, mpfr_neg},
     {operation::absolute, mpfr_abs},
     {operation::square_root, mpfr_sqrt},
     {operation::inverse, inverse_of},
-    {operation::inverse_square_root, mpfr_rec_sqrt},
+    {operation::inverse_square_root, inverse_root_of},
     {operation::exponential, mpfr_exp},
     {operation::logarithm, mpfr_log},
     {operation::exponential_2, mpfr_exp2},

@@ -206,7 +206,7 @@ constexpr std::string_view no_number =
     "FOLDER/in.csv:2:3: error: 'two' is no single number [csv-number]\n"
     "    2 | 1,two\n"
     "      |   ^~~\n"
-    "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits\n";
+    "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits, booleans are 0 or 1\n";
 constexpr std::string_view same_file =
     "xfcflow: error: 'FOLDER/in.csv' would be written over what is read [same-file]\n"
     "      hint: choose another name\n";
