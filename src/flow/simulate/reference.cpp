@@ -36,10 +36,6 @@ int inverse_root_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t round) {
     }
     return mpfr_rec_sqrt(to, from, round);
 }
-/// What is not a number is positive, as the library delivers it; MPFR leaves its sign open.
-int with_sign_of(mpfr_ptr to, mpfr_srcptr from, mpfr_srcptr sign, mpfr_rnd_t round) {
-    return mpfr_nan_p(sign) != 0 ? mpfr_abs(to, from, round) : mpfr_copysign(to, from, sign, round);
-}
 int floor_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_floor(to, from); }
 int ceiling_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_ceil(to, from); }
 int whole_of(mpfr_ptr to, mpfr_srcptr from, mpfr_rnd_t) { return mpfr_trunc(to, from); }
@@ -52,7 +48,7 @@ constexpr exact_row exact_rows[] = {
     {operation::divide, nullptr, mpfr_div},
     {operation::minimum, nullptr, mpfr_min},
     {operation::maximum, nullptr, mpfr_max},
-    {operation::copy_sign, nullptr, with_sign_of},
+    {operation::copy_sign, nullptr, mpfr_copysign},
     {operation::negate, mpfr_neg},
     {operation::absolute, mpfr_abs},
     {operation::square_root, mpfr_sqrt},

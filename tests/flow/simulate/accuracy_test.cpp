@@ -117,12 +117,6 @@ TEST(bounds, want_the_class_that_c_has) {
     EXPECT_TRUE(judged(of_one(operation::inverse_square_root), {-0.0F}, INFINITY).outside);
 }
 
-TEST(bounds, take_what_is_no_number_for_positive_where_its_sign_is_copied) {
-    EXPECT_FALSE(judged(of_two(operation::copy_sign), {-2.0F, NAN}, 2.0F).outside);
-    EXPECT_TRUE(judged(of_two(operation::copy_sign), {-2.0F, NAN}, -2.0F).outside);
-    EXPECT_FALSE(judged(of_two(operation::copy_sign), {2.0F, -1.0F}, -2.0F).outside);
-}
-
 TEST(bounds, of_a_choice_are_those_of_the_side_that_is_taken_unless_it_is_open) {
     graph_writer w;
     const value_id a = w.input("a");
