@@ -97,7 +97,7 @@ install(FILES ${packaging_dir}/components.md.gz DESTINATION ${components_docdir}
 # --- xfcflow: program, header, and the manual and completion that the program itself prints
 
 if(XFC_FLOW)
-    install(TARGETS xfcflow RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT xfcflow)
+    install(TARGETS xfcflow EXPORT xfcflowTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT xfcflow)
     install(FILES include/xfc.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT xfcflow)
 
     add_custom_command(
@@ -114,6 +114,18 @@ if(XFC_FLOW)
         VERBATIM)
     list(APPEND made_files ${packaging_dir}/xfcflow.bash-completion)
     install(FILES ${packaging_dir}/xfcflow.bash-completion DESTINATION ${completion_dir} RENAME xfcflow COMPONENT xfcflow)
+
+    set(flow_package_dir ${CMAKE_INSTALL_DATADIR}/cmake/xfcflow)
+    configure_package_config_file(cmake/xfcflowConfig.cmake.in ${packaging_dir}/xfcflowConfig.cmake
+        INSTALL_DESTINATION ${flow_package_dir} NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+    write_basic_package_version_file(${packaging_dir}/xfcflowConfigVersion.cmake
+        COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
+    install(EXPORT xfcflowTargets NAMESPACE xfcflow:: DESTINATION ${flow_package_dir} COMPONENT xfcflow)
+    install(FILES
+        ${packaging_dir}/xfcflowConfig.cmake
+        ${packaging_dir}/xfcflowConfigVersion.cmake
+        cmake/xfcflow_add_datapath.cmake
+        DESTINATION ${flow_package_dir} COMPONENT xfcflow)
 
     foreach(document IN ITEMS language accuracy)
         if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md)

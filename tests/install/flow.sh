@@ -23,6 +23,7 @@ check_flow() {
         says result
     fi
     fails "$prefix/bin/xfcflow" check missing.c
+    check_flow_rules
 
     if command -v cc >/dev/null; then
         printf '%s\n' '#include "scale.c"' '#include <stdio.h>' \
@@ -61,4 +62,51 @@ SCRIPT
     [ "$(completed xfcflow build --lang v | tr '\n' ' ')" = 'verilog vhdl ' ] || fail 'completion lacks the languages'
     [ "$(completed xfcflow build sca)" = scale.c ] || fail 'completion of xfcflow finds no source'
     cd "$folder" || return
+}
+
+# The rules for CMake and Make that docs/build-flows.md shows.
+check_flow_rules() {
+    project="$folder/flow project"
+    mkdir "$project"
+    {
+        printf '%s\n' 'cmake_minimum_required(VERSION 3.21)' 'project(designs LANGUAGES NONE)'
+        documented cmake 3
+        # shellcheck disable=SC2016
+        echo 'file(WRITE ${CMAKE_BINARY_DIR}/listed "${scale_hardware_OUTPUTS}|${scale_hardware_FILE_LISTS}")'
+    } >"$project/CMakeLists.txt"
+    echo '#define GAIN 3.0f' >"$project/gains.h"
+    printf '%s\n' '#include "gains.h"' 'float scale(float x) { return x * GAIN; }' >"$project/scale.c"
+    made="$project/build/scale"
+    passes cmake -G 'Unix Makefiles' -S "$project" -B "$project/build" -DCMAKE_PREFIX_PATH="$prefix"
+    [ "$(cat "$project/build/listed")" = "$made/scale.v|$made/scale_verilog.f" ] ||
+        fail "xfcflow_add_datapath lists $(cat "$project/build/listed")"
+    passes cmake --build "$project/build"
+    grep -q '^module scale$' "$made/scale.v" || fail 'scale.v has no module scale'
+    grep -q 'mantissa(36)' "$made/scale.v" || fail 'scale.v was not made with --mantissa 36'
+    [ ! -e "$made/scale.vhd" ] || fail 'VHDL was written though Verilog was asked for'
+    while read -r file; do
+        [ -s "$made/$file" ] || fail "$file of the list is not there"
+    done <"$made/scale_verilog.f"
+
+    mark "$made/scale.v"
+    passes cmake --build "$project/build"
+    expect_old "$made/scale.v"
+    tick
+    echo '#define GAIN 5.0f' >"$project/gains.h"
+    passes cmake --build "$project/build"
+    expect_new "$made/scale.v"
+    tick
+    echo 'float scale(float x) { goto end; end: return x; }' >"$project/scale.c"
+    fails cmake --build "$project/build"
+    fails cmake --build "$project/build"
+    says 'goto has no counterpart in a pipeline'
+
+    command -v make >/dev/null || return 0
+    rules=$temporary/flow_make
+    mkdir "$rules"
+    ln -s "$prefix/bin" "$temporary/flow_bin"
+    documented make 3 >"$rules/Makefile"
+    echo 'float twice(float x) { return x + x; }' >"$rules/twice.c"
+    passes make -C "$rules" XFCFLOW="$temporary/flow_bin/xfcflow" hardware/twice/datapath.json
+    grep -q '^module datapath$' "$rules/hardware/twice/datapath.v" || fail 'make made no module datapath'
 }

@@ -150,7 +150,8 @@ const option_row options[] = {
      .number = &command_line::mantissa},
     {.name = "--low-latency",
      .value = "",
-     .text = "the fewest cycles instead of the fastest clock; quotients and normalizations are truncated",
+     .text = "the fewest cycles instead of the fastest clock; quotients and normalizations "
+             "are truncated, below one unit instead of half a one",
      .commands = "check build simulate view synth",
      .choices = "",
      .flag = &command_line::low_latency},

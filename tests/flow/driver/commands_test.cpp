@@ -54,6 +54,28 @@ TEST(flow_commands, check_tells_ports_and_operations) {
                                "     4 multiply single\n");
 }
 
+TEST(flow_commands, structures_in_structures_and_arrays_of_arrays_are_ports_by_their_members) {
+    const outcome checked =
+        run_with({"check", std::string(SOURCE_FOLDER) + "/tests/flow/hdl/programs/nested_ports.c", "--json"});
+    ASSERT_EQ(checked.status, 0) << checked.error;
+    const auto report = nlohmann::json::parse(checked.out);
+    const auto names = [&](const char* way) {
+        std::vector<std::string> all;
+        for (const auto& port : report[way]) {
+            all.push_back(port["name"]);
+        }
+        return all;
+    };
+    const std::vector<std::string> inputs = {"b_low_x",    "b_low_y", "b_high_0_x", "b_high_0_y", "b_high_1_x",
+                                             "b_high_1_y", "b_tag",   "m_0_0",      "m_0_1",      "m_1_0",
+                                             "m_1_1",      "m_1_2",   "moved_x_in"};
+    const std::vector<std::string> outputs = {"moved_x_out",     "moved_y",         "result_centre_x",
+                                              "result_centre_y", "result_area_0_0", "result_area_0_1",
+                                              "result_area_1_0", "result_area_1_1"};
+    EXPECT_EQ(names("inputs"), inputs);
+    EXPECT_EQ(names("outputs"), outputs);
+}
+
 TEST(flow_commands, view_writes_a_page_a_picture_or_a_graph) {
     const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "xfcflow_view";
     std::filesystem::create_directories(folder);
