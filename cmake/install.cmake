@@ -58,7 +58,7 @@ install(FILES
     ${packaging_dir}/build-flows.md.gz
     DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT xfc)
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT xfc
-    FILES_MATCHING PATTERN "*.c" PATTERN "README.md")
+    FILES_MATCHING PATTERN "*.c" PATTERN "README.md" PATTERN "flow" EXCLUDE)
 
 # --- xfc: CMake package for find_package(xfc)
 
@@ -127,6 +127,8 @@ if(XFC_FLOW)
         cmake/xfcflow_add_datapath.cmake
         DESTINATION ${flow_package_dir} COMPONENT xfcflow)
 
+    install(DIRECTORY examples/flow/ DESTINATION ${flow_docdir}/examples COMPONENT xfcflow
+        FILES_MATCHING PATTERN "*.c" PATTERN "README.md")
     foreach(document IN ITEMS language accuracy)
         if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md)
             compress(${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md ${document}.md)

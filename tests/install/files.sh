@@ -28,6 +28,11 @@ check_files() {
         count=$((count + 1))
     done
     [ "$count" -gt 0 ] || fail 'there are no examples'
+    if [ -e "$build/xfcflow" ]; then
+        for example in "$source_folder"/examples/flow/*.c "$source_folder"/examples/flow/README.md; do
+            cmp "$example" "$prefix/share/doc/xfcflow/examples/${example##*/}" || fail "$example is not installed"
+        done
+    fi
 
     # Libraries, models and what belongs to the Debian packages only stay out.
     (cd "$prefix" && find . -type f) | grep -vxE \
@@ -35,7 +40,7 @@ check_files() {
         -e '\./share/man/man1/xfc\.1\.gz' \
         -e '\./share/bash-completion/completions/xfc' \
         -e '\./share/doc/xfc/(copyright|(changelog|README\.md|build-flows\.md)\.gz)' \
-        -e '\./share/doc/xfc/examples/(README\.md|.*\.c)' \
+        -e '\./share/doc/xfc/examples/(README\.md|[a-z0-9_]+\.c)' \
         -e '\./share/cmake/xfc/(xfcConfig|xfcConfigVersion|xfcTargets(-[a-z]+)?)\.cmake' \
         -e '\./share/cmake/xfc/xfc_(add|compile)_datapath\.cmake' \
         -e '\./share/xfc/library/vhdl/(xfc_vhdl\.f|[a-z0-9_]+\.vhd)' \
@@ -45,6 +50,9 @@ check_files() {
         -e '\./include/xfc\.h' \
         -e '\./share/man/man1/xfcflow\.1\.gz' \
         -e '\./share/bash-completion/completions/xfcflow' \
+        -e '\./share/cmake/xfcflow/(xfcflowConfig|xfcflowConfigVersion|xfcflowTargets(-[a-z]+)?)\.cmake' \
+        -e '\./share/cmake/xfcflow/xfcflow_add_datapath\.cmake' \
+        -e '\./share/doc/xfcflow/examples/(README\.md|[a-z0-9_]+\.c)' \
         -e '\./share/doc/xfcflow/(language|accuracy)\.md\.gz' >"$log" || true
     [ ! -s "$log" ] || { cat "$log" >&2; fail 'these files are not expected'; }
 

@@ -65,9 +65,10 @@ std::vector<const simulator_row*> chosen_simulators(const command_line& line, di
 /// One simulation with everything that it finds out.
 class simulation {
 public:
-    simulation(const command_line& line, std::ostream& error) : line_(line), bar_(error, line.terminal && !line.json) {
-        report_ = {{"source", line.source}, {"agrees", false}};
-    }
+    simulation(const command_line& line, std::ostream& error)
+        : line_(line),
+          bar_(error, line.terminal && !line.json),
+          report_({{"source", line.source}, {"agrees", false}}) {}
 
     void run() {
         if (!run_stages(state_, true) || !files_are_distinct()) {

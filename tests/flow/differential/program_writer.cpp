@@ -63,7 +63,6 @@ private:
         return drawn < 3 ? kind::whole : drawn < 8 || !allow_wide_ ? kind::single : kind::wide;
     }
     static std::string name_of(kind type) { return std::string(type_names.at(static_cast<std::size_t>(type))); }
-    static kind wider(kind a, kind b) { return a < b ? b : a; }
 
     std::string line(const std::string& what) {
         return std::string(static_cast<std::size_t>(indent_) * 4, ' ') + what + "\n";
