@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace xfc::flow {
@@ -100,13 +101,14 @@ std::vector<std::string> legal_names(std::span<const std::string> names, std::st
             unchanged.insert(in_lower_case(name));
         }
     }
+    // What a name was numbered with last: names may be equal by the thousand.
+    std::unordered_map<std::string, int> last_number;
     for (const std::string& name : names) {
         const std::string base = legal_letters(name);
         std::string chosen = is_reserved(base) ? "c_" + base : base;
-        for (int number = 2;
-             taken.contains(in_lower_case(chosen)) || (chosen != name && unchanged.contains(in_lower_case(chosen)));
-             ++number) {
-            chosen = base + "_" + std::to_string(number);
+        int& number = last_number.try_emplace(in_lower_case(base), 1).first->second;
+        while (taken.contains(in_lower_case(chosen)) || (chosen != name && unchanged.contains(in_lower_case(chosen)))) {
+            chosen = base + "_" + std::to_string(++number);
         }
         taken.insert(in_lower_case(chosen));
         legal.push_back(std::move(chosen));
