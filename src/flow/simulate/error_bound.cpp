@@ -265,6 +265,7 @@ value_bound bound_of(operation op, const bounded_number& result, std::span<const
                 (in[1].exact_zero && !in[1].bound.sign_is_known)) {
                 bound.radius += 2 * std::fabs(in[0].number);
                 bound.undecided = true;
+                return bound;
             }
             bound.sign_is_known = true;
             return bound;

@@ -117,6 +117,19 @@ TEST(bounds, want_the_class_that_c_has) {
     EXPECT_TRUE(judged(of_one(operation::inverse_square_root), {-0.0F}, INFINITY).outside);
 }
 
+TEST(bounds, know_no_sign_that_was_copied_from_what_is_no_number) {
+    graph_writer w;
+    const value_id zero = w.input("zero");
+    const value_id sign = w.input("sign");
+    const auto single = number_format::single_float;
+    const value_id signed_zero = w.make(operation::copy_sign, single, {zero, sign});
+    w.output("y", w.make(operation::copy_sign, single, {w.input("size"), signed_zero}));
+    for (const float either : {-3.0F, 3.0F}) {
+        EXPECT_FALSE(judged(w.made, {0.0F, NAN, 3.0F}, either).outside);
+    }
+    EXPECT_TRUE(judged(w.made, {0.0F, -1.0F, 3.0F}, 3.0F).outside);
+}
+
 TEST(bounds, of_a_choice_are_those_of_the_side_that_is_taken_unless_it_is_open) {
     graph_writer w;
     const value_id a = w.input("a");
