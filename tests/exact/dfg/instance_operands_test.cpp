@@ -148,7 +148,7 @@ TEST(instance_operands, nodes_without_an_instance_lack_nothing) {
 }
 
 TEST(instance_operands, every_component_with_an_instance_stands_in_one_of_the_two_tables) {
-    for (const component_row& row : component_rows::table) {
+    for (const component_row& row : components_of_xfc()) {
         bool is_operator = false;
         bool is_function = false;
         for (const operator_row& known : operators) {
