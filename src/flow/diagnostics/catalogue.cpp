@@ -21,7 +21,7 @@ constexpr message_row rows[] = {
     {id::parameter_size, "parameter-size", error, "the number of elements of parameter '%0' is not known",
      "give the size in the declaration, as in float x[8]"},
     {id::parameter_type, "parameter-type", error, "parameter '%0' of type '%1' cannot be a port",
-     "use numbers, arrays and structures of numbers, and pointers to these"},
+     "use numbers, arrays and structures of numbers, and pointers to these; --top chooses another function"},
     {id::result_type, "result-type", error, "a result of type '%0' cannot be a port",
      "return a number or a structure of numbers"},
     {id::no_output, "no-output", error, "nothing leaves the program: it has no output",
@@ -73,6 +73,8 @@ constexpr message_row rows[] = {
 
     {id::no_body, "no-body", error, "'%0' has no body here, and no component computes it",
      "define the function in this file or in one that it includes"},
+    {id::host_function, "host-function", error, "'%0' works on a host only: hardware has no counterpart",
+     "leave it out under #ifndef __XFCFLOW__, or choose the function for hardware with --top"},
     {id::no_component, "no-component", error, "no component computes '%0'",
      "approximate it by a polynomial or a table; sqrt, exp, log, exp2, log2, log10 and pow with a constant whole "
      "exponent are there"},
@@ -80,6 +82,12 @@ constexpr message_row rows[] = {
      "write exp(y * log(x)) for x > 0, or sqrt(x) for an exponent of 0.5"},
     {id::unknown_callee, "unknown-callee", error, "which function is called here depends on unknown values",
      "call the functions by name and choose among their results"},
+    {id::assertion_fails, "assertion", error, "this assertion is known to fail", "correct it, or what it is about"},
+    {id::copy_of_other_type, "copy-of-other-type", error, "memory of '%0' is copied here to '%1'",
+     "copy between objects of one type; convert values with casts"},
+    {id::copy_size, "copy-size", error, "the number of bytes is not a known multiple of the size of '%0'",
+     "write it with sizeof, as in n * sizeof x[0]"},
+    {id::set_to_bytes, "set-to-bytes", error, "memory can be set to zero only", "assign the elements in a loop"},
 
     {id::not_assigned, "not-assigned", error, "'%0' is read before anything is assigned to it", "assign to it first"},
     {id::not_always_assigned, "not-always-assigned", error,

@@ -48,9 +48,14 @@ enum class message_id : std::uint8_t {
     other_expression,
     // calls
     no_body,
+    host_function,
     no_component,
     power_exponent,
     unknown_callee,
+    assertion_fails,
+    copy_of_other_type,
+    copy_size,
+    set_to_bytes,
     // values of variables
     not_assigned,
     not_always_assigned,

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "flow/frontend/executor.h"
 #include "flow/frontend/known_functions.h"
@@ -32,23 +31,25 @@ result executor::call(const clang::CallExpr& expression, bool discarded) {
     count_step(expression);
     const clang::FunctionDecl& function = callee_of(expression);
     const clang::FunctionDecl* definition = function.getDefinition();
-    const llvm::StringRef name = function.getName();
+    llvm::StringRef name = function.getName();
     if (definition == nullptr) {
         definition = bodies_.lookup(name);
     }
     if (definition != nullptr) {
         return call_with_body(*definition, expression, discarded);
     }
-    if (auto given = call_builtin(function, expression)) {
-        return *given;
+    if (name.consume_front("__builtin_")) {
+        if (auto given = call_builtin(name, expression)) {
+            return *given;
+        }
     }
     const found_function found = find_known_function(name);
     if (found.row == nullptr || expression.getNumArgs() != static_cast<unsigned>(found.row->arguments)) {
-        refuse(message_id::no_body, range(expression), {name.str()});
+        refuse_call(function, expression);
     }
     switch (found.row->way) {
         case known_way::component:
-            return call_known(function, expression);
+            return call_known(*found.row, function, expression);
         case known_way::power:
             return call_power(function, expression);
         case known_way::missing:
@@ -57,32 +58,8 @@ result executor::call(const clang::CallExpr& expression, bool discarded) {
     refuse(message_id::no_component, range(expression), {name.str()});
 }
 
-/// What the compiler itself declares: infinities and the like, and known functions by their longer names.
-std::optional<result> executor::call_builtin(const clang::FunctionDecl& function, const clang::CallExpr& expression) {
-    llvm::StringRef name = function.getName();
-    if (!name.consume_front("__builtin_")) {
-        return std::nullopt;
-    }
-    if (name == "inf" || name == "huge_val") {
-        return number(values_.make_double(std::numeric_limits<double>::infinity()));
-    }
-    if (name == "inff" || name == "huge_valf") {
-        return number(values_.make_single(std::numeric_limits<float>::infinity()));
-    }
-    if (name == "nan") {
-        return number(values_.make_double(std::numeric_limits<double>::quiet_NaN()));
-    }
-    if (name == "nanf") {
-        return number(values_.make_single(std::numeric_limits<float>::quiet_NaN()));
-    }
-    if (name == "expect") {
-        return evaluate(*expression.getArg(0));
-    }
-    return std::nullopt;
-}
-
-result executor::call_known(const clang::FunctionDecl& function, const clang::CallExpr& expression) {
-    const known_function& row = *find_known_function(function.getName()).row;
+result executor::call_known(const known_function& row, const clang::FunctionDecl& function,
+                            const clang::CallExpr& expression) {
     const source_range where = range(expression);
     std::vector<result> arguments;
     for (const clang::Expr* argument : expression.arguments()) {

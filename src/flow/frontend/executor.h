@@ -16,6 +16,7 @@
 #include "flow/diagnostics/diagnostics.h"
 #include "flow/frontend/conditions.h"
 #include "flow/frontend/frontend.h"
+#include "flow/frontend/known_functions.h"
 #include "flow/frontend/memory.h"
 #include "flow/frontend/parser.h"
 #include "flow/graph/program.h"
@@ -213,11 +214,23 @@ private:
     // ---- calls.cpp ----
     result call(const clang::CallExpr& expression, bool discarded);
     const clang::FunctionDecl& callee_of(const clang::CallExpr& expression);
-    result call_known(const clang::FunctionDecl& function, const clang::CallExpr& expression);
+    result call_known(const known_function& row, const clang::FunctionDecl& function,
+                      const clang::CallExpr& expression);
     result call_power(const clang::FunctionDecl& function, const clang::CallExpr& expression);
     result call_with_body(const clang::FunctionDecl& function, const clang::CallExpr& expression, bool discarded);
     void run_body(const clang::FunctionDecl& function);
-    std::optional<result> call_builtin(const clang::FunctionDecl& function, const clang::CallExpr& expression);
+
+    // ---- builtins.cpp: what the compiler itself declares ----
+    std::optional<result> call_builtin(llvm::StringRef name, const clang::CallExpr& expression);
+    std::optional<result> classify(llvm::StringRef name, const clang::CallExpr& expression);
+    void check_assertion(const clang::Expr& condition);
+    [[nodiscard]] clang::QualType element_type(const clang::Expr& pointer) const;
+    std::int64_t element_count(const clang::CallExpr& expression, const clang::QualType& type);
+    result copy_elements(const clang::CallExpr& expression);
+    result clear_elements(const clang::CallExpr& expression);
+    place pointed_at(const clang::Expr& pointer);
+    [[nodiscard]] bool is_built_in(const clang::FunctionDecl& function) const;
+    [[noreturn]] void refuse_call(const clang::FunctionDecl& function, const clang::CallExpr& expression);
 
     // ---- everything ----
     [[noreturn]] void refuse(message_id id, source_range where, std::initializer_list<std::string_view> arguments = {});

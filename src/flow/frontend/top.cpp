@@ -55,12 +55,15 @@ void executor::refuse_with_note(message_id id, source_range where, std::initiali
     throw refusal{};
 }
 
+/// All that have bodies, but for those of the built-in headers, which nobody means as the top.
 void executor::collect_functions(std::vector<const clang::FunctionDecl*>& functions) {
     for (const clang::Decl* one : context_.getTranslationUnitDecl()->decls()) {
         const auto* function = llvm::dyn_cast<clang::FunctionDecl>(one);
         if (function != nullptr && function->isThisDeclarationADefinition() && function->hasBody()) {
-            functions.push_back(function);
             bodies_[function->getName()] = function;
+            if (!is_built_in(*function)) {
+                functions.push_back(function);
+            }
         }
     }
 }

@@ -231,10 +231,11 @@ std::vector<local_variable> possible_locals(const program& what, const source_ma
         for (const port& one : what.values.outputs()) {
             const std::string index = std::to_string(number++);
             const std::string& access = one.c_access;
-            code_of(one) += " struct xfc_host_local xfc_host_local_" + index +
-                            " __attribute__((cleanup(xfc_host_store))) = { &" + access + ", " + index + ", sizeof " +
-                            access + ", (__typeof__(" + access + "))-1 < 0, " + (is_floating(one.format) ? "0" : "1") +
-                            " };";
+            std::string& code = code_of(one);
+            code.append(" struct xfc_host_local xfc_host_local_").append(index);
+            code.append(" __attribute__((cleanup(xfc_host_store))) = { &").append(access).append(", ").append(index);
+            code.append(", sizeof ").append(access).append(", (__typeof__(").append(access).append("))-1 < 0, ");
+            code.append(is_floating(one.format) ? "0" : "1").append(" };");
         }
     }
     return locals;
@@ -264,7 +265,8 @@ std::string host_call_text(const program& what, const source_map& places, const 
     const bool returns = !what.result_type.empty() && what.result_type != "void";
     for (const std::string& function : what.functions) {
         const std::string called = function == "main" ? "xfc_host_main" : function;
-        text += "    " + (returns ? what.result_type + " xfc_host_result = " : "") + called + "(" + arguments + ");\n";
+        text.append("    ").append(returns ? what.result_type + " xfc_host_result = " : "");
+        text.append(called).append("(").append(arguments).append(");\n");
     }
     number = 0;
     for (const port& one : what.values.outputs()) {

@@ -106,21 +106,21 @@ stimulus make_stimulus(const graph& source, std::size_t vectors, std::uint64_t s
     return make_stimulus(std::move(drawn), seed, latency);
 }
 
-stimulus make_stimulus(std::vector<std::vector<std::uint64_t>> given, std::uint64_t seed, std::int32_t latency) {
+stimulus make_stimulus(std::vector<std::vector<std::uint64_t>> vectors, std::uint64_t seed, std::int32_t latency) {
     number_source numbers(seed);
-    stimulus made{.vectors = std::move(given)};
-    const std::size_t vectors = made.vectors.size();
+    const std::size_t count = vectors.size();
+    stimulus made{.vectors = std::move(vectors)};
     const auto settle = [&](stimulus_cycle cycle, std::int32_t cycles) {
         made.cycles.insert(made.cycles.end(), static_cast<std::size_t>(cycles), cycle);
     };
     settle({.reset = true}, reset_cycles);
-    for (std::size_t number = 0; number < vectors; ++number) {
+    for (std::size_t number = 0; number < count; ++number) {
         made.cycles.push_back({.enable = true, .startin = true, .vector = number});
     }
     settle({.enable = true}, latency + 1);
     settle({.enable = true, .startin = true}, latency / 2);
     settle({.reset = true}, 1);  // forgets what was on its way
-    for (std::size_t number = 0; number < vectors;) {
+    for (std::size_t number = 0; number < count;) {
         const bool enable = numbers.below(4) != 0;
         const bool startin = numbers.below(4) != 0;
         made.cycles.push_back({.enable = enable, .startin = startin, .vector = number});
@@ -193,7 +193,7 @@ std::vector<std::vector<std::optional<std::uint64_t>>> outputs_seen(const stimul
                                                                     std::int32_t latency, const std::string& seen) {
     std::vector<std::vector<std::optional<std::uint64_t>>> outputs;
     std::size_t at = 0;
-    const std::size_t first = static_cast<std::size_t>(reset_cycles + latency);
+    const std::size_t first = static_cast<std::size_t>(reset_cycles) + static_cast<std::size_t>(latency);
     for (std::size_t cycle = 0; outputs.size() < what.vectors.size(); ++cycle) {
         const std::size_t end = at < seen.size() ? seen.find('\n', at) : std::string::npos;
         const std::string_view line =

@@ -1,0 +1,23 @@
+#pragma once
+#define FLT_RADIX 2
+#define FLT_EVAL_METHOD 0
+#define FLT_MANT_DIG 24
+#define FLT_DIG 6
+#define FLT_MIN_EXP (-125)
+#define FLT_MAX_EXP 128
+#define FLT_MIN_10_EXP (-37)
+#define FLT_MAX_10_EXP 38
+#define FLT_MAX 0x1.fffffep+127f
+#define FLT_MIN 0x1p-126f
+#define FLT_TRUE_MIN 0x1p-149f
+#define FLT_EPSILON 0x1p-23f
+#define DBL_MANT_DIG 53
+#define DBL_DIG 15
+#define DBL_MIN_EXP (-1021)
+#define DBL_MAX_EXP 1024
+#define DBL_MIN_10_EXP (-307)
+#define DBL_MAX_10_EXP 308
+#define DBL_MAX ((double)0x1.fffffffffffffp+1023)
+#define DBL_MIN ((double)0x1p-1022)
+#define DBL_TRUE_MIN ((double)0x1p-1074)
+#define DBL_EPSILON ((double)0x1p-52)

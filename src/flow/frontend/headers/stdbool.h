@@ -1,0 +1,4 @@
+#pragma once
+#define bool _Bool
+#define true 1
+#define false 0

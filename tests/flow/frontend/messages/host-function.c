@@ -1,0 +1,5 @@
+#include <stdio.h>
+float f(float a) {
+    printf("%f", a);
+    return a;
+}

@@ -1,0 +1,62 @@
+// What the standard headers bring besides the known functions.
+#include <assert.h>
+#include <inttypes.h>
+#include <iso646.h>
+#include <math.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+typedef struct {
+    float taps[4];
+    int count;
+} filter;
+
+// Nobody builds this: it is here to be passed over.
+static inline void tell(float a) { printf("%f\n", a); }
+
+int classes(float a, double b) {
+    const float q = (a - 1) / (b > 0);
+    const float none = (a - a) / (a - a);
+    return isnan(q) + 2 * (isinf(q) != 0) + 4 * isfinite(q) + 8 * isnormal(q) + 16 * (!isnan(q) && signbit(q)) + 32 * isnan(none);
+}
+int signs(double a) { return (signbit(a) != 0) + 2 * (signbit(a * 0) != 0) + 4 * (isinf(-1 / fabs(a * 0)) != 0); }
+int relations(float a, double b) {
+    const double q = (b - 1) / (a > 0) * 0;
+    return isgreater(a, b) + 2 * isgreaterequal(a, b) + 4 * isless(a, b) + 8 * islessequal(a, b) +
+           16 * islessgreater(a, b) + 32 * isunordered(q, a) + 64 * isless(q, b) + 128 * islessgreater(q, a);
+}
+int once(float a, int n) {
+    int i = n;
+    const float x[2] = {a, a - a};
+    int k = 0;
+    const int found = isnan(x[k++] / x[k++]) + isfinite(a + i++);
+    return found + 10 * k + i;
+}
+int whole(int a, long b) { return abs(a) - labs(b) + __builtin_abs(a - 3); }
+int quotients(int a) { return div(a, 7).quot * 10 + div(a, 7).rem; }
+float builtins(float a, float b) { return __builtin_fabsf(a) + __builtin_sqrtf(__builtin_fabsf(b)) + __builtin_fmaxf(a, b); }
+float copied(float a, float b) {
+    filter one = {{a, b, 3, 4}, 4};
+    filter other;
+    memcpy(&other, &one, sizeof one);
+    memset(other.taps, 0, 2 * sizeof other.taps[0]);
+    memmove(one.taps + 1, one.taps, 3 * sizeof(float));
+    return one.taps[0] + one.taps[1] * 2 + one.taps[2] * 4 + one.taps[3] + other.taps[0] + other.taps[3] * other.count;
+}
+float moved(float a, float b) {
+    float x[4] = {a, b, a + b, a - b};
+    memmove(x, x + 1, sizeof(float) * 3);
+    float y[4];
+    return ((float*)memcpy(y, x, sizeof(y)))[2] * 3 + y[1];
+}
+int words(int a, int b) { return (a > 0 and not(b < 3)) or (a xor b) == 7; }
+float asserted(float a, int n) {
+    static_assert(sizeof(int32_t) == 4, "four bytes");
+    assert(n == n && "a whole number");
+    for (int i = 0; i < 3; i++) {
+        assert(i < 3);
+        a += 1;
+    }
+    return a;
+}
