@@ -83,7 +83,7 @@ std::optional<result> executor::call_builtin(const clang::FunctionDecl& function
 
 result executor::call_known(const clang::FunctionDecl& function, const clang::CallExpr& expression) {
     const known_function& row = *find_known_function(function.getName()).row;
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     std::vector<result> arguments;
     for (const clang::Expr* argument : expression.arguments()) {
         arguments.push_back(evaluate(*argument));
@@ -111,7 +111,7 @@ result executor::call_known(const clang::FunctionDecl& function, const clang::Ca
 }
 
 result executor::call_power(const clang::FunctionDecl& function, const clang::CallExpr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const result base = evaluate(*expression.getArg(0));
     const result exponent = evaluate(*expression.getArg(1));
     number_format format = scalar_of(function.getReturnType(), where).format;
@@ -145,7 +145,7 @@ result executor::call_power(const clang::FunctionDecl& function, const clang::Ca
 
 result executor::call_with_body(const clang::FunctionDecl& function, const clang::CallExpr& expression,
                                 bool discarded) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     std::size_t depth = 0;
     for (const frame& one : frames_) {
         depth += one.function == &function ? 1 : 0;
