@@ -1,6 +1,8 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <iostream>
+#include <limits>
 #include <new>
 #include <string>
 #include <vector>
@@ -8,7 +10,21 @@
 #include "flow/diagnostics/diagnostics.h"
 #include "flow/driver/commands.h"
 
+namespace {
+
+/// A compilation takes memory and ends: giving parts of it back on the way, or keeping the threads' apart, takes time.
+void keep_memory() {
+    constexpr int step = 4 << 20;  // bytes taken at once
+    mallopt(M_ARENA_MAX, 1);
+    mallopt(M_TOP_PAD, step);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the most that it takes
+}
+
+}  // namespace
+
 int main(int count, char** words) {
+    keep_memory();
     // The parser's library cannot go on without memory, so the program ends here whoever asked for it.
     // What it says is made while there is memory.
     static const std::string farewell = [] {

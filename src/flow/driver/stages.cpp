@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "flow/frontend/frontend.h"
 #include "flow/graph/dump.h"
@@ -30,8 +31,8 @@ bool expand(compilation_state& state) {
     if (state.line.fast_reciprocal) {
         state.current->values = use_reciprocals(state.current->values);
     }
-    state.followed = state.current->values;
-    state.current->values = expand_operations(state.current->values);
+    state.followed = std::move(state.current->values);
+    state.current->values = expand_operations(*state.followed);
     return true;
 }
 

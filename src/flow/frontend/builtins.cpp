@@ -44,7 +44,7 @@ std::optional<result> executor::call_builtin(llvm::StringRef name, const clang::
         return result{};
     }
     if (name == "abs" || name == "labs") {
-        const source_range where = range(expression);
+        const asked_range where = range(expression);
         const value_id x = in_format(evaluate(*expression.getArg(0)), number_format::integer, where);
         const value_id below = make(operation::less, number_format::boolean, {x, values_.make_integer(0)}, where);
         const value_id negative = make(operation::negate, number_format::integer, {x}, where);
@@ -69,7 +69,7 @@ void executor::check_assertion(const clang::Expr& condition) {
 
 /// isnan, signbit and their like, each operand computed once.
 std::optional<result> executor::classify(llvm::StringRef name, const clang::CallExpr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     std::vector<result> arguments;
     const auto evaluate_arguments = [&] {
         for (const clang::Expr* argument : expression.arguments()) {
@@ -160,7 +160,7 @@ std::int64_t executor::element_count(const clang::CallExpr& expression, const cl
 
 /// memcpy and memmove between elements of one type; the value is the first argument's.
 result executor::copy_elements(const clang::CallExpr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const clang::QualType type = element_type(*expression.getArg(0));
     const clang::QualType from_type = element_type(*expression.getArg(1));
     if (!context_.hasSameType(type, from_type)) {
@@ -182,7 +182,7 @@ result executor::copy_elements(const clang::CallExpr& expression) {
 
 /// memset to zero; the value is the first argument's.
 result executor::clear_elements(const clang::CallExpr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const clang::QualType type = element_type(*expression.getArg(0));
     const place to = pointed_at(*expression.getArg(0));
     if (values_.known_integer(evaluate(*expression.getArg(1)).number) != 0) {

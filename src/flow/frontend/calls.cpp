@@ -60,7 +60,7 @@ result executor::call(const clang::CallExpr& expression, bool discarded) {
 
 result executor::call_known(const known_function& row, const clang::FunctionDecl& function,
                             const clang::CallExpr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     std::vector<result> arguments;
     for (const clang::Expr* argument : expression.arguments()) {
         arguments.push_back(evaluate(*argument));
@@ -88,7 +88,7 @@ result executor::call_known(const known_function& row, const clang::FunctionDecl
 }
 
 result executor::call_power(const clang::FunctionDecl& function, const clang::CallExpr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const result base = evaluate(*expression.getArg(0));
     const result exponent = evaluate(*expression.getArg(1));
     number_format format = scalar_of(function.getReturnType(), where).format;
@@ -122,7 +122,7 @@ result executor::call_power(const clang::FunctionDecl& function, const clang::Ca
 
 result executor::call_with_body(const clang::FunctionDecl& function, const clang::CallExpr& expression,
                                 bool discarded) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     std::size_t depth = 0;
     for (const frame& one : frames_) {
         depth += one.function == &function ? 1 : 0;

@@ -6,6 +6,8 @@
 
 #include <array>
 #include <bit>
+#include <charconv>
+#include <cmath>
 
 #include "flow/frontend/executor.h"
 #include "flow/graph/fold.h"
@@ -15,6 +17,16 @@ namespace xfc::flow {
 namespace {
 
 constexpr scalar_type boolean_type{number_format::boolean, 1, false};
+
+/// A decimal number rounded once; nothing where the text has another form or the number leaves the format's range.
+std::optional<float> single_of_text(std::string_view text) {
+    float number = 0;
+    const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool is_plain = failed == std::errc() && end == text.data() + text.size() && std::isnormal(number);
+    return is_plain ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace
 
 std::optional<scalar_type> scalar_of_builtin(clang::BuiltinType::Kind kind) {
     constexpr auto integer = number_format::integer;
@@ -29,12 +41,12 @@ std::optional<scalar_type> scalar_of_builtin(clang::BuiltinType::Kind kind) {
             return scalar_type{integer, 1, false};
         case clang::BuiltinType::Short:
             return scalar_type{integer, 2, true};
-        case clang::BuiltinType::WChar_U:
         case clang::BuiltinType::UShort:
             return scalar_type{integer, 2, false};
         case clang::BuiltinType::Int:
         case clang::BuiltinType::Long:
             return scalar_type{integer, 4, true};
+        case clang::BuiltinType::WChar_U:
         case clang::BuiltinType::UInt:
         case clang::BuiltinType::ULong:
             return scalar_type{integer, 4, false};
@@ -47,16 +59,15 @@ std::optional<scalar_type> scalar_of_builtin(clang::BuiltinType::Kind kind) {
     }
 }
 
-}  // namespace
-
 std::optional<scalar_type> executor::find_scalar(const clang::QualType& type) const {
     const clang::Type* plain = type.getCanonicalType().getTypePtr();
+    if (plain == last_type_) {
+        return last_scalar_;
+    }
     if (const auto* builtin = llvm::dyn_cast<clang::BuiltinType>(plain)) {
-        auto scalar = scalar_of_builtin(builtin->getKind());
-        if (scalar && scalar->is_integer()) {
-            scalar->bytes = bytes_of(type);
-        }
-        return scalar;
+        last_type_ = plain;
+        last_scalar_ = scalar_of_builtin(builtin->getKind());
+        return last_scalar_;
     }
     if (const auto* enumeration = llvm::dyn_cast<clang::EnumType>(plain)) {
         const clang::QualType inner = enumeration->getDecl()->getIntegerType();
@@ -65,14 +76,14 @@ std::optional<scalar_type> executor::find_scalar(const clang::QualType& type) co
     return std::nullopt;
 }
 
-scalar_type executor::scalar_of(const clang::QualType& type, source_range where) {
+scalar_type executor::scalar_of(const clang::QualType& type, const asked_range& where) {
     if (const auto scalar = find_scalar(type)) {
         return *scalar;
     }
     refuse_type(type, where);
 }
 
-void executor::refuse_type(const clang::QualType& type, source_range where) {
+void executor::refuse_type(const clang::QualType& type, const asked_range& where) {
     const std::string text = type.getUnqualifiedType().getAsString();
     if (const auto* builtin = type->getAs<clang::BuiltinType>()) {
         if (builtin->getKind() == clang::BuiltinType::LongLong || builtin->getKind() == clang::BuiltinType::ULongLong) {
@@ -91,14 +102,14 @@ void executor::refuse_type(const clang::QualType& type, source_range where) {
 result executor::number(value_id id) const { return {.is = result::kind::number, .number = id}; }
 
 value_id executor::make(operation op, number_format format, std::initializer_list<value_id> operands,
-                        source_range where) {
+                        const asked_range& where) {
     const value_id id = make_folded(values_, op, format, {operands.begin(), operands.size()}, where,
                                     frames_.empty() ? 0 : frames_.back().call);
     return id;
 }
 
 /// A constant without suffix in single: rounded once from its text where it stands alone.
-value_id executor::narrowed_constant(const result& from, source_range where) {
+value_id executor::narrowed_constant(const result& from, const asked_range& where) {
     const value& one = values_[from.number];
     if (one.op == operation::select) {
         const std::array<value_id, 3> operands = one.operands;
@@ -115,6 +126,9 @@ value_id executor::narrowed_constant(const result& from, source_range where) {
         const llvm::StringRef spelling =
             clang::Lexer::getSpelling(context_.getSourceManager().getSpellingLoc(from.literal->getLocation()), buffer,
                                       context_.getSourceManager(), context_.getLangOpts());
+        if (const auto rounded = single_of_text({spelling.data(), spelling.size()})) {
+            return values_.make_single(from.negated ? -*rounded : *rounded, where);
+        }
         llvm::APFloat single(llvm::APFloat::IEEEsingle());
         auto status = single.convertFromString(spelling, llvm::APFloat::rmNearestTiesToEven);
         if (status) {
@@ -129,7 +143,7 @@ value_id executor::narrowed_constant(const result& from, source_range where) {
 }
 
 /// The number in this format, whatever it is in now; not for what C calls a conversion to a narrower integer.
-value_id executor::in_format(const result& from, number_format format, source_range where) {
+value_id executor::in_format(const result& from, number_format format, const asked_range& where) {
     const number_format now = values_[from.number].format;
     if (now == format) {
         return from.number;
@@ -151,7 +165,7 @@ value_id executor::in_format(const result& from, number_format format, source_ra
 }
 
 /// The low bits of an integer that a narrower type keeps.
-value_id executor::wrapped(value_id integer, const scalar_type& type, source_range where) {
+value_id executor::wrapped(value_id integer, const scalar_type& type, const asked_range& where) {
     if (type.bytes >= 4) {
         return integer;
     }
@@ -166,7 +180,7 @@ value_id executor::wrapped(value_id integer, const scalar_type& type, source_ran
 }
 
 result executor::converted(const result& from, const clang::QualType& from_type, const clang::QualType& to_type,
-                           source_range where) {
+                           const asked_range& where) {
     const scalar_type source = scalar_of(from_type, where);
     const scalar_type target = scalar_of(to_type, where);
     const bool large_unsigned = source.is_integer() && !source.is_signed && source.bytes == 4;
@@ -218,7 +232,7 @@ value_id executor::truth(const result& from, const clang::Expr& expression) {
     return truth(from, range(expression));
 }
 
-value_id executor::truth(const result& from, source_range where) {
+value_id executor::truth(const result& from, const asked_range& where) {
     const value& one = values_[from.number];
     if (one.format == number_format::boolean) {
         return from.number;
@@ -234,7 +248,7 @@ value_id executor::truth(const result& from, source_range where) {
 }
 
 /// The format in which floating operands meet: C's, but for constants without suffix, which take the other's.
-number_format executor::common_format(std::span<const result* const> operands, source_range where) {
+number_format executor::common_format(std::span<const result* const> operands, const asked_range& where) {
     bool wide = false;
     bool single = false;
     const result* constant = nullptr;
@@ -257,7 +271,7 @@ number_format executor::common_format(std::span<const result* const> operands, s
     return number_format::single_float;
 }
 
-void executor::note_deviation(const result& constant, source_range where) {
+void executor::note_deviation(const result& constant, const asked_range& where) {
     if (deviations_++ == 0) {
         first_deviation_ = constant.literal != nullptr ? range(*constant.literal) : where;
     }

@@ -23,6 +23,26 @@
 
 namespace xfc::flow {
 
+class executor;
+
+/// A stretch of source, or the statement that stands there: its ends are looked up only for those who ask, since of
+/// most expressions nobody does.
+class asked_range {
+public:
+    asked_range() = default;
+    // NOLINTNEXTLINE(google-explicit-constructor): a stretch that is known serves as well.
+    asked_range(source_range known) : known_(known) {}
+    asked_range(const executor& owner, const clang::Stmt& statement) : owner_(&owner), statement_(&statement) {}
+
+    // NOLINTNEXTLINE(google-explicit-constructor): whoever needs the stretch itself asks by taking it.
+    operator source_range() const;
+
+private:
+    source_range known_ = {};
+    const executor* owner_ = nullptr;
+    const clang::Stmt* statement_ = nullptr;
+};
+
 /// Ends the following of a program; what is wrong has been reported.
 struct refusal {};
 
@@ -34,6 +54,9 @@ struct scalar_type {
 
     [[nodiscard]] bool is_integer() const { return format == number_format::integer; }
 };
+
+/// The number type of one of C's own types, as the target has it; nothing for types without a format in hardware.
+[[nodiscard]] std::optional<scalar_type> scalar_of_builtin(clang::BuiltinType::Kind kind);
 
 /// The result of an expression.
 struct result {
@@ -71,6 +94,9 @@ public:
 
     /// Finds the top, follows it and gives the program without its places. Throws a refusal.
     [[nodiscard]] program run(const std::string& base_name);
+
+    /// Where a statement stands; looked up once.
+    [[nodiscard]] source_range range_of_statement(const clang::Stmt& statement) const;
 
 private:
     // ---- top.cpp: which functions run, and what their ports are ----
@@ -129,37 +155,37 @@ private:
     value_id run_rounds(const loop_parts& loop, int round);
     flow_of execute_switch(const clang::SwitchStmt& statement);
     [[nodiscard]] flow_of straight_on() const { return {no_, no_, no_}; }
-    value_id left(const flow_of& flow, source_range where);
-    flow_of under(value_id condition, const flow_of& flow, source_range where);
-    void add_flow(flow_of& total, const flow_of& more, source_range where);
+    value_id left(const flow_of& flow, const asked_range& where);
+    flow_of under(value_id condition, const flow_of& flow, const asked_range& where);
+    void add_flow(flow_of& total, const flow_of& more, const asked_range& where);
     value_id case_matches(const clang::SwitchCase& label, const result& selector, const clang::Expr& condition);
 
     /// Runs what the condition guards; both ways are followed when it is not known, and memory merged behind them.
-    void guarded(value_id condition, source_range where, const std::function<void()>& yes,
+    void guarded(value_id condition, const asked_range& where, const std::function<void()>& yes,
                  const std::function<void()>& no = {});
-    void merge(value_id condition, source_range where, std::span<const memory::change> yes,
+    void merge(value_id condition, const asked_range& where, std::span<const memory::change> yes,
                std::span<const memory::change> no);
     value_id input_in_place(std::uint32_t index, const cell& shape);
-    value_id chosen(value_id condition, value_id yes, value_id no, source_range where);
-    cell merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no, source_range where);
+    value_id chosen(value_id condition, value_id yes, value_id no, const asked_range& where);
+    cell merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no, const asked_range& where);
 
     // ---- objects.cpp: variables and what they hold ----
-    object_id create_object(const clang::QualType& type, std::string name, source_range where);
+    object_id create_object(const clang::QualType& type, std::string name, const asked_range& where);
     object_id object_of(const clang::VarDecl& variable);
     object_id declare(const clang::VarDecl& variable);
-    void check_object_type(const clang::QualType& type, const std::string& name, source_range where);
+    void check_object_type(const clang::QualType& type, const std::string& name, const asked_range& where);
     void initialize(const place& where, const clang::QualType& type, const clang::Expr& initializer);
     void initialize_from_list(const place& where, const clang::QualType& type, const clang::InitListExpr& list);
-    void set_zero(const place& where, const clang::QualType& type, source_range range);
+    void set_zero(const place& where, const clang::QualType& type, const asked_range& range);
     void set_text(const place& where, const clang::QualType& type, const clang::StringLiteral& text);
-    void store(const place& where, const clang::QualType& type, const result& what, source_range range);
-    result load(const place& where, const clang::QualType& type, source_range range);
-    void check_set(const place& where, const cell& found, source_range range);
-    result load_number(const place& where, const scalar_type& type, const cell& found, source_range range);
-    result load_pointer(const cell& found, source_range range);
-    void copy(const place& to, const place& from, const clang::QualType& type, source_range range);
+    void store(const place& where, const clang::QualType& type, const result& what, const asked_range& range);
+    result load(const place& where, const clang::QualType& type, const asked_range& range);
+    void check_set(const place& where, const cell& found, const asked_range& range);
+    result load_number(const place& where, const scalar_type& type, const cell& found, const asked_range& range);
+    result load_pointer(const cell& found, const asked_range& range);
+    void copy(const place& to, const place& from, const clang::QualType& type, const asked_range& range);
     value_id unset_value(std::uint32_t index, const place& where, const scalar_type& type);
-    void check_place(const place& where, std::uint32_t bytes, source_range range);
+    void check_place(const place& where, std::uint32_t bytes, const asked_range& range);
     [[nodiscard]] place place_of_index(std::uint32_t index) const;
     [[nodiscard]] std::uint32_t bytes_of(const clang::QualType& type) const;
     std::uint32_t granule_of(const clang::QualType& type) const;
@@ -191,24 +217,25 @@ private:
     result operate_on_floats(clang::BinaryOperatorKind kind, const result& left, const result& right,
                              const clang::Expr& expression);
     result compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,
-                   source_range where);
+                   const asked_range& where);
     result moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,
                  const clang::Expr& expression);
 
     // ---- conversions.cpp: numbers from one format to another ----
     [[nodiscard]] std::optional<scalar_type> find_scalar(const clang::QualType& type) const;
-    scalar_type scalar_of(const clang::QualType& type, source_range where);
-    [[noreturn]] void refuse_type(const clang::QualType& type, source_range where);
+    scalar_type scalar_of(const clang::QualType& type, const asked_range& where);
+    [[noreturn]] void refuse_type(const clang::QualType& type, const asked_range& where);
     result converted(const result& from, const clang::QualType& from_type, const clang::QualType& to_type,
-                     source_range where);
-    value_id in_format(const result& from, number_format format, source_range where);
-    value_id narrowed_constant(const result& from, source_range where);
-    value_id wrapped(value_id integer, const scalar_type& type, source_range where);
+                     const asked_range& where);
+    value_id in_format(const result& from, number_format format, const asked_range& where);
+    value_id narrowed_constant(const result& from, const asked_range& where);
+    value_id wrapped(value_id integer, const scalar_type& type, const asked_range& where);
     value_id truth(const result& from, const clang::Expr& expression);
-    value_id truth(const result& from, source_range where);
-    number_format common_format(std::span<const result* const> operands, source_range where);
-    void note_deviation(const result& constant, source_range where);
-    value_id make(operation op, number_format format, std::initializer_list<value_id> operands, source_range where);
+    value_id truth(const result& from, const asked_range& where);
+    number_format common_format(std::span<const result* const> operands, const asked_range& where);
+    void note_deviation(const result& constant, const asked_range& where);
+    value_id make(operation op, number_format format, std::initializer_list<value_id> operands,
+                  const asked_range& where);
     result number(value_id id) const;
 
     // ---- calls.cpp ----
@@ -233,12 +260,14 @@ private:
     [[noreturn]] void refuse_call(const clang::FunctionDecl& function, const clang::CallExpr& expression);
 
     // ---- everything ----
-    [[noreturn]] void refuse(message_id id, source_range where, std::initializer_list<std::string_view> arguments = {});
-    [[noreturn]] void refuse_with_note(message_id id, source_range where,
+    [[noreturn]] void refuse(message_id id, const asked_range& where,
+                             std::initializer_list<std::string_view> arguments = {});
+    [[noreturn]] void refuse_with_note(message_id id, const asked_range& where,
                                        std::initializer_list<std::string_view> arguments, message_id note,
-                                       source_range note_where, std::initializer_list<std::string_view> note_arguments);
+                                       const asked_range& note_where,
+                                       std::initializer_list<std::string_view> note_arguments);
     void add_call_notes();
-    [[nodiscard]] source_range range(const clang::Stmt& statement) const;
+    [[nodiscard]] asked_range range(const clang::Stmt& statement) const { return {*this, statement}; }
     [[nodiscard]] source_range range(clang::SourceRange where) const;
     void count_step(const clang::Stmt& statement);
 
@@ -263,7 +292,15 @@ private:
     memory memory_;
     program program_;
 
-    mutable llvm::DenseMap<const clang::Stmt*, source_range> ranges_;
+    token_ends ends_;
+    struct known_range {
+        const clang::Stmt* statement = nullptr;
+        source_range range = {};
+    };
+    /// Those asked for last, each in the place of its hash: the same is asked for again at once, and in every round.
+    mutable std::vector<known_range> ranges_ = std::vector<known_range>(4096);
+    mutable const clang::Type* last_type_ = nullptr;  ///< that a scalar was asked of
+    mutable std::optional<scalar_type> last_scalar_ = std::nullopt;
     std::vector<frame> frames_;
     llvm::DenseMap<const clang::VarDecl*, object_id> globals_;
     llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings
@@ -285,5 +322,9 @@ private:
     std::size_t deviations_ = 0;
     source_range first_deviation_ = {};
 };
+
+inline asked_range::operator source_range() const {
+    return statement_ == nullptr ? known_ : owner_->range_of_statement(*statement_);
+}
 
 }  // namespace xfc::flow

@@ -214,7 +214,7 @@ result executor::evaluate_floating_literal(const clang::FloatingLiteral& literal
 
 result executor::evaluate_unary(const clang::UnaryOperator& expression) {
     const clang::Expr& inner = *expression.getSubExpr();
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     switch (expression.getOpcode()) {
         case clang::UO_Plus:
         case clang::UO_Extension:
@@ -261,7 +261,7 @@ result executor::evaluate_unary(const clang::UnaryOperator& expression) {
 result executor::evaluate_increment(const clang::UnaryOperator& expression) {
     const clang::Expr& inner = *expression.getSubExpr();
     const clang::QualType type = inner.getType();
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const place at = address_of(inner);
     const result before = load(at, type, where);
     const bool back = expression.isDecrementOp();
@@ -302,14 +302,14 @@ result executor::evaluate_binary(const clang::BinaryOperator& expression) {
 
 result executor::evaluate_logical(const clang::BinaryOperator& expression) {
     const bool conjunction = expression.getOpcode() == clang::BO_LAnd;
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const value_id left = truth(evaluate(*expression.getLHS()), *expression.getLHS());
     if (const auto known = conditions_.truth_of(left); known == !conjunction) {
         return number(conditions_.boolean(!conjunction));
     }
     value_id right = conditions_.boolean(conjunction);
     const auto other = [&] { right = truth(evaluate(*expression.getRHS()), *expression.getRHS()); };
-    const source_range left_where = range(*expression.getLHS());
+    const asked_range left_where = range(*expression.getLHS());
     if (conjunction) {
         guarded(left, left_where, other);
         return number(conditions_.both(left, right, where));
@@ -321,7 +321,7 @@ result executor::evaluate_logical(const clang::BinaryOperator& expression) {
 
 result executor::evaluate_assignment(const clang::BinaryOperator& expression) {
     const clang::Expr& target = *expression.getLHS();
-    const source_range where = range(*expression.getRHS());
+    const asked_range where = range(*expression.getRHS());
     const result what = evaluate(*expression.getRHS());
     const place at = address_of(target);
     store(at, target.getType(), what, where);
@@ -334,7 +334,7 @@ result executor::evaluate_assignment(const clang::BinaryOperator& expression) {
 result executor::evaluate_compound_assignment(const clang::CompoundAssignOperator& expression) {
     const clang::Expr& target = *expression.getLHS();
     const clang::QualType type = target.getType();
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const result right = evaluate(*expression.getRHS());
     const place at = address_of(target);
     result left = load(at, type, range(target));
@@ -366,7 +366,7 @@ result executor::evaluate_conditional(const clang::AbstractConditionalOperator& 
         return evaluate(*known ? *expression.getTrueExpr() : *expression.getFalseExpr());
     }
     const clang::QualType type = expression.getType();
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     object_id chosen = no_object;
     if (type->isRecordType()) {
         chosen = create_object(type, "choice", where);
@@ -484,7 +484,7 @@ result executor::operate(clang::BinaryOperatorKind kind, const result& left, con
     if (left_type->isPointerType() || right_type->isPointerType()) {
         return operate_on_pointers(kind, left, left_type, right, right_type, expression);
     }
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const scalar_type left_scalar = scalar_of(left_type, where);
     const scalar_type right_scalar = scalar_of(right_type, where);
     if (is_floating(left_scalar.format) || is_floating(right_scalar.format)) {
@@ -496,7 +496,7 @@ result executor::operate(clang::BinaryOperatorKind kind, const result& left, con
 
 result executor::operate_on_floats(clang::BinaryOperatorKind kind, const result& left, const result& right,
                                    const clang::Expr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const std::array<const result*, 2> both = {&left, &right};
     const number_format format = common_format(both, where);
     const value_id a = in_format(left, format, where);
@@ -516,7 +516,7 @@ result executor::operate_on_floats(clang::BinaryOperatorKind kind, const result&
 /// The relation of two values, on each side of a choice among constants by itself: so a flag that became a number is
 /// asked for at no cost.
 result executor::compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,
-                         source_range where) {
+                         const asked_range& where) {
     for (const bool swapped : {false, true}) {
         const value one = values_[swapped ? right : left];
         const value_id other = swapped ? left : right;
@@ -597,7 +597,7 @@ operation integer_operation(clang::BinaryOperatorKind kind, bool is_signed) {
 
 result executor::operate_on_integers(clang::BinaryOperatorKind kind, const result& left, const result& right,
                                      const scalar_type& type, const clang::Expr& expression) {
-    const source_range where = range(expression);
+    const asked_range where = range(expression);
     const value_id a = in_format(left, number_format::integer, where);
     const value_id b = in_format(right, number_format::integer, where);
     const auto known_a = values_.known_integer(a);

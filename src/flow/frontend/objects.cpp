@@ -21,6 +21,11 @@ clang::QualType type_of(const object& one) { return clang::QualType::getFromOpaq
 }  // namespace
 
 std::uint32_t executor::bytes_of(const clang::QualType& type) const {
+    if (const auto* builtin = llvm::dyn_cast<clang::BuiltinType>(type.getCanonicalType().getTypePtr())) {
+        if (const auto scalar = scalar_of_builtin(builtin->getKind())) {
+            return scalar->bytes;  // without a search in the parser's tables
+        }
+    }
     return static_cast<std::uint32_t>(context_.getTypeSizeInChars(type).getQuantity());
 }
 
@@ -86,7 +91,7 @@ std::optional<scalar_type> executor::scalar_at(clang::QualType type, std::uint32
 }
 
 /// Refuses what no variable may be: volatile, bit-fields, sizes and formats that are not known.
-void executor::check_object_type(const clang::QualType& type, const std::string& name, source_range where) {
+void executor::check_object_type(const clang::QualType& type, const std::string& name, const asked_range& where) {
     if (type.isVolatileQualified()) {
         refuse(message_id::volatile_object, where, {name});
     }
@@ -120,7 +125,7 @@ void executor::check_object_type(const clang::QualType& type, const std::string&
     }
 }
 
-object_id executor::create_object(const clang::QualType& type, std::string name, source_range where) {
+object_id executor::create_object(const clang::QualType& type, std::string name, const asked_range& where) {
     check_object_type(type, name, where);
     const std::uint32_t bytes = bytes_of(type);
     if (bytes > most_bytes) {
@@ -181,7 +186,7 @@ object_id executor::object_of(const clang::VarDecl& variable) {
 }
 
 object_id executor::declare(const clang::VarDecl& variable) {
-    const source_range where = range(variable.getLocation());
+    const asked_range where = range(variable.getLocation());
     const object_id id = create_object(variable.getType(), variable.getName().str(), where);
     frames_.back().locals[&variable] = id;
     return id;
@@ -266,7 +271,7 @@ void executor::initialize_from_list(const place& where, const clang::QualType& t
     }
 }
 
-void executor::set_zero(const place& where, const clang::QualType& type, source_range range) {
+void executor::set_zero(const place& where, const clang::QualType& type, const asked_range& range) {
     if (const auto* array = context_.getAsConstantArrayType(type)) {
         const std::uint32_t size = bytes_of(array->getElementType());
         for (std::uint64_t index = 0; index < array->getSize().getZExtValue(); ++index) {
@@ -313,7 +318,7 @@ std::string executor::extent_of(const object& one) const {
     return count == 1 ? "one element" : std::to_string(count) + " elements";
 }
 
-void executor::check_place(const place& where, std::uint32_t bytes, source_range range) {
+void executor::check_place(const place& where, std::uint32_t bytes, const asked_range& range) {
     if (where.object == no_object) {
         refuse(message_id::null_pointer, range);
     }
@@ -327,7 +332,7 @@ void executor::check_place(const place& where, std::uint32_t bytes, source_range
     }
 }
 
-void executor::store(const place& where, const clang::QualType& type, const result& what, source_range range) {
+void executor::store(const place& where, const clang::QualType& type, const result& what, const asked_range& range) {
     if (type.isVolatileQualified()) {
         refuse(message_id::volatile_object, range, {"this"});
     }
@@ -376,7 +381,7 @@ void executor::store(const place& where, const clang::QualType& type, const resu
     }
 }
 
-result executor::load(const place& where, const clang::QualType& type, source_range range) {
+result executor::load(const place& where, const clang::QualType& type, const asked_range& range) {
     if (type.isVolatileQualified()) {
         refuse(message_id::volatile_object, range, {"this"});
     }
@@ -405,7 +410,7 @@ result executor::load(const place& where, const clang::QualType& type, source_ra
     return load_number(where, scalar_of(type, range), found, range);
 }
 
-result executor::load_pointer(const cell& found, source_range range) {
+result executor::load_pointer(const cell& found, const asked_range& range) {
     switch (found.kind) {
         case cell_kind::pointer:
             return {.is = result::kind::pointer, .where = {found.content, found.offset}};
@@ -420,7 +425,7 @@ result executor::load_pointer(const cell& found, source_range range) {
     }
 }
 
-result executor::load_number(const place& where, const scalar_type& type, const cell& found, source_range range) {
+result executor::load_number(const place& where, const scalar_type& type, const cell& found, const asked_range& range) {
     if (found.kind == cell_kind::unset) {
         if (memory_[where.object].rule == unset_rule::refuse) {
             const object& one = memory_[where.object];
@@ -436,7 +441,7 @@ result executor::load_number(const place& where, const scalar_type& type, const 
 }
 
 /// Refuses what only some of the ways to here have written.
-void executor::check_set(const place& where, const cell& found, source_range range) {
+void executor::check_set(const place& where, const cell& found, const asked_range& range) {
     if (found.set_when == always || decisions_.follows(conditions_.path(decisions_), found.set_when)) {
         return;
     }
@@ -465,7 +470,7 @@ value_id executor::unset_value(std::uint32_t index, const place& where, const sc
     return id;
 }
 
-void executor::copy(const place& to, const place& from, const clang::QualType& type, source_range range) {
+void executor::copy(const place& to, const place& from, const clang::QualType& type, const asked_range& range) {
     const std::uint32_t bytes = bytes_of(type);
     check_place(from, bytes, range);
     check_place(to, bytes, range);

@@ -447,6 +447,56 @@ source_range range_of(clang::SourceRange range, const clang::SourceManager& sour
     return result;
 }
 
+namespace {
+
+bool continues_name(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9') ||
+           letter == '_';
+}
+
+/// Bytes of a name, a number without sign or a closing bracket at the front of the text; 0 when only the scanner knows.
+std::size_t plain_token_length(std::string_view text) {
+    if (text.empty()) {
+        return 0;
+    }
+    if (text.front() == ')' || text.front() == ']' || text.front() == '}' || text.front() == ';') {
+        return 1;
+    }
+    const bool is_number = text.front() >= '0' && text.front() <= '9';
+    std::size_t length = 0;
+    while (length < text.size() && (continues_name(text[length]) || (is_number && text[length] == '.'))) {
+        ++length;
+    }
+    if (length == 0 || length == text.size()) {
+        return 0;
+    }
+    // A sign of an exponent, a quote behind a prefix, a line that goes on, letters beyond ASCII.
+    constexpr std::string_view ends = " \t\n\r;,()[]{}*/%<>=!&|^~:";
+    const bool signs = !is_number && (text[length] == '+' || text[length] == '-' || text[length] == '.');
+    return signs || ends.find(text[length]) != std::string_view::npos ? length : 0;
+}
+
+}  // namespace
+
+token_ends::token_ends(const clang::SourceManager& sources, const clang::LangOptions& language)
+    : sources_(sources), language_(language) {
+    const clang::FileID main = sources.getMainFileID();
+    if (const auto text = sources.getBufferDataOrNone(main)) {
+        begin_ = sources.getLocForStartOfFile(main).getRawEncoding();
+        text_ = *text;
+    }
+}
+
+source_range token_ends::range_of(clang::SourceRange range) const {
+    const std::uint32_t begin = range.getBegin().getRawEncoding();
+    const std::uint32_t last = range.getEnd().getRawEncoding();
+    const bool inside = range.getBegin().isFileID() && range.getEnd().isFileID() && begin >= begin_ && last >= begin &&
+                        last - begin_ < text_.size();
+    const std::size_t length = inside ? plain_token_length(text_.substr(last - begin_)) : 0;
+    return length != 0 ? source_range{begin, last + static_cast<std::uint32_t>(length)}
+                       : flow::range_of(range, sources_, language_);
+}
+
 bool is_declared_by_call(const clang::FunctionDecl& function) {
     return function.isImplicit() && function.getLocation().isInvalid();
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string_view>
 
 #include "flow/diagnostics/diagnostics.h"
 #include "flow/frontend/frontend.h"
@@ -66,6 +67,20 @@ private:
 /// A stretch of source as the source map counts; macros stand where they are used.
 [[nodiscard]] source_range range_of(clang::SourceRange range, const clang::SourceManager& sources,
                                     const clang::LangOptions& language);
+
+/// The same for many stretches of one source: the plain tokens of the main file are measured without the scanner.
+class token_ends {
+public:
+    token_ends(const clang::SourceManager& sources, const clang::LangOptions& language);
+
+    [[nodiscard]] source_range range_of(clang::SourceRange range) const;
+
+private:
+    const clang::SourceManager& sources_;
+    const clang::LangOptions& language_;
+    std::uint32_t begin_ = 0;     ///< of the main file, as places count
+    std::string_view text_ = {};  ///< the main file's
+};
 
 /// Whether the function was declared by a call alone, as older sources use the known functions.
 [[nodiscard]] bool is_declared_by_call(const clang::FunctionDecl& function);

@@ -37,22 +37,22 @@ void executor::count_step(const clang::Stmt& statement) {
     }
 }
 
-value_id executor::left(const flow_of& flow, source_range where) {
+value_id executor::left(const flow_of& flow, const asked_range& where) {
     return conditions_.either(flow.returned, conditions_.either(flow.broke, flow.continued, where), where);
 }
 
-flow_of executor::under(value_id condition, const flow_of& flow, source_range where) {
+flow_of executor::under(value_id condition, const flow_of& flow, const asked_range& where) {
     return {conditions_.both(condition, flow.returned, where), conditions_.both(condition, flow.broke, where),
             conditions_.both(condition, flow.continued, where)};
 }
 
-void executor::add_flow(flow_of& total, const flow_of& more, source_range where) {
+void executor::add_flow(flow_of& total, const flow_of& more, const asked_range& where) {
     total.returned = conditions_.either(total.returned, more.returned, where);
     total.broke = conditions_.either(total.broke, more.broke, where);
     total.continued = conditions_.either(total.continued, more.continued, where);
 }
 
-void executor::guarded(value_id condition, source_range where, const std::function<void()>& yes,
+void executor::guarded(value_id condition, const asked_range& where, const std::function<void()>& yes,
                        const std::function<void()>& no) {
     if (const auto known = conditions_.truth_of(condition)) {
         if (*known) {
@@ -80,7 +80,7 @@ void executor::guarded(value_id condition, source_range where, const std::functi
     merge(condition, where, yes_changes, no_changes);
 }
 
-void executor::merge(value_id condition, source_range where, std::span<const memory::change> yes,
+void executor::merge(value_id condition, const asked_range& where, std::span<const memory::change> yes,
                      std::span<const memory::change> no) {
     while (values_[condition].op == operation::bit_not) {
         condition = values_[condition].operands[0];
@@ -101,7 +101,8 @@ void executor::merge(value_id condition, source_range where, std::span<const mem
     }
 }
 
-cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no, source_range where) {
+cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no,
+                      const asked_range& where) {
     if (yes == no) {
         return yes;
     }
@@ -166,7 +167,7 @@ value_id executor::input_in_place(std::uint32_t index, const cell& shape) {
 }
 
 /// condition ? yes : no of two numbers; no_value when their formats differ.
-value_id executor::chosen(value_id condition, value_id yes, value_id no, source_range where) {
+value_id executor::chosen(value_id condition, value_id yes, value_id no, const asked_range& where) {
     const auto same_choice = [&](value_id id) {
         return values_[id].op == operation::select && values_[id].operands[0] == condition;
     };
@@ -186,8 +187,11 @@ value_id executor::chosen(value_id condition, value_id yes, value_id no, source_
 
 flow_of executor::execute(const clang::Stmt& statement) {
     count_step(statement);
-    const auto place_of = [&](const clang::Expr* condition) {
-        return condition != nullptr ? range(*condition) : range(statement.getBeginLoc());
+    const auto place_of = [&](const clang::Expr* condition) -> source_range {
+        if (condition != nullptr) {
+            return range(*condition);
+        }
+        return range(statement.getBeginLoc());
     };
     switch (statement.getStmtClass()) {
         case clang::Stmt::NullStmtClass:
@@ -263,7 +267,7 @@ flow_of executor::execute(const clang::Stmt& statement) {
 flow_of executor::execute_sequence(std::span<const clang::Stmt* const> statements) {
     for (std::size_t next = 0; next < statements.size(); ++next) {
         const flow_of flow = execute(*statements[next]);
-        const source_range where = range(*statements[next]);
+        const asked_range where = range(*statements[next]);
         const value_id gone = left(flow, where);
         if (gone == no_) {
             continue;
@@ -297,7 +301,7 @@ flow_of executor::execute_declarations(const clang::DeclStmt& statement) {
 
 flow_of executor::execute_if(const clang::IfStmt& statement) {
     const value_id condition = truth(evaluate(*statement.getCond()), *statement.getCond());
-    const source_range where = range(*statement.getCond());
+    const asked_range where = range(*statement.getCond());
     flow_of yes = straight_on();
     flow_of no = straight_on();
     const auto other = [&] {
@@ -376,7 +380,7 @@ value_id executor::run_rounds(const loop_parts& loop, int round) {
 
 value_id executor::case_matches(const clang::SwitchCase& label, const result& selector, const clang::Expr& condition) {
     const auto& one = llvm::cast<clang::CaseStmt>(label);
-    const source_range where = range(*one.getLHS());
+    const asked_range where = range(*one.getLHS());
     const scalar_type type = scalar_of(condition.getType(), where);
     const auto constant = [&](const clang::Expr& expression) {
         const auto bits = expression.EvaluateKnownConstInt(context_).getExtValue();
@@ -397,7 +401,7 @@ value_id executor::case_matches(const clang::SwitchCase& label, const result& se
 flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
     const clang::Expr& condition = *statement.getCond();
     const result selector = evaluate(condition);
-    const source_range where = range(condition);
+    const asked_range where = range(condition);
     std::vector<const clang::Stmt*> body = {statement.getBody()};
     if (const auto* block = llvm::dyn_cast<clang::CompoundStmt>(statement.getBody())) {
         body.assign(block->body_begin(), block->body_end());

@@ -13,20 +13,21 @@ namespace xfc::flow {
 
 executor::executor(clang::ASTContext& context, const frontend_options& options, diagnostics& messages,
                    const stack_watch& stack)
-    : context_(context), options_(options), messages_(messages), stack_(stack) {}
+    : context_(context),
+      options_(options),
+      messages_(messages),
+      stack_(stack),
+      ends_(context.getSourceManager(), context.getLangOpts()) {}
 
-source_range executor::range(clang::SourceRange where) const {
-    return range_of(where, context_.getSourceManager(), context_.getLangOpts());
-}
+source_range executor::range(clang::SourceRange where) const { return ends_.range_of(where); }
 
-source_range executor::range(const clang::Stmt& statement) const {
-    const auto [found, is_new] = ranges_.try_emplace(&statement);
-    if (is_new) {
-        const source_range known = range(statement.getSourceRange());
-        ranges_[&statement] = known;
-        return known;
+source_range executor::range_of_statement(const clang::Stmt& statement) const {
+    const std::size_t hash = llvm::DenseMapInfo<const clang::Stmt*>::getHashValue(&statement);
+    known_range& known = ranges_[hash % ranges_.size()];
+    if (known.statement != &statement) {
+        known = {&statement, range(statement.getSourceRange())};
     }
-    return found->second;
+    return known.range;
 }
 
 void executor::add_call_notes() {
@@ -40,15 +41,15 @@ void executor::add_call_notes() {
     }
 }
 
-void executor::refuse(message_id id, source_range where, std::initializer_list<std::string_view> arguments) {
+void executor::refuse(message_id id, const asked_range& where, std::initializer_list<std::string_view> arguments) {
     messages_.report(id, where, arguments);
     add_call_notes();
     throw refusal{};
 }
 
-void executor::refuse_with_note(message_id id, source_range where, std::initializer_list<std::string_view> arguments,
-                                message_id note, source_range note_where,
-                                std::initializer_list<std::string_view> note_arguments) {
+void executor::refuse_with_note(message_id id, const asked_range& where,
+                                std::initializer_list<std::string_view> arguments, message_id note,
+                                const asked_range& note_where, std::initializer_list<std::string_view> note_arguments) {
     messages_.report(id, where, arguments);
     messages_.add_to_last(note, note_where, note_arguments);
     add_call_notes();
@@ -215,7 +216,7 @@ void executor::run_top_body(const clang::FunctionDecl& function) {
 /// Makes what a parameter stands for: its own object, or the one that a pointer or array parameter gives access to.
 void executor::create_parameter(const clang::ParmVarDecl& declaration) {
     const std::string name = declaration.getName().str();
-    const source_range where = range(declaration.getLocation());
+    const asked_range where = range(declaration.getLocation());
     if (name.empty()) {
         return;  // nothing can reach it
     }

@@ -1,5 +1,6 @@
 #include "flow/graph/graph.h"
 
+#include <algorithm>
 #include <bit>
 #include <cassert>
 #include <utility>
@@ -25,7 +26,7 @@ bool equal_values(const value& left, const value& right) {
 
 }  // namespace
 
-graph::graph() : index_(first_index_size, no_value), calls_(1) {}
+graph::graph() : calls_(1) {}
 
 value_id graph::make(operation op, number_format format, std::span<const value_id> operands, source_range where,
                      call_id call) {
@@ -76,7 +77,7 @@ call_id graph::add_call(call description) {
 
 value_id graph::find_or_append(const value& wanted) {
     if ((values_.size() + 1) * 4 > index_.size() * 3) {
-        grow_index();
+        build_index(std::max(index_.size() * 2, std::bit_ceil(values_.size() * 2 + first_index_size)));
     }
     const std::size_t mask = index_.size() - 1;
     std::size_t slot = hash_of(wanted) & mask;
@@ -86,23 +87,25 @@ value_id graph::find_or_append(const value& wanted) {
         }
         slot = (slot + 1) & mask;
     }
-    const auto id = static_cast<value_id>(values_.size());
-    index_[slot] = id;
-    values_.push_back(wanted);
-    return id;
+    return index_[slot] = append(wanted);
 }
 
-void graph::grow_index() {
-    std::vector<value_id> larger(index_.size() * 2, no_value);
-    const std::size_t mask = larger.size() - 1;
-    for (value_id id = 0; id < size(); ++id) {
+value_id graph::append(const value& wanted) {
+    values_.push_back(wanted);
+    return static_cast<value_id>(values_.size() - 1);
+}
+
+void graph::build_index(std::size_t size) {
+    index_ = {};  // given back before the next one is taken
+    index_.assign(size, no_value);
+    const std::size_t mask = size - 1;
+    for (value_id id = 0; id < this->size(); ++id) {
         std::size_t slot = hash_of(values_[id]) & mask;
-        while (larger[slot] != no_value) {
+        while (index_[slot] != no_value) {
             slot = (slot + 1) & mask;
         }
-        larger[slot] = id;
+        index_[slot] = id;
     }
-    index_ = std::move(larger);
 }
 
 std::optional<std::int32_t> graph::known_integer(value_id id) const {
@@ -149,31 +152,34 @@ std::vector<bool> needed_for(const graph& source, std::span<const port> outputs)
     return needed;
 }
 
+// Unequal values stay unequal when they are numbered anew, so nothing is looked for.
 graph extracted(const graph& source, std::span<const port> inputs, std::span<const port> outputs) {
     const std::vector<bool> needed = needed_for(source, outputs);
     graph result;
-    for (call_id id = 1; id < source.call_count(); ++id) {
-        result.add_call(source.call_at(id));
-    }
+    result.calls_ = source.calls_;
+    result.values_.reserve(inputs.size() + static_cast<std::size_t>(std::count(needed.begin(), needed.end(), true)));
     std::vector<value_id> renumbered(source.size(), no_value);
-    for (const port& input : inputs) {
-        renumbered[input.value] = result.add_input(input);
+    for (port input : inputs) {
+        const value wanted{.op = operation::input,
+                           .format = input.format,
+                           .operands = {static_cast<value_id>(result.inputs_.size())},
+                           .where = input.where};
+        input.value = renumbered[input.value] = result.append(wanted);
+        result.inputs_.push_back(std::move(input));
     }
     for (value_id id = 0; id < source.size(); ++id) {
-        const value& one = source[id];
-        if (!needed[id] || one.op == operation::input) {
+        if (!needed[id] || source[id].op == operation::input) {
             continue;
         }
-        if (one.op == operation::constant) {
-            renumbered[id] = result.make_constant(one.format, one.constant_bits(), one.where, one.call);
-            continue;
+        value copied = source[id];
+        const auto count = copied.operand_span().size();
+        for (std::size_t place = 0; place < count; ++place) {
+            copied.operands.at(place) = renumbered[copied.operands.at(place)];
         }
-        std::array<value_id, most_operands> operands = {};
-        const auto old = one.operand_span();
-        for (std::size_t place = 0; place < old.size(); ++place) {
-            operands.at(place) = renumbered[old[place]];
+        if (row_of(copied.op).commutative && copied.operands[0] > copied.operands[1]) {
+            std::swap(copied.operands[0], copied.operands[1]);
         }
-        renumbered[id] = result.make(one.op, one.format, {operands.data(), old.size()}, one.where, one.call);
+        renumbered[id] = result.append(copied);
     }
     for (port output : outputs) {
         output.value = renumbered[output.value];

@@ -104,11 +104,16 @@ public:
     [[nodiscard]] std::size_t memory() const;
 
 private:
+    friend graph extracted(const graph& source, std::span<const port> inputs, std::span<const port> outputs);
+
     value_id find_or_append(const value& wanted);
-    void grow_index();
+    value_id append(const value& wanted);
+    void build_index(std::size_t size);
 
     std::vector<value> values_;
-    std::vector<value_id> index_;  ///< open addressing by hash; a power of two, at most 3/4 full
+    /// Open addressing by hash; a power of two, at most 3/4 full. Empty until somebody looks for an equal value: graphs
+    /// that are only read have none.
+    std::vector<value_id> index_;
     std::vector<port> inputs_;
     std::vector<port> outputs_;
     std::vector<call> calls_;

@@ -1,5 +1,6 @@
 #include "flow/passes/expand.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <vector>
@@ -16,6 +17,10 @@ public:
     explicit expander(const graph& source) : source_(source), renumbered_(source.size(), no_value) {}
 
     graph run() {
+        if (std::none_of(source_.values().begin(), source_.values().end(),
+                         [](const value& one) { return may_be_expanded(one); })) {
+            return without_unused(source_);
+        }
         for (call_id id = 1; id < source_.call_count(); ++id) {
             made_.add_call(source_.call_at(id));
         }
@@ -38,6 +43,22 @@ public:
     }
 
 private:
+    /// Whether `expanded` may make anything else of the operation than itself, whatever its operands.
+    static bool may_be_expanded(const value& one) {
+        switch (one.op) {
+            case operation::negate:
+            case operation::bit_not:
+            case operation::whole_power:
+            case operation::exponential_2:
+            case operation::logarithm_2:
+            case operation::logarithm_10:
+                return true;
+            default:  // what inverts a condition stands in front of other booleans
+                return one.format == number_format::boolean &&
+                       (one.op == operation::bit_and || one.op == operation::bit_or || one.op == operation::bit_xor);
+        }
+    }
+
     value_id make(const value& like, operation op, std::initializer_list<value_id> operands) {
         return make_folded(made_, op, like.format, {operands.begin(), operands.size()}, like.where, like.call);
     }

@@ -1,13 +1,12 @@
 #include "flow/passes/select_components.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
-#include <iterator>
-#include <map>
 #include <set>
-#include <tuple>
 
 #include "flow/passes/constants.h"
+#include "flow/passes/node_index.h"
 
 namespace xfc::flow {
 
@@ -116,11 +115,21 @@ constexpr selection_row selections[] = {
     {operation::select, number_format::double_float, component_id::select},
 };
 
+/// Rows by operation and format.
+using selection_table = std::array<std::array<const selection_row*, number_format_count>, operation_count>;
+
+constexpr selection_table make_selection_table() {
+    selection_table table = {};
+    for (const selection_row& row : selections) {
+        table.at(static_cast<std::size_t>(row.op)).at(static_cast<std::size_t>(row.format)) = &row;
+    }
+    return table;
+}
+
 /// The row of an operation in a format; null for none.
 const selection_row* selection_for(operation op, number_format format) {
-    const auto* found = std::find_if(std::begin(selections), std::end(selections),
-                                     [&](const selection_row& row) { return row.op == op && row.format == format; });
-    return found == std::end(selections) ? nullptr : found;
+    static constexpr selection_table table = make_selection_table();
+    return table[static_cast<std::size_t>(op)][static_cast<std::size_t>(format)];
 }
 
 bool has_selector(component_id component) {
@@ -136,7 +145,20 @@ constexpr relation_kind opposite_of(relation_kind relation) {
 }
 
 /// What makes two instances equal: component, output selector, the generic of its own, addsub, operands.
-using instance_key = std::tuple<component_id, std::int32_t, std::int32_t, bool, std::array<node_id, most_operands>>;
+bool are_equal_instances(const design_node& one, const design_node& other,
+                         std::int32_t component_generics::*own_generic) {
+    return one.kind == node_kind::instance && one.component == other.component && one.operands == other.operands &&
+           one.subtract == other.subtract && one.generics.output_select == other.generics.output_select &&
+           (own_generic == nullptr || one.generics.*own_generic == other.generics.*own_generic);
+}
+
+std::uint64_t hash_of(const design_node& node, std::int32_t setting) {
+    const auto word = [](auto number) { return static_cast<std::uint64_t>(number); };
+    std::uint64_t hash =
+        mixed(word(node.component) << 16U, word(node.generics.output_select) * 2 + word(node.subtract));
+    hash = mixed(hash, (word(node.operands[0]) << 32U) | node.operands[1]);
+    return mixed(hash, (word(node.operands[2]) << 32U) ^ word(setting));
+}
 
 class component_selection {
 public:
@@ -148,6 +170,7 @@ public:
           asked_(source.size(), 0),
           native_(source.size(), no_node) {
         made_.options = options;
+        made_.nodes.reserve(source.size() + source.size() / 2);
     }
 
     std::optional<design> run() {
@@ -305,7 +328,7 @@ private:
         } else if (row.operation == component_operation::multiply && has_guard_bits(node.code)) {
             node.summands = made_.options.outputscale == 1 ? 1 : 2;  // a product is below 4, a sum of two below 4 too
         }
-        native_[id] = instance(node, work.setting);
+        native_[id] = instance(node, work.generic, work.setting);
     }
 
     component_generics generics_of(component_id, std::int32_t selector) const {
@@ -369,13 +392,15 @@ private:
     }
 
     node_id constant(value_id id, coding code) {
-        const value& one = source_[id];
-        const bus_bits bits = encoded_constant(one.format, one.constant_bits(), code, made_.options.mantissa);
-        const auto [found, added] = constants_.try_emplace({id, code}, no_node);
-        if (added) {
-            found->second = append({.kind = node_kind::constant, .code = code, .bits = bits, .value = id});
-        }
-        return found->second;
+        const auto is_same = [&](node_id node) {
+            const design_node& one = made_[node];
+            return one.kind == node_kind::constant && one.value == id && one.code == code;
+        };
+        return known_.find_or_make(mixed(mixed(1, id), static_cast<std::uint64_t>(code)), is_same, [&] {
+            const value& one = source_[id];
+            const bus_bits bits = encoded_constant(one.format, one.constant_bits(), code, made_.options.mantissa);
+            return append({.kind = node_kind::constant, .code = code, .bits = bits, .value = id});
+        });
     }
 
     /// A node's number in another coding, by the one instance that all readers share.
@@ -391,17 +416,22 @@ private:
     }
 
     /// One instance for equal work.
-    node_id instance(const design_node& node, std::int32_t setting = 0) {
-        const auto [found, added] = instances_.try_emplace(
-            {node.component, node.generics.output_select, setting, node.subtract, node.operands}, no_node);
-        if (added) {
-            if (find_model_(component_name(node)) == nullptr && lacking_.insert(node.component).second) {
-                messages_.report(message_id::component_missing, source_[node.value].where, {component_name(node)});
-                refused_ = true;
-            }
-            found->second = append(node);
+    node_id instance(const design_node& node, std::int32_t component_generics::*own_generic = nullptr,
+                     std::int32_t setting = 0) {
+        const auto is_same = [&](node_id known) { return are_equal_instances(made_[known], node, own_generic); };
+        return known_.find_or_make(hash_of(node, setting), is_same, [&] {
+            look_for_model(node);
+            return append(node);
+        });
+    }
+
+    /// A library without the component is told once.
+    void look_for_model(const design_node& node) {
+        const bool is_new = looked_for_.insert(node.component).second;
+        if (is_new && find_model_(component_name(node)) == nullptr) {
+            messages_.report(message_id::component_missing, source_[node.value].where, {component_name(node)});
+            refused_ = true;
         }
-        return found->second;
     }
 
     node_id append(const design_node& node) {
@@ -415,9 +445,8 @@ private:
     design made_;
     std::vector<coding_set> asked_;  ///< by value
     std::vector<node_id> native_;    ///< what an operation's component delivers, by value
-    std::map<std::pair<value_id, coding>, node_id> constants_;
-    std::map<instance_key, node_id> instances_;
-    std::set<component_id> lacking_;
+    node_index known_;               ///< constants and instances
+    std::set<component_id> looked_for_;
     bool refused_ = false;
 };
 
