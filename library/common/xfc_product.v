@@ -3,6 +3,7 @@
 // are added in blocks of four digits, blocks in pairs, pairs in quads, and quads at last. With synthesize 1 it is one
 // product that tools put into multiplier blocks, with the same borders.
 //   step recode:  digits of b; the lowest row, whose digit takes no carry
+//   step choose:  the rows
 //   step twos:    the sums of two rows
 //   step rows:    the sum of four rows for each block
 //   step pairs:   the sum of two blocks
@@ -15,7 +16,8 @@ module xfc_product
     parameter rows_border = 1,
     parameter pairs_border = 0,
     parameter quads_border = 0,
-    parameter twos_border = 0)
+    parameter twos_border = 0,
+    parameter choose_border = 0)
   (input sysclk, enable,
    input [width-1:0] a,
    input [width-1:0] b,
@@ -33,7 +35,10 @@ module xfc_product
       wire [width-1:0] recode_a, recode_b;
       xfc_register #(width, recode_border) recode_0 (sysclk, enable, a, recode_a);
       xfc_register #(width, recode_border) recode_1 (sysclk, enable, b, recode_b);
-      wire [2*width-1:0] product_d = $signed(recode_a) * $signed(recode_b);
+      wire [width-1:0] choose_a, choose_b;
+      xfc_register #(width, choose_border) choose_0 (sysclk, enable, recode_a, choose_a);
+      xfc_register #(width, choose_border) choose_1 (sysclk, enable, recode_b, choose_b);
+      wire [2*width-1:0] product_d = $signed(choose_a) * $signed(choose_b);
       wire [2*width-1:0] twos_product, rows_product, pairs_product;
       xfc_register #(2 * width, twos_border) twos_0 (sysclk, enable, product_d, twos_product);
       xfc_register #(2 * width, rows_border) rows_0 (sysclk, enable, twos_product, rows_product);
@@ -62,7 +67,7 @@ module xfc_product
       for (i = 0; i < 8; i = i + 1) begin : rows
         if (i < blocks) begin : used
           localparam count = i == blocks - 1 ? digits - 4 * i : 4;
-          xfc_product_rows #(width, count, twos_border) add_rows
+          xfc_product_rows #(width, count, twos_border, choose_border) add_rows
             (sysclk, enable, recode_a, first, i == 0 ? 1'b1 : 1'b0, codes[8*i+:2*count],
              i == blocks - 1 ? minus_two : 1'b0,
              blocks_d[block_bits*i+:block_bits], short_d[i]);

@@ -3,6 +3,7 @@
 -- are added in blocks of four digits, blocks in pairs, pairs in quads, and quads at last. With synthesize 1 it is one
 -- product that tools put into multiplier blocks, with the same borders.
 --   step recode:  digits of b; the lowest row, whose digit takes no carry
+--   step choose:  the rows
 --   step twos:    the sums of two rows
 --   step rows:    the sum of four rows for each block
 --   step pairs:   the sum of two blocks
@@ -19,7 +20,8 @@ entity xfc_product is
            rows_border   : natural;
            pairs_border  : natural;
            quads_border  : natural := 0;
-           twos_border   : natural := 0);
+           twos_border   : natural := 0;
+           choose_border : natural := 0);
   port (sysclk, enable : in std_logic;
         a, b    : in std_logic_vector(width - 1 downto 0);
         product : out std_logic_vector(2 * width - 1 downto 0));
@@ -48,11 +50,15 @@ begin
   recode_1 : entity work.xfc_register generic map (width, recode_border) port map (sysclk, enable, a, recode_a);
 
   multiplier_blocks : if synthesize = 1 generate
-    signal recode_b : std_logic_vector(width - 1 downto 0);
+    signal recode_b, choose_a, choose_b : std_logic_vector(width - 1 downto 0);
     signal product_d, twos_product, rows_product, pairs_product : std_logic_vector(2 * width - 1 downto 0);
   begin
     recode_0 : entity work.xfc_register generic map (width, recode_border) port map (sysclk, enable, b, recode_b);
-    product_d <= std_logic_vector(signed(recode_a) * signed(recode_b));
+    choose_0 : entity work.xfc_register generic map (width, choose_border)
+      port map (sysclk, enable, recode_a, choose_a);
+    choose_1 : entity work.xfc_register generic map (width, choose_border)
+      port map (sysclk, enable, recode_b, choose_b);
+    product_d <= std_logic_vector(signed(choose_a) * signed(choose_b));
     twos_0 : entity work.xfc_register generic map (2 * width, twos_border)
       port map (sysclk, enable, product_d, twos_product);
     rows_0 : entity work.xfc_register generic map (2 * width, rows_border)
@@ -107,7 +113,7 @@ begin
       has_first(i) <= is_one(i = 0);
       minus_twos(i) <= minus_two(0) and is_one(i = blocks - 1);
       used : if i < blocks generate
-        add_rows : entity work.xfc_product_rows generic map (width, digits_of(i), twos_border)
+        add_rows : entity work.xfc_product_rows generic map (width, digits_of(i), twos_border, choose_border)
           port map (sysclk, enable, recode_a, first, has_first(i),
                     codes(8 * i + 2 * digits_of(i) - 1 downto 8 * i), minus_twos(i),
                     blocks_d(block_bits * (i + 1) - 1 downto block_bits * i), short_d(i));

@@ -1,11 +1,12 @@
 // Adds up to four rows of a product: row j is one of -a, 0, a and 2a, or -2a for the last one, times 4 ** j. A digit
 // is coded as its value plus 1. A negative row is a ones' complement, and what it misses comes in as the carry of the
 // adder that takes the row in; for the lowest row that is the adder behind this part, told by `one_short`. One look-up
-// table a bit of a row, one carry chain for two rows. A register may stand behind the sums of two rows.
+// table a bit of a row, one carry chain for two rows. Registers may stand behind the rows and behind the sums of two.
 module xfc_product_rows
   #(parameter width  = 32,   // bits of a, two's complement
     parameter digits = 4,    // rows, 1 to 4
-    parameter twos_border = 0)
+    parameter twos_border = 0,
+    parameter choose_border = 0)
   (input sysclk, enable,
    input [width-1:0] a,
    input [width:0] first,            // what row 0 is instead when has_first is 1; it misses nothing
@@ -15,8 +16,8 @@ module xfc_product_rows
    output [width+7:0] sum,
    output one_short);                     // 1: the sum is 1 too small
 
-  wire [4*(width+1)-1:0] rows;
-  wire [3:0] short;                  // rows that miss their unit
+  wire [4*(width+1)-1:0] rows_d, rows;
+  wire [3:0] short_d, short;         // rows that miss their unit
   genvar j;
 
   generate
@@ -28,14 +29,17 @@ module xfc_product_rows
           code == 2'd0 ? ~{a[width-1], a} :
           code == 2'd1 ? {width+1{1'b0}} :
           code == 2'd2 ? {a[width-1], a} : {a, 1'b0} ^ {width+1{inverts}};
-        assign rows[(width+1)*j+:width+1] = j == 0 && has_first ? first : value;
-        assign short[j] = (code == 2'd0 || inverts) && !(j == 0 && has_first);
+        assign rows_d[(width+1)*j+:width+1] = j == 0 && has_first ? first : value;
+        assign short_d[j] = (code == 2'd0 || inverts) && !(j == 0 && has_first);
       end else begin : absent
-        assign rows[(width+1)*j+:width+1] = {width+1{1'b0}};
-        assign short[j] = 1'b0;
+        assign rows_d[(width+1)*j+:width+1] = {width+1{1'b0}};
+        assign short_d[j] = 1'b0;
       end
     end
   endgenerate
+
+  xfc_register #(4 * (width + 1), choose_border) choose_0 (sysclk, enable, rows_d, rows);
+  xfc_register #(4, choose_border) choose_1 (sysclk, enable, short_d, short);
 
   wire [width+3:0] lower_d, upper_d, lower, upper;
   wire upper_short;

@@ -1,14 +1,15 @@
 -- Adds up to four rows of a product: row j is one of -a, 0, a and 2a, or -2a for the last one, times 4 ** j. A digit
 -- is coded as its value plus 1. A negative row is a ones' complement, and what it misses comes in as the carry of the
 -- adder that takes the row in; for the lowest row that is the adder behind this part, told by `one_short`. One look-up
--- table a bit of a row, one carry chain for two rows. A register may stand behind the sums of two rows.
+-- table a bit of a row, one carry chain for two rows. Registers may stand behind the rows and behind the sums of two.
 library ieee;
 use ieee.std_logic_1164.all;
 
 entity xfc_product_rows is
   generic (width  : positive;    -- bits of a, two's complement
            digits : positive;    -- rows, 1 to 4
-           twos_border : natural := 0);
+           twos_border : natural := 0;
+           choose_border : natural := 0);
   port (sysclk, enable : in std_logic;
         a         : in std_logic_vector(width - 1 downto 0);
         first     : in std_logic_vector(width downto 0);   -- what row 0 is when has_first is 1; it misses nothing
@@ -20,10 +21,9 @@ entity xfc_product_rows is
 end xfc_product_rows;
 
 architecture rtl of xfc_product_rows is
-  subtype row_bits is std_logic_vector(width downto 0);
-  type row_list is array (0 to 3) of row_bits;
-  signal rows : row_list;
-  signal short : std_logic_vector(3 downto 0);             -- rows that miss their unit
+  constant row_bits : positive := width + 1;
+  signal rows_d, rows : std_logic_vector(4 * row_bits - 1 downto 0);
+  signal short_d, short : std_logic_vector(3 downto 0);    -- rows that miss their unit
   signal lower_d, upper_d, lower, upper : std_logic_vector(width + 3 downto 0);
   signal two_short_d, two_short : std_logic_vector(1 downto 0);
 begin
@@ -32,10 +32,10 @@ begin
   choose : process (a, first, has_first, codes, minus_two)
     variable inverts : std_logic;
     variable code : std_logic_vector(1 downto 0);
-    variable value : row_bits;
+    variable value : std_logic_vector(width downto 0);
   begin
-    rows <= (others => (others => '0'));
-    short <= (others => '0');
+    rows_d <= (others => '0');
+    short_d <= (others => '0');
     for j in 0 to digits - 1 loop
       code := codes(2 * j + 1 downto 2 * j);
       inverts := '0';
@@ -54,20 +54,24 @@ begin
         value := a & '0';
       end if;
       if code = "00" or inverts = '1' then
-        short(j) <= '1';
+        short_d(j) <= '1';
       end if;
       if j = 0 and has_first = '1' then
         value := first;
-        short(j) <= '0';
+        short_d(j) <= '0';
       end if;
-      rows(j) <= value;
+      rows_d(row_bits * (j + 1) - 1 downto row_bits * j) <= value;
     end loop;
   end process;
 
+  choose_0 : entity work.xfc_register generic map (4 * row_bits, choose_border) port map (sysclk, enable, rows_d, rows);
+  choose_1 : entity work.xfc_register generic map (4, choose_border) port map (sysclk, enable, short_d, short);
+
   add_lower : entity work.xfc_add_shifted generic map (width + 1, 2, width + 4)
-    port map (rows(0), rows(1), short(1), lower_d);
+    port map (rows(row_bits - 1 downto 0), rows(2 * row_bits - 1 downto row_bits), short(1), lower_d);
   add_upper : entity work.xfc_add_shifted generic map (width + 1, 2, width + 4)
-    port map (rows(2), rows(3), short(3), upper_d);
+    port map (rows(3 * row_bits - 1 downto 2 * row_bits), rows(4 * row_bits - 1 downto 3 * row_bits), short(3),
+              upper_d);
   two_short_d <= short(2) & short(0);
   twos_0 : entity work.xfc_register generic map (width + 4, twos_border) port map (sysclk, enable, lower_d, lower);
   twos_1 : entity work.xfc_register generic map (width + 4, twos_border) port map (sysclk, enable, upper_d, upper);

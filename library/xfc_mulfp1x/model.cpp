@@ -35,7 +35,7 @@ bus_bits xfc_mulfp1x(const component_generics& generics, const component_operand
     const bus_layout layout = layout_of(bus_form::xfloat, width);
     const std::int32_t top = 2 * width - 1;
 
-    // recode
+    // choose
     const bus_flags a_flags = flags_of(operands.aa, layout);
     const bus_flags b_flags = flags_of(operands.bb, layout);
     const auto a_exponent = static_cast<std::int32_t>(field(operands.aa, layout.exponent));
@@ -49,21 +49,21 @@ bus_bits xfc_mulfp1x(const component_generics& generics, const component_operand
     const bool sat = !nan && (a_flags.sat || b_flags.sat);
     const bool zip = !nan && !sat && (a_zero || b_zero);
 
-    // rows, sum
+    // rows, pairs, sum
     const std::int32_t exponent = a_exponent + b_exponent - single_bias;
     const bus_bits product = bits_of(sign_extended(a_mantissa, width) * sign_extended(b_mantissa, width), 2 * width);
 
     if (generics.output_select == ieee_output) {
-        // decide: a negative product as its ones' complement, one unit short
+        // a negative product as its ones' complement, one unit short
         const bus_bits magnitude = sign ? ~product & low_ones(2 * width) : product;
         const bool halve = bit(magnitude, top - 1) || bit(magnitude, top - 2);
         const std::int32_t lowest = top - 3 - single_fraction_bits + (halve ? 1 : 0);
         const bus_bits kept = slice(magnitude, top - 1, lowest);
         const bool up = rounds_up(bit(magnitude, lowest), magnitude & low_ones(lowest), lowest, sign);
 
-        // round: what is carried up to 2, or is 4, has the next exponent
+        // round: what is carried up to the next exponent, or is 4, has a fraction of zero
         const bus_bits significand = kept + static_cast<bus_bits>(up);
-        const bool carried = bit(significand, single_fraction_bits + 1);
+        const bool carried = (significand >> (single_fraction_bits + 1U)) != 0;
         const std::int32_t rounded = exponent + (halve ? 1 : 0) + (carried ? 1 : 0);
         return pack_ieee(bus_form::single_float, sign, {.sat = sat, .zip = zip, .nan = nan}, rounded,
                          significand & low_ones(single_fraction_bits));

@@ -75,9 +75,11 @@ std::string prove_set(const component_row& row, const component_generics& generi
     if (status != 0) {
         return built.substr(0, 1500);
     }
-    const std::string said = output_of("cd '" + place.string() + "' && timeout " + std::to_string(seconds_a_set) +
-                                           " yosys-abc -c 'read miter.aig; strash; iprove'",
-                                       status);
+    // Should it not heed the first signal, it is killed.
+    const std::string said =
+        output_of("cd '" + place.string() + "' && timeout --kill-after=10 " + std::to_string(seconds_a_set) +
+                      " yosys-abc -c 'read miter.aig; strash; iprove'",
+                  status);
     if (said.find("UNSATISFIABLE") != std::string::npos) {
         return "proven";
     }
@@ -91,7 +93,12 @@ std::vector<std::string> prove_formally(const component_row& row, const prover_s
     const fs::path place = settings.work / (std::string(row.name) + "_formal");
     std::size_t proven = 0;
     std::size_t undecided = 0;
-    for (const component_generics& generics : sets_to_prove(row, settings)) {
+    const std::vector<component_generics> sets = sets_to_prove(row, settings);
+    for (const component_generics& generics : sets) {
+        if (undecided == 1 && proven == 0) {
+            std::cout << row.name << ": the other " << sets.size() - 1 << " sets of generics were not tried\n";
+            break;
+        }
         fs::remove_all(place);
         fs::create_directories(place);
         const std::string outcome = prove_set(row, generics, settings, place);
@@ -99,7 +106,7 @@ std::vector<std::string> prove_formally(const component_row& row, const prover_s
             ++proven;
         } else if (outcome == "not decided") {
             ++undecided;
-            std::cout << row.name << ", " << text_of(row, generics) << ": not decided\n";
+            std::cout << row.name << ", " << text_of(row, generics) << ": not decided" << std::endl;
         } else {
             failures.push_back(std::string(row.name) + ", " + text_of(row, generics) +
                                ": VHDL and Verilog: " + outcome);
