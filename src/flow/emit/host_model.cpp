@@ -160,8 +160,8 @@ value value_from(bits pattern) {
 }
 constexpr bus_bits constant(std::uint64_t high, std::uint64_t low) { return (bus_bits{high} << 64U) | low; }
 
-bus_bits run(component_model model, const component_generics& generics, bus_bits aa, bus_bits bb = 0,
-             bool subtract = false, bool condition = false) {
+[[gnu::noinline]] bus_bits run(component_model model, const component_generics& generics, bus_bits aa, bus_bits bb = 0,
+                               bool subtract = false, bool condition = false) {
     component_operands operands;
     operands.aa = aa;
     operands.bb = bb;
@@ -174,7 +174,11 @@ bus_bits run(component_model model, const component_generics& generics, bus_bits
 }  // namespace xfc
 }  // namespace
 
-// Buses are called as in the hardware.
+// Buses are called as in the hardware. There is nothing to optimize in a sequence of calls, and where it has thousands,
+// gcc takes long to find that out.
+#if !defined(__clang__)
+__attribute__((optimize("O0")))
+#endif
 void @name@_model(const struct @name@_inputs* inputs_, struct @name@_outputs* outputs_) {
     static_cast<void>(inputs_);
 @design@}
