@@ -91,6 +91,21 @@ foreach(language IN ITEMS vhdl verilog)
     install(FILES ${texts} ${list} DESTINATION ${library_dir}/${language} COMPONENT components)
 endforeach()
 
+# The models' sources, of which xfcflow makes models of whole designs: NAME.cpp for each component, its tables, and the
+# headers in the folders that they are included from.
+file(GLOB models CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}/library library/*/model.cpp)
+foreach(model IN LISTS models)
+    get_filename_component(component ${model} DIRECTORY)
+    install(FILES library/${model} DESTINATION ${library_dir}/model RENAME ${component}.cpp COMPONENT components)
+endforeach()
+file(GLOB tables CONFIGURE_DEPENDS library/*/*_table.h)
+install(FILES ${tables} DESTINATION ${library_dir}/model COMPONENT components)
+file(GLOB headers CONFIGURE_DEPENDS src/model/*.h)
+list(FILTER headers EXCLUDE REGEX "model_list.h$")
+install(FILES ${headers} DESTINATION ${library_dir}/model/model COMPONENT components)
+install(FILES src/components/library_options.h src/components/number_format.h
+    DESTINATION ${library_dir}/model/components COMPONENT components)
+
 compress(${CMAKE_CURRENT_SOURCE_DIR}/docs/components.md components.md)
 install(FILES ${packaging_dir}/components.md.gz DESTINATION ${components_docdir} COMPONENT components)
 

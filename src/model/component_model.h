@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
-#include <string_view>
 
 #include "components/library_options.h"
 #include "components/number_format.h"
@@ -26,17 +24,6 @@ struct component_operands {
 
 /// The result's bus for one set of operands. Every pattern of bits is an operand; generics are within their rows.
 using component_model = bus_bits (*)(const component_generics&, const component_operands&);
-
-struct component_model_row {
-    std::string_view name;  ///< of the folder and the entity
-    component_model model;
-};
-
-/// The models of all folders of the library, in the order of their names.
-[[nodiscard]] std::span<const component_model_row> component_models();
-
-/// The model of the entity `name`, or null when the library has no such folder.
-[[nodiscard]] component_model model_named(std::string_view name);
 
 // ---- Fields of buses ----
 

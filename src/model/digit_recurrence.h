@@ -1,6 +1,5 @@
 #pragma once
 
-#include "components/component_table.h"
 #include "model/component_model.h"
 
 // What the models of square roots and quotients share: their digits, and the common part xfc_square_root. `word` is an

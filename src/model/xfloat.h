@@ -1,6 +1,5 @@
 #pragma once
 
-#include "components/component_table.h"
 #include "model/component_model.h"
 
 // What the models of several components share: the single-precision internal form in its codings, and the common parts.

@@ -12,6 +12,7 @@
 #include <iostream>
 
 #include "contract.h"
+#include "model/model_list.h"
 
 namespace {
 

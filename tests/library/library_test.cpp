@@ -12,7 +12,7 @@
 #include "exact_value.h"
 #include "folders.h"
 #include "generic_sets.h"
-#include "model/component_model.h"
+#include "model/model_list.h"
 #include "vectors.h"
 
 namespace xfc::proof {

@@ -13,6 +13,7 @@
 #include "contract.h"
 #include "entity_text.h"
 #include "generic_sets.h"
+#include "model/model_list.h"
 #include "vectors.h"
 
 namespace xfc::proof {

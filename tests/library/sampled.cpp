@@ -14,6 +14,7 @@
 #include <string>
 
 #include "contract.h"
+#include "model/model_list.h"
 #include "vectors.h"
 
 namespace {

@@ -1,9 +1,11 @@
 #include "flow/driver/build.h"
 
+#include <iterator>
 #include <ostream>
 
 #include "flow/driver/report.h"
 #include "flow/driver/version.h"
+#include "flow/emit/host_model.h"
 #include "flow/graph/port_names.h"
 
 namespace xfc::flow {
@@ -25,6 +27,7 @@ std::vector<std::string> header_of(const compilation_state& state, const design_
         command += word.empty() ? "" : " " + std::string(row.name) + " " + word;
     }
     command += line.c_constants ? " --c-constants" : "";
+    command += line.driver.empty() ? "" : " --driver " + line.driver;
     return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
             "Latency " + std::to_string(state.times->latency) +
                 " cycles in which enable is 1; a new vector may enter " + "in every one of them.",
@@ -45,6 +48,21 @@ std::string summary(const compilation_state& state, const built_design& result) 
         text += "  " + (std::filesystem::path(state.line.folder) / file.path).string() + "\n";
     }
     return text;
+}
+
+/// A header of the program may be called like a file that is written.
+bool keeps_what_is_read(const compilation_state& state, const built_design& result) {
+    for (const output_file& file : result.files) {
+        const std::filesystem::path path = state.line.folder / file.path;
+        for (const std::string& read : state.places.file_names()) {
+            std::error_code none;
+            if (std::filesystem::equivalent(path, read, none)) {
+                state.messages.report(message_id::same_file, {}, {path.string()});
+                return false;
+            }
+        }
+    }
+    return true;
 }
 
 }  // namespace
@@ -81,6 +99,17 @@ std::optional<built_design> built(const compilation_state& state) {
         return std::nullopt;
     }
     result.files = std::move(*files);
+    if (!state.line.driver.empty()) {
+        const host_model_facts facts{.latency = state.times->latency, .header = result.text.header};
+        auto model = host_model_files(values, *state.made, result.names, state.places, facts,
+                                      state.line.driver == "c" ? host_language::c : host_language::python);
+        if (!model) {
+            state.messages.report(message_id::library_missing, {}, {library_folder().string()});
+            return std::nullopt;
+        }
+        result.files.insert(result.files.end(), std::make_move_iterator(model->begin()),
+                            std::make_move_iterator(model->end()));
+    }
     return result;
 }
 
@@ -92,7 +121,7 @@ int build(const command_line& line, std::ostream& out, std::ostream& error, bool
     if (run_stages(state, true)) {
         result = built(state);
     }
-    const bool done = result && write_files(line.folder, result->files, messages);
+    const bool done = result && keeps_what_is_read(state, *result) && write_files(line.folder, result->files, messages);
     if (line.json) {
         out << report_json(done ? &*state.current : nullptr, done ? std::optional(state.times->latency) : std::nullopt,
                            messages, places, line.source);

@@ -70,6 +70,13 @@ const option_row options[] = {
      .commands = "build simulate",
      .choices = "vhdl verilog both",
      .word = &command_line::languages},
+    {.name = "--driver",
+     .value = "LANGUAGE",
+     .text = "also write a model of the design that computes on this machine what the hardware delivers, bit for bit: "
+             "NAME_model.h and NAME_model.cpp for C and C++, with NAME_model.py for Python",
+     .commands = "build",
+     .choices = "c python",
+     .word = &command_line::driver},
     {.name = "-o",
      .value = "FOLDER",
      .text = "where to write; made when it is not there",

@@ -19,6 +19,7 @@ struct command_line {
     std::string languages = "both";
     std::string folder = ".";      ///< where `build` writes
     std::string file = {};         ///< what `view` writes; empty: the design's name
+    std::string driver = {};       ///< the language of a model for the host; empty: none
     std::string name = {};         ///< of the design; empty: the program's
     std::string simulator = {};    ///< empty: the first one installed; "none": the model alone
     std::string inputs = {};       ///< a table of vectors; empty: random ones

@@ -50,6 +50,18 @@ std::string fileset(std::string_view name, std::string_view type, const std::vec
     return text + "    file_type: " + std::string(type) + "\n";
 }
 
+/// The design in one language as edalize reads it (EDAM), with what the usual tools need to be told.
+std::string edam_text(const std::string& name, language lang, std::string_view type,
+                      const std::vector<std::string>& files) {
+    std::string text = "name: " + name + "\ntoplevel: " + name + "\nfiles:\n";
+    for (const std::string& file : files) {
+        text += "  - {name: " + file + ", file_type: " + std::string(type) + "}\n";
+    }
+    return text + (lang == language::vhdl ? "tool_options:\n  ghdl:\n    analyze_options: [--std=93]\n"
+                                          : "tool_options:\n  icarus:\n    iverilog_options: [-g2001]\n"
+                                            "  verilator:\n    mode: lint-only\n");
+}
+
 }  // namespace
 
 std::string design_json(const graph& values, const design& made, const schedule& times, const design_names& names,
@@ -107,7 +119,9 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
         }
         const std::string_view name = is_vhdl ? "vhdl" : "verilog";
         files.push_back({what.name + (is_vhdl ? "_vhdl.f" : "_verilog.f"), list});
-        filesets += fileset(name, is_vhdl ? "vhdlSource-93" : "verilogSource-2005", order);
+        const std::string_view type = is_vhdl ? "vhdlSource-93" : "verilogSource-2005";
+        files.push_back({what.name + "_" + std::string(name) + ".eda.yml", edam_text(what.name, lang, type, order)});
+        filesets += fileset(name, type, order);
         names_of_sets += (names_of_sets.empty() ? "" : ", ") + std::string(name);
     }
     files.push_back({what.name + ".json", json_text});

@@ -22,8 +22,8 @@ struct output_file {
                                       const design_names& names, const source_map& places);
 
 /// The design in these languages: its texts, the library's files that it needs (library/...), a file list a language
-/// in compile order (NAME_vhdl.f, NAME_verilog.f), NAME.json and a FuseSoC core file. Without a result the library
-/// lacks a file.
+/// in compile order (NAME_vhdl.f, NAME_verilog.f), one for edalize (NAME_vhdl.eda.yml, ...), NAME.json and a FuseSoC
+/// core file. Without a result the library lacks a file.
 [[nodiscard]] std::optional<std::vector<output_file>> files_of(const datapath& what,
                                                                const std::vector<language>& languages,
                                                                const std::string& json);

@@ -86,4 +86,12 @@ std::string source_map::expression_text(source_range range) const {
     return text;
 }
 
+std::vector<std::string> source_map::file_names() const {
+    std::vector<std::string> names;
+    for (const file& one : files_) {
+        names.push_back(one.name);
+    }
+    return names;
+}
+
 }  // namespace xfc::flow

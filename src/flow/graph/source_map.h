@@ -43,6 +43,9 @@ public:
     /// The text of the range itself, its white space folded to single blanks.
     [[nodiscard]] std::string expression_text(source_range range) const;
 
+    /// The names of all files, in the order of their offsets.
+    [[nodiscard]] std::vector<std::string> file_names() const;
+
     /// A file's whole text; empty for a file that is none of this compilation's.
     [[nodiscard]] std::string_view file_text(std::string_view name) const;
 

@@ -5,6 +5,7 @@
 #include "flow/diagnostics/diagnostics.h"
 #include "flow/graph/graph.h"
 #include "flow/passes/design.h"
+#include "model/model_list.h"
 
 namespace xfc::flow {
 

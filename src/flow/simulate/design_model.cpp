@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "model/model_list.h"
+
 namespace xfc::flow {
 
 design_model::design_model(const design& made) : made_(made), models_(made.size()), buses_(made.size()) {

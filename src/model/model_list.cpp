@@ -1,4 +1,4 @@
-#include "model/component_model.h"
+#include "model/model_list.h"
 
 namespace xfc {
 
