@@ -4,6 +4,7 @@
 #include <lemon/smart_graph.h>
 
 #include <algorithm>
+#include <numeric>
 #include <stdexcept>
 
 namespace xfc::flow {
@@ -22,11 +23,32 @@ std::vector<std::int32_t> soonest_starts(const design& made) {
     return start;
 }
 
+/// Tells every reading of a bus, by node and output: the bus and the cycles that it is read behind its being ready.
+/// Constants are not read in any cycle.
+template <class reading>
+void for_each_reading(const design& made, const schedule& times, const reading& tell) {
+    const auto read = [&](node_id bus, std::int32_t when) {
+        if (!is_constant(made, bus)) {
+            tell(bus, when - ready_time(made, times, bus));
+        }
+    };
+    for (node_id id = 0; id < made.size(); ++id) {
+        for (const node_id operand : made[id].operand_span()) {
+            read(operand, times.start[id]);
+        }
+    }
+    for (const node_id output : made.outputs) {
+        read(output, times.latency);
+    }
+}
+
 std::int64_t bits_of_delays(const design& made, const schedule& times) {
-    const auto delays = delays_of(made, times);
+    std::vector<std::int32_t> longest(made.size(), 0);
+    for_each_reading(made, times,
+                     [&](node_id bus, std::int32_t delay) { longest[bus] = std::max(longest[bus], delay); });
     std::int64_t bits = 0;
     for (node_id id = 0; id < made.size(); ++id) {
-        bits += delays[id].empty() ? 0 : static_cast<std::int64_t>(made.width_of(id)) * delays[id].back();
+        bits += longest[id] == 0 ? 0 : static_cast<std::int64_t>(made.width_of(id)) * longest[id];
     }
     return bits;
 }
@@ -127,26 +149,27 @@ schedule balanced_schedule(const design& made) {
     return times;
 }
 
-std::vector<std::vector<std::int32_t>> delays_of(const design& made, const schedule& times) {
-    std::vector<std::vector<std::int32_t>> delays(made.size());
-    const auto read = [&](node_id bus, std::int32_t when) {
-        const std::int32_t delay = when - ready_time(made, times, bus);
-        if (delay > 0 && !is_constant(made, bus)) {
-            delays[bus].push_back(delay);
-        }
+delay_taps delays_of(const design& made, const schedule& times) {
+    struct tap {
+        node_id bus;
+        std::int32_t cycles;
+        auto operator<=>(const tap&) const = default;
     };
-    for (node_id id = 0; id < made.size(); ++id) {
-        for (const node_id operand : made[id].operand_span()) {
-            read(operand, times.start[id]);
+    std::vector<tap> taps;
+    for_each_reading(made, times, [&](node_id bus, std::int32_t delay) {
+        if (delay > 0) {
+            taps.push_back({bus, delay});
         }
+    });
+    std::sort(taps.begin(), taps.end());
+    taps.erase(std::unique(taps.begin(), taps.end()), taps.end());
+    delay_taps delays;
+    delays.first.assign(made.size() + 1, 0);
+    for (const tap& one : taps) {
+        delays.cycles.push_back(one.cycles);
+        ++delays.first[one.bus + 1];
     }
-    for (const node_id output : made.outputs) {
-        read(output, times.latency);
-    }
-    for (std::vector<std::int32_t>& line : delays) {
-        std::sort(line.begin(), line.end());
-        line.erase(std::unique(line.begin(), line.end()), line.end());
-    }
+    std::partial_sum(delays.first.begin(), delays.first.end(), delays.first.begin());
     return delays;
 }
 
