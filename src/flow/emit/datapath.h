@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -107,5 +108,12 @@ struct datapath {
 /// The same design in a language. VHDL-93 with numeric_std alone; Verilog-2001.
 [[nodiscard]] std::string vhdl_text(const datapath& what);
 [[nodiscard]] std::string verilog_text(const datapath& what);
+
+/// Is given a text piece by piece.
+using text_taker = std::function<void(std::string_view)>;
+
+/// The same without the whole text in memory.
+void write_vhdl(const datapath& what, const text_taker& take);
+void write_verilog(const datapath& what, const text_taker& take);
 
 }  // namespace xfc::flow

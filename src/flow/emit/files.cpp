@@ -114,8 +114,9 @@ std::string design_json(const graph& values, const design& made, const schedule&
     return text += between == "[\n" ? "[]\n}\n" : "\n  ]\n}\n";
 }
 
-std::optional<std::vector<output_file>> files_of(const datapath& what, const std::vector<language>& languages,
-                                                 const std::string& json_text) {
+std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const datapath>& shared,
+                                                 const std::vector<language>& languages, std::string json_text) {
+    const datapath& what = *shared;
     std::vector<output_file> files;
     std::string filesets;
     std::string names_of_sets;
@@ -131,7 +132,10 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
             order.push_back(files.back().path.string());
         }
         const bool is_vhdl = lang == language::vhdl;
-        files.push_back({what.name + std::string(extension_of(lang)), is_vhdl ? vhdl_text(what) : verilog_text(what)});
+        files.push_back(
+            {.path = what.name + std::string(extension_of(lang)), .pieces = [shared, is_vhdl](const text_taker& take) {
+                 is_vhdl ? write_vhdl(*shared, take) : write_verilog(*shared, take);
+             }});
         order.push_back(files.back().path.string());
         std::string list;
         for (const std::string& file : order) {
@@ -144,7 +148,7 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
         filesets += fileset(name, type, order);
         names_of_sets += (names_of_sets.empty() ? "" : ", ") + std::string(name);
     }
-    files.push_back({what.name + ".json", json_text});
+    files.push_back({what.name + ".json", std::move(json_text)});
     // One language is enough for a tool; the first one is the default.
     const std::string first = names_of_sets.substr(0, names_of_sets.find(','));
     std::string core = "CAPI=2:\nname: ::" + what.name + ":0\ndescription: pipelined datapath of " +
@@ -159,6 +163,14 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
     return files;
 }
 
+std::string whole_text(const output_file& file) {
+    std::string text = file.text;
+    if (file.pieces) {
+        file.pieces([&](std::string_view piece) { text += piece; });
+    }
+    return text;
+}
+
 bool write_files(const fs::path& folder, const std::vector<output_file>& files, diagnostics& messages) {
     for (const output_file& file : files) {
         const fs::path path = folder / file.path;
@@ -170,7 +182,11 @@ bool write_files(const fs::path& folder, const std::vector<output_file>& files, 
         }
         errno = 0;
         std::ofstream stream(path, std::ios::binary);
-        stream << file.text;
+        if (file.pieces) {
+            file.pieces([&](std::string_view piece) { stream << piece; });
+        } else {
+            stream << file.text;
+        }
         stream.close();
         if (!stream) {
             messages.report(message_id::cannot_write, {},

@@ -89,7 +89,7 @@ void append_instance(std::string& text, const instance_text& what) {
 
 }  // namespace
 
-std::string verilog_text(const datapath& what) {
+void write_verilog(const datapath& what, const text_taker& take) {
     const std::string latency = std::to_string(what.latency);
     const substitutions words{{"name", what.name},
                               {"latency", latency},
@@ -115,23 +115,29 @@ std::string verilog_text(const datapath& what) {
         text += filled_template(output_port, bus_words(output.bus));
     }
     text += filled_template(behind_ports, words);
-    constexpr std::size_t bytes_an_instance = 320;
-    text.reserve(what.instances.size() * bytes_an_instance);
     for (const auto& [bus, bits] : what.constants) {
         append_all(text, "  wire [", bus.width, ":1] ", bus.name, " = ", bus.width, "'b", bits, ";   // ", bus.comment,
                    "\n");
     }
     for (const bus_text& bus : what.signals) {
         append_all(text, "  wire [", bus.width, ":1] ", bus.name, ";   // ", bus.comment, "\n");
+        take_full_block(text, take);
     }
     text += filled_template(chain_text, words);
     for (const instance_text& one : what.instances) {
         append_instance(text, one);
+        take_full_block(text, take);
     }
     for (const output_text& output : what.outputs) {
         append_all(text, "  assign ", output.bus.name, " = ", output.driver, ";\n");
     }
-    return text + "endmodule\n";
+    take(text += "endmodule\n");
+}
+
+std::string verilog_text(const datapath& what) {
+    std::string text;
+    write_verilog(what, [&](std::string_view piece) { text += piece; });
+    return text;
 }
 
 }  // namespace xfc::flow

@@ -88,7 +88,7 @@ void append_instance(std::string& text, const instance_text& what) {
 
 }  // namespace
 
-std::string vhdl_text(const datapath& what) {
+void write_vhdl(const datapath& what, const text_taker& take) {
     const std::string latency = std::to_string(what.latency);
     const substitutions words{{"name", what.name},
                               {"latency", latency},
@@ -114,8 +114,6 @@ std::string vhdl_text(const datapath& what) {
         text += filled_template(output_port, bus_words(output.bus));
     }
     text += filled_template(behind_ports, words);
-    constexpr std::size_t bytes_an_instance = 400;
-    text.reserve(what.instances.size() * bytes_an_instance);
     for (const auto& [bus, bits] : what.constants) {
         append_all(text, "  constant ", bus.name, " : std_logic_vector(", bus.width, " downto 1) := \"", bits,
                    "\";   -- ", bus.comment, "\n");
@@ -123,15 +121,23 @@ std::string vhdl_text(const datapath& what) {
     for (const bus_text& bus : what.signals) {
         append_all(text, "  signal ", bus.name, " : std_logic_vector(", bus.width, " downto 1);   -- ", bus.comment,
                    "\n");
+        take_full_block(text, take);
     }
     text += filled_template(chain_text, words);
     for (const instance_text& one : what.instances) {
         append_instance(text, one);
+        take_full_block(text, take);
     }
     for (const output_text& output : what.outputs) {
         append_all(text, "  ", output.bus.name, " <= ", output.driver, ";\n");
     }
-    return text + "end datapath;\n";
+    take(text += "end datapath;\n");
+}
+
+std::string vhdl_text(const datapath& what) {
+    std::string text;
+    write_vhdl(what, [&](std::string_view piece) { text += piece; });
+    return text;
 }
 
 }  // namespace xfc::flow
