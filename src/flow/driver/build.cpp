@@ -90,17 +90,17 @@ std::optional<built_design> built(const compilation_state& state) {
     const graph& values = state.current->values;
     built_design result;
     result.names = names_of(values, design_name(state), *state.made, state.places);
-    result.text =
-        make_datapath(values, *state.made, *state.times, result.names, state.places, header_of(state, result.names));
-    const std::string json = design_json(values, *state.made, *state.times, result.names, state.places);
-    auto files = files_of(result.text, languages_of(state.line), json);
+    result.text = std::make_shared<const datapath>(
+        make_datapath(values, *state.made, *state.times, result.names, state.places, header_of(state, result.names)));
+    auto files = files_of(result.text, languages_of(state.line),
+                          design_json(values, *state.made, *state.times, result.names, state.places));
     if (!files) {
         state.messages.report(message_id::library_missing, {}, {library_folder().string()});
         return std::nullopt;
     }
     result.files = std::move(*files);
     if (!state.line.driver.empty()) {
-        const host_model_facts facts{.latency = state.times->latency, .header = result.text.header};
+        const host_model_facts facts{.latency = state.times->latency, .header = result.text->header};
         auto model = host_model_files(values, *state.made, result.names, state.places, facts,
                                       state.line.driver == "c" ? host_language::c : host_language::python);
         if (!model) {

@@ -11,7 +11,7 @@ namespace xfc::flow {
 /// A compilation with everything that is written about it.
 struct built_design {
     design_names names = {};
-    datapath text = {};
+    std::shared_ptr<const datapath> text = {};  ///< shared with those files that are written from it
     std::vector<output_file> files = {};
 };
 

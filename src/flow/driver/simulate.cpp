@@ -136,7 +136,7 @@ private:
 
     bool make_vectors() {
         const auto seed = static_cast<std::uint64_t>(line_.seed);
-        const std::int32_t latency = what_->text.latency;
+        const std::int32_t latency = what_->text->latency;
         if (line_.inputs.empty()) {
             applied_ = make_stimulus(values(), static_cast<std::size_t>(line_.vectors), seed, latency);
             return true;
@@ -165,11 +165,11 @@ private:
             bar_.show("model", expected_.size(), applied_.vectors.size());
         }
         equal_.assign(values().outputs().size(), applied_.vectors.size());
-        const std::string cycles = std::to_string(what_->text.latency);
+        const std::string cycles = std::to_string(what_->text->latency);
         text_ = what_->names.design + ": latency " + cycles + " cycles, " + std::to_string(applied_.vectors.size()) +
                 (simulators_.empty() ? " vectors through the model\n"
                                      : " vectors in every cycle, then with pauses and gaps\n");
-        report_["latency"] = what_->text.latency;
+        report_["latency"] = what_->text->latency;
         report_["vectors"] = applied_.vectors.size();
         report_["simulators"] = json::array();
     }
@@ -191,7 +191,7 @@ private:
         const bool wave = !line_.wave.empty() && &row == simulators_.front();
         std::vector<output_file> files = what_->files;
         const std::string bench = "bench" + std::string(extension_of(row.lang));
-        files.push_back({bench, bench_text(what_->text, row.lang, wave)});
+        files.push_back({bench, bench_text(*what_->text, row.lang, wave)});
         files.push_back({"vectors.txt", stimulus_text(applied_, values())});
         files.push_back({"wave.opt", std::string(wave_selection)});
         if (folder.path().empty() || !write_files(folder.path(), files, messages_)) {
@@ -220,13 +220,13 @@ private:
         }
         if (failure.empty()) {
             count_equal(results);
-            failure = difference_of(applied_, expected_, values(), what_->text.latency, results);
+            failure = difference_of(applied_, expected_, values(), what_->text->latency, results);
         }
         return failure;
     }
 
     void count_equal(const std::string& results) {
-        const auto seen = outputs_seen(applied_, values(), what_->text.latency, results);
+        const auto seen = outputs_seen(applied_, values(), what_->text->latency, results);
         for (std::size_t place = 0; place < equal_.size(); ++place) {
             std::size_t count = 0;
             for (std::size_t number = 0; number < seen.size(); ++number) {
@@ -281,13 +281,8 @@ private:
             if (!simulators_.empty()) {
                 row.bits_equal = equal_[place];
             }
-            if (row.outside != 0) {
-                messages_.report(message_id::result_outside, {}, {row.name, row.outside_at});
-            }
-            if (row.c_differs != 0) {
-                messages_.report(message_id::c_differs, {}, {row.name, row.c_differs_at});
-            }
         }
+        report_faults(rows, messages_);
         report_["host"] = {{"compiler", host.compiler}, {"ran", host.why_not.empty()}};
         if (!host.why_not.empty()) {
             report_["host"]["why_not"] = host.why_not;

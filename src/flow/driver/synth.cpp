@@ -81,7 +81,7 @@ std::optional<synthesis_result> synthesized(const built_design& what, const comm
     }
     progress_bar bar(error, line.terminal && !line.json);
     synthesis_result result =
-        synthesize(what.text, family, line.seed, folder.path(), [&] { bar.show("synthesis", 0, 0); });
+        synthesize(*what.text, family, line.seed, folder.path(), [&] { bar.show("synthesis", 0, 0); });
     if (!result.failure.empty()) {
         messages.report(message_id::simulation_failed, {},
                         {result.failure.substr(0, result.failure.find(' ')), result.failure});

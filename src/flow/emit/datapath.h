@@ -1,10 +1,17 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "base/arena.h"
 #include "flow/emit/names.h"
 #include "flow/passes/schedule.h"
 
@@ -14,44 +21,70 @@ namespace xfc::flow {
 
 /// A port of the datapath, or a bus inside; bits are counted from 1.
 struct bus_text {
-    std::string name = {};
+    std::string_view name = {};
     std::int32_t width = 0;
-    std::string comment = {};
+    std::string_view comment = {};
 };
 
 /// A bus with known bits, the highest first.
 struct constant_bus {
     bus_text bus = {};
-    std::string bits = {};
+    std::string_view bits = {};
 };
 
-/// What an instance's port is connected to.
-struct connection {
+/// One port of an instance, and the bits of a bus that belong to it.
+struct port_bits {
     std::string port = {};
-    std::string signal = {};
     std::int32_t high = 0;  ///< bits of the signal; 0: all of it
     std::int32_t low = 0;
     bool single_bit = false;  ///< the port is one bit, no vector
-    bool output = false;
+};
+
+/// How a bus is spread over an instance's ports.
+struct port_group {
+    std::vector<port_bits> ports = {};
+    std::vector<std::string> open = {};  ///< one-bit outputs that nobody reads
+};
+
+/// What a group of ports is connected to.
+struct connection {
+    const port_group* ports = nullptr;
+    std::string_view signal = {};
+};
+
+/// What instances of a component with the same generics have in common.
+struct instance_kind {
+    std::vector<std::pair<std::string_view, std::int32_t>> generics = {};
+    bool clocked = true;               ///< has sysclk, reset and enable
+    std::string_view fixed_low = {};   ///< a one-bit input that is 0
+    std::string_view fixed_high = {};  ///< a one-bit input that is 1
 };
 
 struct instance_text {
-    std::string label = {};
-    std::string comment = {};
+    std::string_view label = {};
+    std::string_view comment = {};
     std::string_view component = {};
-    std::vector<std::pair<std::string_view, std::int32_t>> generics = {};
-    bool clocked = true;                       ///< has sysclk, reset and enable
-    std::vector<std::string> fixed_low = {};   ///< one-bit inputs that are 0
-    std::vector<std::string> fixed_high = {};  ///< one-bit inputs that are 1
-    std::vector<connection> connections = {};
-    std::vector<std::string> open = {};  ///< one-bit outputs that nobody reads
-    std::string unread = {};             ///< what to call these where they need a name
+    const instance_kind* kind = nullptr;
+    std::array<connection, most_operands + 1> connections = {};  ///< operands, then the result
+    std::size_t connection_count = 0;
+    std::string_view unread = {};  ///< what to call outputs that nobody reads where they need a name
+
+    [[nodiscard]] std::span<const connection> used_connections() const {
+        return {connections.data(), connection_count};
+    }
 };
 
 /// An output port and the bus that drives it.
 struct output_text {
     bus_text bus = {};
-    std::string driver = {};
+    std::string_view driver = {};
+};
+
+/// What a datapath's parts name; it stays where it is as long as anybody has the datapath.
+struct datapath_store {
+    arena texts = {};
+    std::deque<port_group> groups = {};
+    std::deque<instance_kind> kinds = {};
 };
 
 struct datapath {
@@ -64,6 +97,7 @@ struct datapath {
     std::vector<bus_text> signals = {};
     std::vector<instance_text> instances = {};  ///< in the order of their nodes, each bus's delays behind it
     std::string start_chain = {};               ///< name of the chain from startin to startout
+    std::shared_ptr<datapath_store> store = {};
 };
 
 /// Puts names, components and delays together. `header` becomes the comment on top.
@@ -74,5 +108,12 @@ struct datapath {
 /// The same design in a language. VHDL-93 with numeric_std alone; Verilog-2001.
 [[nodiscard]] std::string vhdl_text(const datapath& what);
 [[nodiscard]] std::string verilog_text(const datapath& what);
+
+/// Is given a text piece by piece.
+using text_taker = std::function<void(std::string_view)>;
+
+/// The same without the whole text in memory.
+void write_vhdl(const datapath& what, const text_taker& take);
+void write_verilog(const datapath& what, const text_taker& take);
 
 }  // namespace xfc::flow

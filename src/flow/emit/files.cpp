@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "flow/emit/template.h"
+
 namespace xfc::flow {
 
 namespace fs = std::filesystem;
@@ -25,6 +27,30 @@ json ports_json(std::span<const port> ports, const std::vector<std::string>& nam
                         {"c_access", ports[place].c_access}});
     }
     return list;
+}
+
+/// One value of the description, indented as the rest of it.
+void append_value(std::string& text, const value& one, const design_node& node, const source_position& place,
+                  std::string_view name, std::int32_t start) {
+    const component_operation works = row_of(node.component).operation;
+    const bool converts = works == component_operation::convert || works == component_operation::normalize;
+    append_all(text, "    {\n      \"name\": \"", name, "\",\n      \"operation\": \"",
+               converts ? "convert" : row_of(one.op).name, "\",\n      \"component\": \"", component_name(node),
+               "\",\n      \"format\": \"", row_of(node.code).text, "\",\n      \"start\": ", start,
+               ",\n      \"end\": ", start + node.latency());
+    if (place.line != 0) {
+        const bool plain = std::all_of(place.file.begin(), place.file.end(), [](char letter) {
+            return letter >= ' ' && letter <= '~' && letter != '"' && letter != '\\';
+        });
+        text += ",\n      \"file\": ";
+        if (plain) {
+            append_all(text, "\"", place.file, "\"");
+        } else {
+            text += json(place.file).dump(-1, ' ', false, json::error_handler_t::replace);
+        }
+        append_all(text, ",\n      \"line\": ", place.line);
+    }
+    text += "\n    }";
 }
 
 std::string read_file(const fs::path& path) {
@@ -66,36 +92,31 @@ std::string edam_text(const std::string& name, language lang, std::string_view t
 
 std::string design_json(const graph& values, const design& made, const schedule& times, const design_names& names,
                         const source_map& places) {
-    json all = {{"name", names.design},
-                {"latency", times.latency},
-                {"register_bits", times.register_bits},
-                {"register_bits_as_soon_as_possible", times.register_bits_soonest},
-                {"inputs", ports_json(values.inputs(), names.inputs)},
-                {"outputs", ports_json(values.outputs(), names.outputs)},
-                {"values", json::array()}};
+    const json head = {{"name", names.design},
+                       {"latency", times.latency},
+                       {"register_bits", times.register_bits},
+                       {"register_bits_as_soon_as_possible", times.register_bits_soonest},
+                       {"inputs", ports_json(values.inputs(), names.inputs)},
+                       {"outputs", ports_json(values.outputs(), names.outputs)}};
+    std::string text = head.dump(2, ' ', false, json::error_handler_t::replace);
+    text.resize(text.size() - std::string_view("\n}").size());
+    text += ",\n  \"values\": ";
+    std::string_view between = "[\n";
+    // Written by hand, since there may be hundreds of thousands.
     for (node_id id = 0; id < made.size(); ++id) {
-        const design_node& node = made[id];
-        if (node.kind != node_kind::instance) {
-            continue;
+        if (made[id].kind == node_kind::instance) {
+            text += between;
+            append_value(text, values[made[id].value], made[id], places.position_of(values[made[id].value].where),
+                         names.nodes[id], times.start[id]);
+            between = ",\n";
         }
-        const value& one = values[node.value];
-        const component_operation works = row_of(node.component).operation;
-        const bool converts = works == component_operation::convert || works == component_operation::normalize;
-        const source_position place = places.position_of(one.where);
-        json entry = {{"name", names.nodes[id]},           {"operation", converts ? "convert" : row_of(one.op).name},
-                      {"component", component_name(node)}, {"format", row_of(node.code).text},
-                      {"start", times.start[id]},          {"end", ready_time(made, times, id)}};
-        if (place.line != 0) {
-            entry["file"] = place.file;
-            entry["line"] = place.line;
-        }
-        all["values"].push_back(std::move(entry));
     }
-    return all.dump(2, ' ', false, json::error_handler_t::replace) + '\n';
+    return text += between == "[\n" ? "[]\n}\n" : "\n  ]\n}\n";
 }
 
-std::optional<std::vector<output_file>> files_of(const datapath& what, const std::vector<language>& languages,
-                                                 const std::string& json_text) {
+std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const datapath>& shared,
+                                                 const std::vector<language>& languages, std::string json_text) {
+    const datapath& what = *shared;
     std::vector<output_file> files;
     std::string filesets;
     std::string names_of_sets;
@@ -111,7 +132,10 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
             order.push_back(files.back().path.string());
         }
         const bool is_vhdl = lang == language::vhdl;
-        files.push_back({what.name + std::string(extension_of(lang)), is_vhdl ? vhdl_text(what) : verilog_text(what)});
+        files.push_back(
+            {.path = what.name + std::string(extension_of(lang)), .pieces = [shared, is_vhdl](const text_taker& take) {
+                 is_vhdl ? write_vhdl(*shared, take) : write_verilog(*shared, take);
+             }});
         order.push_back(files.back().path.string());
         std::string list;
         for (const std::string& file : order) {
@@ -124,7 +148,7 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
         filesets += fileset(name, type, order);
         names_of_sets += (names_of_sets.empty() ? "" : ", ") + std::string(name);
     }
-    files.push_back({what.name + ".json", json_text});
+    files.push_back({what.name + ".json", std::move(json_text)});
     // One language is enough for a tool; the first one is the default.
     const std::string first = names_of_sets.substr(0, names_of_sets.find(','));
     std::string core = "CAPI=2:\nname: ::" + what.name + ":0\ndescription: pipelined datapath of " +
@@ -139,6 +163,14 @@ std::optional<std::vector<output_file>> files_of(const datapath& what, const std
     return files;
 }
 
+std::string whole_text(const output_file& file) {
+    std::string text = file.text;
+    if (file.pieces) {
+        file.pieces([&](std::string_view piece) { text += piece; });
+    }
+    return text;
+}
+
 bool write_files(const fs::path& folder, const std::vector<output_file>& files, diagnostics& messages) {
     for (const output_file& file : files) {
         const fs::path path = folder / file.path;
@@ -150,7 +182,11 @@ bool write_files(const fs::path& folder, const std::vector<output_file>& files, 
         }
         errno = 0;
         std::ofstream stream(path, std::ios::binary);
-        stream << file.text;
+        if (file.pieces) {
+            file.pieces([&](std::string_view piece) { stream << piece; });
+        } else {
+            stream << file.text;
+        }
         stream.close();
         if (!stream) {
             messages.report(message_id::cannot_write, {},

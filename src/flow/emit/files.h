@@ -15,7 +15,11 @@ namespace xfc::flow {
 struct output_file {
     std::filesystem::path path = {};
     std::string text = {};
+    std::function<void(const text_taker&)> pieces = {};  ///< gives a text that is too large for memory instead
 };
+
+/// A file's text, however it is given.
+[[nodiscard]] std::string whole_text(const output_file& file);
 
 /// What a design is, for programs: name, ports, latency, every value with its component, cycles and source line.
 [[nodiscard]] std::string design_json(const graph& values, const design& made, const schedule& times,
@@ -24,9 +28,9 @@ struct output_file {
 /// The design in these languages: its texts, the library's files that it needs (library/...), a file list a language
 /// in compile order (NAME_vhdl.f, NAME_verilog.f), one for edalize (NAME_vhdl.eda.yml, ...), NAME.json and a FuseSoC
 /// core file. Without a result the library lacks a file.
-[[nodiscard]] std::optional<std::vector<output_file>> files_of(const datapath& what,
+[[nodiscard]] std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const datapath>& shared,
                                                                const std::vector<language>& languages,
-                                                               const std::string& json);
+                                                               std::string json);
 
 /// Writes the files below `folder`, which is made when there is none. On a failure says which and gives false.
 [[nodiscard]] bool write_files(const std::filesystem::path& folder, const std::vector<output_file>& files,

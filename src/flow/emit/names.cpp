@@ -70,41 +70,34 @@ std::string value_name(const graph& values, value_id id, const source_map& place
 }  // namespace
 
 design_names names_of(const graph& values, std::string_view design_name, const design& made, const source_map& places) {
-    std::vector<std::string> wanted;
+    arena texts;
+    name_book book(design_name, texts);
     for (const auto ports : {values.inputs(), values.outputs()}) {
         for (const port& one : ports) {
-            wanted.push_back(one.name);
+            book.announce(one.name);
         }
     }
-    wanted.emplace_back("start_chain");
-    std::vector<node_id> with_bus;
-    for (node_id id = 0; id < made.size(); ++id) {
-        if (made[id].kind != node_kind::input) {
-            with_bus.push_back(id);
-            wanted.push_back(
-                legal_letters(value_name(values, made[id].value, places) + std::string(row_of(made[id].code).suffix)));
+    book.announce("start_chain");
+    for (const design_node& node : made.nodes) {
+        if (node.kind != node_kind::input) {
+            const std::string wanted = value_name(values, node.value, places).append(row_of(node.code).suffix);
+            book.announce(legal_letters(wanted));
         }
     }
-    const std::vector<std::string> legal = legal_names(wanted, design_name);
 
     design_names names{.design = std::string(design_name)};
-    auto next = legal.begin();
-    const auto take = [&](std::size_t count) {
-        std::vector<std::string> taken(next, next + static_cast<std::ptrdiff_t>(count));
-        next += static_cast<std::ptrdiff_t>(count);
-        return taken;
-    };
-    names.inputs = take(values.inputs().size());
-    names.outputs = take(values.outputs().size());
-    names.others = take(1);
-    names.nodes.resize(made.size());
-    for (const node_id id : with_bus) {
-        names.nodes[id] = *next++;
-    }
-    for (node_id id = 0; id < made.size(); ++id) {
-        if (made[id].kind == node_kind::input) {
-            names.nodes[id] = names.inputs[made[id].port];
+    const auto take = [&](std::vector<std::string>& taken, std::size_t count) {
+        for (; count > 0; --count) {
+            taken.emplace_back(book.next());
         }
+    };
+    take(names.inputs, values.inputs().size());
+    take(names.outputs, values.outputs().size());
+    take(names.others, 1);
+    names.nodes.reserve(made.size());
+    for (const design_node& node : made.nodes) {
+        names.nodes.emplace_back(node.kind == node_kind::input ? std::string_view(names.inputs[node.port])
+                                                               : book.next());
     }
     return names;
 }

@@ -15,8 +15,6 @@ constexpr std::string_view behind_ports = R"(   output startout);   // the outpu
 
   reg [@latency@:1] @chain@;
 )";
-constexpr std::string_view constant_line = "  wire [@width@:1] @signal@ = @width@'b@bits@;   // @comment@\n";
-constexpr std::string_view signal_line = "  wire [@width@:1] @signal@;   // @comment@\n";
 constexpr std::string_view chain_text = R"(
   // Goes with the data: startout is the startin of @latency@ cycles ago.
   always @at@(posedge sysclk or posedge reset)
@@ -26,49 +24,72 @@ constexpr std::string_view chain_text = R"(
 
 )";
 
-std::string slice_text(const connection& one) {
-    if (one.high == 0) {
-        return one.signal;
+/// What stands between the ports of an instance.
+constexpr std::string_view between_ports = ",\n     .";
+
+void append_group(std::string& text, std::string_view& between, const connection& one) {
+    for (const port_bits& port : one.ports->ports) {
+        append_all(text, between, port.port, "(", one.signal);
+        between = between_ports;
+        if (port.single_bit) {
+            append_all(text, "[", port.high, "]");
+        } else if (port.high != 0) {
+            append_all(text, "[", port.high, ":", port.low, "]");
+        }
+        text += ')';
     }
-    return one.signal + "[" + std::to_string(one.high) + (one.single_bit ? "" : ":" + std::to_string(one.low)) + "]";
 }
 
-std::string instance(const instance_text& what) {
-    std::string text;
+std::size_t count_open(const instance_text& what) {
+    std::size_t count = 0;
+    for (const connection& one : what.used_connections()) {
+        count += one.ports->open.size();
+    }
+    return count;
+}
+
+void append_instance(std::string& text, const instance_text& what) {
     if (!what.comment.empty()) {
-        text += "  // " + what.comment + "\n";
+        append_all(text, "  // ", what.comment, "\n");
     }
-    if (!what.open.empty()) {
-        text += "  wire [" + std::to_string(what.open.size()) + ":1] " + what.unread + ";\n";
+    if (const std::size_t open = count_open(what); open != 0) {
+        append_all(text, "  wire [", open, ":1] ", what.unread, ";\n");
     }
-    std::string generics;
-    for (const auto& [name, value] : what.generics) {
-        generics += (generics.empty() ? "." : ", .") + std::string(name) + "(" + std::to_string(value) + ")";
+    append_all(text, "  ", what.component);
+    std::string_view between = "\n    #(.";
+    for (const auto& [name, value] : what.kind->generics) {
+        append_all(text, between, name, "(", value, ")");
+        between = ", .";
     }
-    text += "  " + std::string(what.component) + (generics.empty() ? "" : "\n    #(" + generics + ")\n   ") + " " +
-            what.label + "\n";
-    std::string ports = what.clocked ? ".sysclk(sysclk), .reset(reset), .enable(enable)" : "";
-    const auto add = [&](const std::string& port, const std::string& actual) {
-        ports += (ports.empty() ? "." : ",\n     .") + port + "(" + actual + ")";
-    };
-    for (const std::string& port : what.fixed_low) {
-        add(port, "1'b0");
+    append_all(text, what.kind->generics.empty() ? "" : ")\n   ", " ", what.label, "\n    (");
+    between = ".";
+    if (what.kind->clocked) {
+        text += ".sysclk(sysclk), .reset(reset), .enable(enable)";
+        between = between_ports;
     }
-    for (const std::string& port : what.fixed_high) {
-        add(port, "1'b1");
+    for (const auto& [port, level] :
+         {std::pair(what.kind->fixed_low, "(1'b0)"), std::pair(what.kind->fixed_high, "(1'b1)")}) {
+        if (!port.empty()) {
+            append_all(text, between, port, level);
+            between = between_ports;
+        }
     }
-    for (const connection& one : what.connections) {
-        add(one.port, slice_text(one));
+    for (const connection& one : what.used_connections()) {
+        append_group(text, between, one);
     }
-    for (std::size_t place = 0; place < what.open.size(); ++place) {
-        add(what.open[place], what.unread + "[" + std::to_string(place + 1) + "]");
+    std::size_t unread = 0;
+    for (const connection& one : what.used_connections()) {
+        for (const std::string& port : one.ports->open) {
+            append_all(text, between, port, "(", what.unread, "[", ++unread, "])");
+            between = between_ports;
+        }
     }
-    return text + "    (" + ports + ");\n\n";
+    text += ");\n\n";
 }
 
 }  // namespace
 
-std::string verilog_text(const datapath& what) {
+void write_verilog(const datapath& what, const text_taker& take) {
     const std::string latency = std::to_string(what.latency);
     const substitutions words{{"name", what.name},
                               {"latency", latency},
@@ -83,7 +104,9 @@ std::string verilog_text(const datapath& what) {
     }
     text += filled_template(before_ports, words);
     const auto bus_words = [](const bus_text& bus) {
-        return substitutions{{"port", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}};
+        return substitutions{{"port", std::string(bus.name)},
+                             {"width", std::to_string(bus.width)},
+                             {"comment", std::string(bus.comment)}};
     };
     for (const bus_text& bus : what.inputs) {
         text += filled_template(input_port, bus_words(bus));
@@ -92,24 +115,29 @@ std::string verilog_text(const datapath& what) {
         text += filled_template(output_port, bus_words(output.bus));
     }
     text += filled_template(behind_ports, words);
-    for (const constant_bus& one : what.constants) {
-        text += filled_template(constant_line, {{"signal", one.bus.name},
-                                                {"width", std::to_string(one.bus.width)},
-                                                {"bits", one.bits},
-                                                {"comment", one.bus.comment}});
+    for (const auto& [bus, bits] : what.constants) {
+        append_all(text, "  wire [", bus.width, ":1] ", bus.name, " = ", bus.width, "'b", bits, ";   // ", bus.comment,
+                   "\n");
     }
     for (const bus_text& bus : what.signals) {
-        text += filled_template(signal_line,
-                                {{"signal", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}});
+        append_all(text, "  wire [", bus.width, ":1] ", bus.name, ";   // ", bus.comment, "\n");
+        take_full_block(text, take);
     }
     text += filled_template(chain_text, words);
     for (const instance_text& one : what.instances) {
-        text += instance(one);
+        append_instance(text, one);
+        take_full_block(text, take);
     }
     for (const output_text& output : what.outputs) {
-        text += "  assign " + output.bus.name + " = " + output.driver + ";\n";
+        append_all(text, "  assign ", output.bus.name, " = ", output.driver, ";\n");
     }
-    return text + "endmodule\n";
+    take(text += "endmodule\n");
+}
+
+std::string verilog_text(const datapath& what) {
+    std::string text;
+    write_verilog(what, [&](std::string_view piece) { text += piece; });
+    return text;
 }
 
 }  // namespace xfc::flow

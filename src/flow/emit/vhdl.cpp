@@ -20,9 +20,6 @@ end @name@;
 architecture datapath of @name@ is
   signal @chain@ : std_logic_vector(@latency@ downto 1);
 )";
-constexpr std::string_view constant_line =
-    "  constant @signal@ : std_logic_vector(@width@ downto 1) := \"@bits@\";   -- @comment@\n";
-constexpr std::string_view signal_line = "  signal @signal@ : std_logic_vector(@width@ downto 1);   -- @comment@\n";
 constexpr std::string_view chain_text = R"(begin
   -- Goes with the data: startout is the startin of @latency@ cycles ago.
   follow_start : process (sysclk, reset)
@@ -39,47 +36,59 @@ constexpr std::string_view chain_text = R"(begin
 
 )";
 
-std::string slice_text(const connection& one) {
-    if (one.high == 0) {
-        return one.signal;
+/// What stands between the ports of a port map.
+constexpr std::string_view between_ports = ",\n              ";
+
+void append_group(std::string& text, std::string_view& between, const connection& one) {
+    for (const port_bits& port : one.ports->ports) {
+        append_all(text, between, port.port, " => ", one.signal);
+        between = between_ports;
+        if (port.single_bit) {
+            append_all(text, "(", port.high, ")");
+        } else if (port.high != 0) {
+            append_all(text, "(", port.high, " downto ", port.low, ")");
+        }
     }
-    return one.signal + "(" + std::to_string(one.high) + (one.single_bit ? "" : " downto " + std::to_string(one.low)) +
-           ")";
 }
 
-std::string instance(const instance_text& what) {
-    std::string text;
+void append_instance(std::string& text, const instance_text& what) {
     if (!what.comment.empty()) {
-        text += "  -- " + what.comment + "\n";
+        append_all(text, "  -- ", what.comment, "\n");
     }
-    text += "  " + what.label + " : entity work." + std::string(what.component) + "\n";
-    std::string generics;
-    for (const auto& [name, value] : what.generics) {
-        generics += (generics.empty() ? "" : ", ") + std::string(name) + " => " + std::to_string(value);
+    append_all(text, "  ", what.label, " : entity work.", what.component, "\n");
+    std::string_view between = "    generic map (";
+    for (const auto& [name, value] : what.kind->generics) {
+        append_all(text, between, name, " => ", value);
+        between = ", ";
     }
-    text += generics.empty() ? "" : "    generic map (" + generics + ")\n";
-    std::string ports = what.clocked ? "sysclk => sysclk, reset => reset, enable => enable" : "";
-    const auto add = [&](const std::string& port, const std::string& actual) {
-        ports += (ports.empty() ? "" : ",\n              ") + port + " => " + actual;
-    };
-    for (const std::string& port : what.fixed_low) {
-        add(port, "'0'");
+    append_all(text, what.kind->generics.empty() ? "" : ")\n", "    port map (");
+    between = "";
+    if (what.kind->clocked) {
+        text += "sysclk => sysclk, reset => reset, enable => enable";
+        between = between_ports;
     }
-    for (const std::string& port : what.fixed_high) {
-        add(port, "'1'");
+    for (const auto& [port, level] :
+         {std::pair(what.kind->fixed_low, " => '0'"), std::pair(what.kind->fixed_high, " => '1'")}) {
+        if (!port.empty()) {
+            append_all(text, between, port, level);
+            between = between_ports;
+        }
     }
-    for (const connection& one : what.connections) {
-        add(one.port, slice_text(one));
+    for (const connection& one : what.used_connections()) {
+        append_group(text, between, one);
     }
-    for (const std::string& port : what.open) {
-        add(port, "open");
+    for (const connection& one : what.used_connections()) {
+        for (const std::string& port : one.ports->open) {
+            append_all(text, between, port, " => open");
+            between = between_ports;
+        }
     }
-    return text + "    port map (" + ports + ");\n\n";
+    text += ");\n\n";
 }
 
 }  // namespace
 
-std::string vhdl_text(const datapath& what) {
+void write_vhdl(const datapath& what, const text_taker& take) {
     const std::string latency = std::to_string(what.latency);
     const substitutions words{{"name", what.name},
                               {"latency", latency},
@@ -94,7 +103,9 @@ std::string vhdl_text(const datapath& what) {
     }
     text += filled_template(before_ports, words);
     const auto bus_words = [](const bus_text& bus) {
-        return substitutions{{"port", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}};
+        return substitutions{{"port", std::string(bus.name)},
+                             {"width", std::to_string(bus.width)},
+                             {"comment", std::string(bus.comment)}};
     };
     for (const bus_text& bus : what.inputs) {
         text += filled_template(input_port, bus_words(bus));
@@ -103,24 +114,30 @@ std::string vhdl_text(const datapath& what) {
         text += filled_template(output_port, bus_words(output.bus));
     }
     text += filled_template(behind_ports, words);
-    for (const constant_bus& one : what.constants) {
-        text += filled_template(constant_line, {{"signal", one.bus.name},
-                                                {"width", std::to_string(one.bus.width)},
-                                                {"bits", one.bits},
-                                                {"comment", one.bus.comment}});
+    for (const auto& [bus, bits] : what.constants) {
+        append_all(text, "  constant ", bus.name, " : std_logic_vector(", bus.width, " downto 1) := \"", bits,
+                   "\";   -- ", bus.comment, "\n");
     }
     for (const bus_text& bus : what.signals) {
-        text += filled_template(signal_line,
-                                {{"signal", bus.name}, {"width", std::to_string(bus.width)}, {"comment", bus.comment}});
+        append_all(text, "  signal ", bus.name, " : std_logic_vector(", bus.width, " downto 1);   -- ", bus.comment,
+                   "\n");
+        take_full_block(text, take);
     }
     text += filled_template(chain_text, words);
     for (const instance_text& one : what.instances) {
-        text += instance(one);
+        append_instance(text, one);
+        take_full_block(text, take);
     }
     for (const output_text& output : what.outputs) {
-        text += "  " + output.bus.name + " <= " + output.driver + ";\n";
+        append_all(text, "  ", output.bus.name, " <= ", output.driver, ";\n");
     }
-    return text + "end datapath;\n";
+    take(text += "end datapath;\n");
+}
+
+std::string vhdl_text(const datapath& what) {
+    std::string text;
+    write_vhdl(what, [&](std::string_view piece) { text += piece; });
+    return text;
 }
 
 }  // namespace xfc::flow

@@ -21,10 +21,8 @@ clang::QualType type_of(const object& one) { return clang::QualType::getFromOpaq
 }  // namespace
 
 std::uint32_t executor::bytes_of(const clang::QualType& type) const {
-    if (const auto* builtin = llvm::dyn_cast<clang::BuiltinType>(type.getCanonicalType().getTypePtr())) {
-        if (const auto scalar = scalar_of_builtin(builtin->getKind())) {
-            return scalar->bytes;  // without a search in the parser's tables
-        }
+    if (const auto scalar = find_scalar(type)) {
+        return scalar->bytes;  // without a search in the parser's tables
     }
     return static_cast<std::uint32_t>(context_.getTypeSizeInChars(type).getQuantity());
 }

@@ -29,6 +29,7 @@
 #include <llvm/TargetParser/Triple.h>
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 #include <vector>
 
@@ -493,8 +494,12 @@ source_range token_ends::range_of(clang::SourceRange range) const {
     const bool inside = range.getBegin().isFileID() && range.getEnd().isFileID() && begin >= begin_ && last >= begin &&
                         last - begin_ < text_.size();
     const std::size_t length = inside ? plain_token_length(text_.substr(last - begin_)) : 0;
-    return length != 0 ? source_range{begin, last + static_cast<std::uint32_t>(length)}
-                       : flow::range_of(range, sources_, language_);
+    if (length == 0) {
+        return flow::range_of(range, sources_, language_);
+    }
+    const source_range measured{begin, last + static_cast<std::uint32_t>(length)};
+    assert(measured == flow::range_of(range, sources_, language_));
+    return measured;
 }
 
 bool is_declared_by_call(const clang::FunctionDecl& function) {

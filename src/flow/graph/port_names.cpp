@@ -1,9 +1,9 @@
 #include "flow/graph/port_names.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
-#include <unordered_map>
-#include <unordered_set>
+#include <utility>
 
 namespace xfc::flow {
 
@@ -63,8 +63,45 @@ std::string in_lower_case(std::string_view name) {
     return text;
 }
 
+/// Whether two names are one whatever the case.
+bool are_one_name(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return a == b || lower(a) == lower(b); });
+}
+
+/// A hash that does not see the case.
+std::uint32_t hash_of(std::string_view name) {
+    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
+    std::uint64_t hash = name.size() * factor;
+    while (!name.empty()) {
+        // Of letters, digits and underscores this bit tells nothing but the case.
+        std::uint64_t word = 0x2020202020202020U;
+        const std::size_t count = std::min(name.size(), sizeof word);
+        std::memcpy(&word, name.data(), count);
+        hash = (hash ^ (hash >> 32U) ^ (word | 0x2020202020202020U)) * factor;
+        name.remove_prefix(count);
+    }
+    return static_cast<std::uint32_t>(hash >> 32U);
+}
+
 bool is_letter_or_digit(char letter) {
     return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
+}
+
+/// Whether `legal_letters` leaves the name as it is.
+bool has_legal_letters(std::string_view name) {
+    if (name.empty() || name.back() == '_' || !is_letter_or_digit(name.front()) ||
+        (name.front() >= '0' && name.front() <= '9')) {
+        return false;
+    }
+    char before = 'a';
+    for (const char letter : name) {
+        if (!is_letter_or_digit(letter) && (letter != '_' || before == '_')) {
+            return false;
+        }
+        before = letter;
+    }
+    return true;
 }
 
 }  // namespace
@@ -91,27 +128,89 @@ std::string legal_letters(std::string_view name) {
     return text;
 }
 
-std::vector<std::string> legal_names(std::span<const std::string> names, std::string_view design) {
-    std::vector<std::string> legal;
-    std::unordered_set<std::string> taken = {in_lower_case(design)};
+name_book::name_book(std::string_view design, arena& texts) : texts_(texts), slots_(1024) {
+    for (const std::string_view word : reserved) {
+        records_[record_of(word)].reserved = true;
+    }
+    records_[record_of(design)].taken = true;
+}
+
+void name_book::announce(std::string_view name) {
+    const bool legal = has_legal_letters(name);
+    const std::string changed = legal ? std::string() : legal_letters(name);
+    const std::string_view base = legal ? name : changed;
+    const std::uint32_t found = record_of(base);
+    record& one = records_[found];
     // Names that are legal as they stand come first, so that no changed one takes them away.
-    std::unordered_set<std::string> unchanged;
-    for (const std::string& name : names) {
-        if (legal_letters(name) == name && !is_reserved(name)) {
-            unchanged.insert(in_lower_case(name));
+    one.unchanged = one.unchanged || (legal && !one.reserved);
+    announced_.push_back({found, legal, one.text == base ? std::string_view() : texts_.copy_text(base)});
+}
+
+std::string_view name_book::next() {
+    const announced& name = announced_[given_++];
+    record& one = records_[name.record];
+    const std::string_view base = name.other.empty() ? one.text : name.other;
+    if (name.legal && !one.reserved && !one.taken) {
+        one.taken = true;
+        return base;
+    }
+    return numbered(name, base);
+}
+
+std::string_view name_book::numbered(const announced& name, std::string_view base) {
+    std::string chosen = (records_[name.record].reserved ? "c_" : "") + std::string(base);
+    std::uint32_t found = record_of(chosen);
+    while (records_[found].taken || (records_[found].unchanged && !(name.legal && chosen == base))) {
+        chosen = std::string(base) + "_" + std::to_string(++records_[name.record].number);
+        found = record_of(chosen);
+    }
+    records_[found].taken = true;
+    return records_[found].text == chosen ? records_[found].text : texts_.copy_text(chosen);
+}
+
+std::uint32_t name_book::record_of(std::string_view text) {
+    if ((records_.size() + 1) * 4 > slots_.size() * 3) {
+        grow();
+    }
+    const std::uint32_t tag = hash_of(text);
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t at = tag & mask;
+    for (; slots_[at].record != 0; at = (at + 1) & mask) {
+        if (slots_[at].tag == tag && are_one_name(records_[slots_[at].record - 1].text, text)) {
+            return slots_[at].record - 1;
         }
     }
-    // What a name was numbered with last: names may be equal by the thousand.
-    std::unordered_map<std::string, int> last_number;
-    for (const std::string& name : names) {
-        const std::string base = legal_letters(name);
-        std::string chosen = is_reserved(base) ? "c_" + base : base;
-        int& number = last_number.try_emplace(in_lower_case(base), 1).first->second;
-        while (taken.contains(in_lower_case(chosen)) || (chosen != name && unchanged.contains(in_lower_case(chosen)))) {
-            chosen = base + "_" + std::to_string(++number);
+    records_.push_back(
+        {.text = texts_.copy_text(text), .reserved = are_one_name(text.substr(0, own_prefix.size()), own_prefix)});
+    slots_[at] = {tag, static_cast<std::uint32_t>(records_.size())};
+    return slots_[at].record - 1;
+}
+
+void name_book::grow() {
+    std::vector<slot> larger(slots_.size() * 2);
+    const std::size_t mask = larger.size() - 1;
+    for (const slot& one : slots_) {
+        if (one.record != 0) {
+            std::size_t at = one.tag & mask;
+            while (larger[at].record != 0) {
+                at = (at + 1) & mask;
+            }
+            larger[at] = one;
         }
-        taken.insert(in_lower_case(chosen));
-        legal.push_back(std::move(chosen));
+    }
+    slots_ = std::move(larger);
+}
+
+std::vector<std::string> legal_names(std::span<const std::string> names, std::string_view design) {
+    arena texts;
+    name_book book(design, texts);
+    for (const std::string& name : names) {
+        book.announce(name);
+    }
+    std::vector<std::string> legal;
+    legal.reserve(names.size());
+    for (std::size_t count = 0; count < names.size(); ++count) {
+        legal.emplace_back(book.next());
     }
     return legal;
 }

@@ -1,6 +1,7 @@
 #include "flow/passes/coding.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace xfc::flow {
@@ -49,13 +50,22 @@ coding xfloat_read_by(component_operation operation) {
     }
 }
 
+/// By component: whether the generic `target` chooses the form of its result.
+constexpr auto has_target = [] {
+    std::array<bool, all_components().size() + 1> table = {};
+    for (const component_row& row : all_components()) {
+        table.at(static_cast<std::size_t>(row.id)) =
+            std::any_of(row.generics.begin(), row.generics.end(),
+                        [](const generic_row& generic) { return generic.name == "target"; });
+    }
+    return table;
+}();
+
 /// XFloat as components with the generic `target` deliver it; normalizers count their targets otherwise.
 coding xfloat_for_target(const component_row& row, std::int32_t target) {
     constexpr coding of_conversions[] = {x_adder, x_multiplier, x_divider};
     constexpr coding of_normalizers[] = {x_multiplier, x_divider, x_adder};
-    const bool has_target = std::any_of(row.generics.begin(), row.generics.end(),
-                                        [](const generic_row& generic) { return generic.name == "target"; });
-    if (!has_target) {
+    if (!has_target[static_cast<std::size_t>(row.id)]) {
         return x_adder;
     }
     const auto at = static_cast<std::size_t>(target);

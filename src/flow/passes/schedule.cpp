@@ -4,6 +4,7 @@
 #include <lemon/smart_graph.h>
 
 #include <algorithm>
+#include <numeric>
 #include <stdexcept>
 
 namespace xfc::flow {
@@ -22,11 +23,32 @@ std::vector<std::int32_t> soonest_starts(const design& made) {
     return start;
 }
 
+/// Tells every reading of a bus, by node and output: the bus and the cycles that it is read behind its being ready.
+/// Constants are not read in any cycle.
+template <class reading>
+void for_each_reading(const design& made, const schedule& times, const reading& tell) {
+    const auto read = [&](node_id bus, std::int32_t when) {
+        if (!is_constant(made, bus)) {
+            tell(bus, when - ready_time(made, times, bus));
+        }
+    };
+    for (node_id id = 0; id < made.size(); ++id) {
+        for (const node_id operand : made[id].operand_span()) {
+            read(operand, times.start[id]);
+        }
+    }
+    for (const node_id output : made.outputs) {
+        read(output, times.latency);
+    }
+}
+
 std::int64_t bits_of_delays(const design& made, const schedule& times) {
-    const auto delays = delays_of(made, times);
+    std::vector<std::int32_t> longest(made.size(), 0);
+    for_each_reading(made, times,
+                     [&](node_id bus, std::int32_t delay) { longest[bus] = std::max(longest[bus], delay); });
     std::int64_t bits = 0;
     for (node_id id = 0; id < made.size(); ++id) {
-        bits += delays[id].empty() ? 0 : static_cast<std::int64_t>(made.width_of(id)) * delays[id].back();
+        bits += longest[id] == 0 ? 0 : static_cast<std::int64_t>(made.width_of(id)) * longest[id];
     }
     return bits;
 }
@@ -48,7 +70,23 @@ public:
 
     /// The cycle of every node's start.
     std::vector<std::int32_t> solve() {
-        using simplex = lemon::NetworkSimplex<net, std::int64_t, std::int64_t>;
+        std::int64_t most = 0;
+        for (net::ArcIt arc(net_); arc != lemon::INVALID; ++arc) {
+            most += std::abs(cost_[arc]);
+        }
+        for (net::NodeIt node(net_); node != lemon::INVALID; ++node) {
+            most += std::abs(supply_[node]);
+        }
+        // No flow and no potential is larger; half as many bytes are faster to look through.
+        return most < (1 << 29) ? solve_with<std::int32_t>() : solve_with<std::int64_t>();
+    }
+
+private:
+    using net = lemon::SmartDigraph;
+
+    template <class number>
+    std::vector<std::int32_t> solve_with() {
+        using simplex = lemon::NetworkSimplex<net, number, number>;
         simplex solver(net_);
         solver.costMap(cost_).supplyMap(supply_);
         if (solver.run() != simplex::OPTIMAL) {
@@ -61,9 +99,6 @@ public:
         }
         return cycles;
     }
-
-private:
-    using net = lemon::SmartDigraph;
 
     /// `later` >= `earlier` + cycles.
     void not_before(net::Node earlier, net::Node later, std::int32_t cycles) {
@@ -127,26 +162,27 @@ schedule balanced_schedule(const design& made) {
     return times;
 }
 
-std::vector<std::vector<std::int32_t>> delays_of(const design& made, const schedule& times) {
-    std::vector<std::vector<std::int32_t>> delays(made.size());
-    const auto read = [&](node_id bus, std::int32_t when) {
-        const std::int32_t delay = when - ready_time(made, times, bus);
-        if (delay > 0 && !is_constant(made, bus)) {
-            delays[bus].push_back(delay);
-        }
+delay_taps delays_of(const design& made, const schedule& times) {
+    struct tap {
+        node_id bus;
+        std::int32_t cycles;
+        auto operator<=>(const tap&) const = default;
     };
-    for (node_id id = 0; id < made.size(); ++id) {
-        for (const node_id operand : made[id].operand_span()) {
-            read(operand, times.start[id]);
+    std::vector<tap> taps;
+    for_each_reading(made, times, [&](node_id bus, std::int32_t delay) {
+        if (delay > 0) {
+            taps.push_back({bus, delay});
         }
+    });
+    std::sort(taps.begin(), taps.end());
+    taps.erase(std::unique(taps.begin(), taps.end()), taps.end());
+    delay_taps delays;
+    delays.first.assign(made.size() + 1, 0);
+    for (const tap& one : taps) {
+        delays.cycles.push_back(one.cycles);
+        ++delays.first[one.bus + 1];
     }
-    for (const node_id output : made.outputs) {
-        read(output, times.latency);
-    }
-    for (std::vector<std::int32_t>& line : delays) {
-        std::sort(line.begin(), line.end());
-        line.erase(std::unique(line.begin(), line.end()), line.end());
-    }
+    std::partial_sum(delays.first.begin(), delays.first.end(), delays.first.begin());
     return delays;
 }
 

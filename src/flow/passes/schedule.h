@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,8 +30,19 @@ struct schedule {
 /// being ready and its last reader.
 [[nodiscard]] schedule balanced_schedule(const design& made);
 
+/// The taps of all delay lines.
+struct delay_taps {
+    std::vector<std::uint32_t> first = {};  ///< of each node's taps, and one behind the last
+    std::vector<std::int32_t> cycles = {};  ///< by which the bus is delayed at a tap
+
+    [[nodiscard]] std::span<const std::int32_t> operator[](node_id id) const {
+        return {cycles.data() + first[id], cycles.data() + first[id + 1]};
+    }
+    [[nodiscard]] std::size_t size() const { return first.size() - 1; }
+};
+
 /// Cycles by which a bus must be delayed for some reader or output, each once, rising; 0 is left out.
-[[nodiscard]] std::vector<std::vector<std::int32_t>> delays_of(const design& made, const schedule& times);
+[[nodiscard]] delay_taps delays_of(const design& made, const schedule& times);
 
 /// What is wrong with a schedule, a sentence each: every operand is ready when its reader starts, inputs start in cycle
 /// 0, outputs are ready in the last cycle, and the register bits are what the delays need.

@@ -212,4 +212,15 @@ std::string accuracy_table(const std::vector<output_accuracy>& rows) {
     return text;
 }
 
+void report_faults(const std::vector<output_accuracy>& rows, diagnostics& messages) {
+    for (const output_accuracy& row : rows) {
+        if (row.outside != 0) {
+            messages.report(message_id::result_outside, {}, {row.name, row.outside_at});
+        }
+        if (row.c_differs != 0) {
+            messages.report(message_id::c_differs, {}, {row.name, row.c_differs_at});
+        }
+    }
+}
+
 }  // namespace xfc::flow

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "flow/diagnostics/diagnostics.h"
 #include "flow/graph/graph.h"
 #include "flow/simulate/stimulus.h"
 
@@ -46,6 +47,9 @@ struct accuracy_question {
 
 /// Compares results by vector with the exact ones and with C's.
 [[nodiscard]] std::vector<output_accuracy> accuracy_of(const accuracy_question& asked);
+
+/// An error for every output that is outside its bounds somewhere, or that C gives another value.
+void report_faults(const std::vector<output_accuracy>& rows, diagnostics& messages);
 
 /// A number as C writes it: hexadecimal for floating ones, nan and inf as C prints them.
 [[nodiscard]] std::string c_text(number_format format, std::uint64_t bits);

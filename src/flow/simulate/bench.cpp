@@ -124,8 +124,8 @@ std::string bench_text(const datapath& what, language lang, bool wave) {
         const std::string slice =
             std::to_string(high) + (lang == language::vhdl ? " downto " : ":") + std::to_string(high - bus.width + 1);
         ports += lang == language::vhdl
-                     ? "              " + bus.name + " => " + std::string(side) + "(" + slice + "),\n"
-                     : "     ." + bus.name + "(" + std::string(side) + "[" + slice + "]),\n";
+                     ? "              " + std::string(bus.name) + " => " + std::string(side) + "(" + slice + "),\n"
+                     : "     ." + std::string(bus.name) + "(" + std::string(side) + "[" + slice + "]),\n";
         high -= bus.width;
     };
     std::int32_t high = inputs;

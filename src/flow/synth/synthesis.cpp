@@ -55,7 +55,8 @@ path_stretch stretch_of(std::string_view cell, const datapath& what) {
     if (found == what.instances.end()) {
         return {};
     }
-    path_stretch stretch{.instance = found->label, .component = found->component, .comment = found->comment};
+    path_stretch stretch{
+        .instance = std::string(found->label), .component = found->component, .comment = std::string(found->comment)};
     const std::string_view rest = cell.substr(std::min(cell.size(), label.size() + 1));
     if (rest.find('.') != std::string_view::npos) {
         stretch.step = rest.substr(0, rest.find('.'));

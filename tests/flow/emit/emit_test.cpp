@@ -68,16 +68,16 @@ TEST(names, are_legal_and_unlike_each_other_whatever_the_case) {
     const hardware h(std::move(w.made), "add");
     std::vector<std::string> all{"add", h.text.start_chain};
     for (const bus_text& bus : h.text.inputs) {
-        all.push_back(bus.name);
+        all.emplace_back(bus.name);
     }
     for (const output_text& output : h.text.outputs) {
-        all.push_back(output.bus.name);
+        all.emplace_back(output.bus.name);
     }
     for (const bus_text& bus : h.text.signals) {
-        all.push_back(bus.name);
+        all.emplace_back(bus.name);
     }
     for (const instance_text& instance : h.text.instances) {
-        all.push_back(instance.label);
+        all.emplace_back(instance.label);
     }
     std::set<std::string> lower;
     for (std::string name : all) {

@@ -60,7 +60,8 @@ void check_messages(const compilation_state& state, bool accepted) {
     expect(nlohmann::json::accept(report), "the report is no JSON");
     for (const diagnostic& message : state.messages.messages()) {
         expect(message.name != row_of(message_id::parser_failed).name, "the parser failed");
-        expect(!message.text.empty() && (message.level != severity::error || !message.name.empty()), "an empty message");
+        expect(!message.text.empty() && (message.level != severity::error || !message.name.empty()),
+               "an empty message");
     }
 }
 
@@ -107,8 +108,9 @@ void check_results(const compilation_state& state) {
 
 void check_files(const built_design& made) {
     for (const output_file& file : made.files) {
-        expect(!file.text.empty(), file.path.string() + " is empty");
-        expect(file.path.extension() != ".json" || nlohmann::json::accept(file.text), "the description is no JSON");
+        const std::string text = whole_text(file);
+        expect(!text.empty(), file.path.string() + " is empty");
+        expect(file.path.extension() != ".json" || nlohmann::json::accept(text), "the description is no JSON");
     }
 }
 

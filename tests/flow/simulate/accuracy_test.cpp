@@ -202,6 +202,23 @@ TEST(accuracy, finds_the_largest_the_median_and_the_worst_vector) {
     EXPECT_EQ(wrong[0].c_differs_at, "a=0x1p+0 b=0x0p+0: C 0x1p+1, understood 0x1p+0");
 }
 
+TEST(accuracy, tells_a_result_outside_its_bounds_with_its_operands) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    w.output("y", w.add(a, w.input("b")));
+    const stimulus applied{.vectors = {{bits_of(1.0F), bits_of(2.0F)}, {bits_of(1.0F), bits_of(0.5F)}}};
+    // A model that is wrong in the second vector.
+    const std::vector<std::vector<std::uint64_t>> results = {{bits_of(3.0F)}, {bits_of(1.75F)}};
+    diagnostics messages;
+    report_faults(accuracy_of({.source = w.made, .applied = applied, .results = results}), messages);
+    EXPECT_EQ(rendered(messages, {}),
+              "xfcflow: error: output 'y' is farther from the exact result than its operations allow: "
+              "a=0x1p+0 b=0x1p-1 [result-outside]\n"
+              "      hint: this is a fault of xfcflow or of its library; the program and these operands would help to "
+              "mend it\n");
+    EXPECT_TRUE(messages.has_errors());
+}
+
 TEST(accuracy, leaves_the_column_of_c_out_without_a_compiler) {
     graph_writer w;
     w.output("y", w.input("a"));
