@@ -144,7 +144,10 @@ if(XFC_FLOW)
 
     install(DIRECTORY examples/flow/ DESTINATION ${flow_docdir}/examples COMPONENT xfcflow
         FILES_MATCHING PATTERN "*.c" PATTERN "README.md")
-    foreach(document IN ITEMS language accuracy)
+    install(DIRECTORY examples/cocotb DESTINATION ${flow_docdir}/examples COMPONENT xfcflow
+        FILES_MATCHING PATTERN "*.c" PATTERN "*.py" PATTERN "Makefile" PATTERN "README.md" PATTERN "hardware" EXCLUDE)
+    install(DIRECTORY docs/pictures DESTINATION ${flow_docdir} COMPONENT xfcflow FILES_MATCHING PATTERN "*.svg")
+    foreach(document IN ITEMS tutorial from-other-tools language accuracy gallery)
         if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md)
             compress(${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md ${document}.md)
             install(FILES ${packaging_dir}/${document}.md.gz DESTINATION ${flow_docdir} COMPONENT xfcflow)
