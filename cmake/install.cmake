@@ -58,7 +58,7 @@ install(FILES
     ${packaging_dir}/build-flows.md.gz
     DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT xfc)
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT xfc
-    FILES_MATCHING PATTERN "*.c" PATTERN "README.md" PATTERN "flow" EXCLUDE)
+    FILES_MATCHING PATTERN "*.c" PATTERN "README.md" PATTERN "flow" EXCLUDE PATTERN "cocotb" EXCLUDE)
 
 # --- xfc: CMake package for find_package(xfc)
 
@@ -144,7 +144,11 @@ if(XFC_FLOW)
 
     install(DIRECTORY examples/flow/ DESTINATION ${flow_docdir}/examples COMPONENT xfcflow
         FILES_MATCHING PATTERN "*.c" PATTERN "README.md")
-    foreach(document IN ITEMS language accuracy)
+    install(DIRECTORY examples/cocotb DESTINATION ${flow_docdir}/examples COMPONENT xfcflow
+        FILES_MATCHING PATTERN "*.c" PATTERN "*.py" PATTERN "Makefile" PATTERN "README.md"
+        PATTERN "hardware" EXCLUDE PATTERN "__pycache__" EXCLUDE)
+    install(DIRECTORY docs/pictures DESTINATION ${flow_docdir} COMPONENT xfcflow FILES_MATCHING PATTERN "*.svg")
+    foreach(document IN ITEMS tutorial from-other-tools language accuracy gallery)
         if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md)
             compress(${CMAKE_CURRENT_SOURCE_DIR}/docs/${document}.md ${document}.md)
             install(FILES ${packaging_dir}/${document}.md.gz DESTINATION ${flow_docdir} COMPONENT xfcflow)

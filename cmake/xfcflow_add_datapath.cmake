@@ -2,6 +2,7 @@
 #     TOP <function>             what to make hardware of; the design is called so
 #     SOURCES <source.c> [<file>...]  the program, then files that it includes
 #     [LANGUAGE vhdl|verilog|both]    default: both
+#     [DRIVER c|python]          also write a model of the design for test benches
 #     [OPTIONS <option>...]      further options of "xfcflow build", as in OPTIONS --mantissa 36
 #     [OUTPUT_DIRECTORY <dir>])  default: CMAKE_CURRENT_BINARY_DIR/<function>
 #
@@ -10,9 +11,10 @@
 # program that xfcflow refuses fails the build, every time.
 #
 # The design's texts are listed in the target's property XFCFLOW_OUTPUTS, the lists in XFCFLOW_FILE_LISTS; both also in
-# the variables <target>_OUTPUTS and <target>_FILE_LISTS.
+# the variables <target>_OUTPUTS and <target>_FILE_LISTS. With DRIVER, the model's source is in XFCFLOW_MODEL and in
+# <target>_MODEL.
 function(xfcflow_add_datapath target)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TOP;LANGUAGE;OUTPUT_DIRECTORY" "SOURCES;OPTIONS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TOP;LANGUAGE;DRIVER;OUTPUT_DIRECTORY" "SOURCES;OPTIONS")
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "xfcflow_add_datapath(${target}): unexpected ${arg_UNPARSED_ARGUMENTS}")
     elseif(NOT arg_SOURCES)
@@ -26,6 +28,15 @@ function(xfcflow_add_datapath target)
     endif()
     if(NOT language MATCHES "^(vhdl|verilog|both)$")
         message(FATAL_ERROR "xfcflow_add_datapath(${target}): LANGUAGE is vhdl, verilog or both, not \"${language}\"")
+    endif()
+    set(model "")
+    set(model_files "")
+    set(driver "")
+    if(DEFINED arg_DRIVER)
+        if(NOT arg_DRIVER MATCHES "^(c|python)$")
+            message(FATAL_ERROR "xfcflow_add_datapath(${target}): DRIVER is c or python, not \"${arg_DRIVER}\"")
+        endif()
+        set(driver --driver ${arg_DRIVER})
     endif()
     set(directory "${CMAKE_CURRENT_BINARY_DIR}/${arg_TOP}")
     if(DEFINED arg_OUTPUT_DIRECTORY)
@@ -50,17 +61,27 @@ function(xfcflow_add_datapath target)
         list(APPEND lists "${directory}/${arg_TOP}_verilog.f")
     endif()
 
+    if(driver)
+        set(model "${directory}/${arg_TOP}_model.cpp")
+        set(model_files "${model}" "${directory}/${arg_TOP}_model.h")
+        if(arg_DRIVER STREQUAL "python")
+            list(APPEND model_files "${directory}/${arg_TOP}_model.py")
+        endif()
+    endif()
+
     # The description is written behind the texts, so what an error leaves is older than the source.
     add_custom_command(
         OUTPUT "${directory}/${arg_TOP}.json"
-        BYPRODUCTS ${outputs} ${lists}
+        BYPRODUCTS ${outputs} ${lists} ${model_files}
         COMMAND xfcflow::xfcflow build "${program_text}" --top ${arg_TOP} --lang ${language} -o "${directory}"
-            ${arg_OPTIONS}
+            ${driver} ${arg_OPTIONS}
         DEPENDS ${depended} xfcflow::xfcflow
         COMMENT "Compiling ${arg_TOP}"
         VERBATIM)
     add_custom_target(${target} ALL DEPENDS "${directory}/${arg_TOP}.json" SOURCES ${arg_SOURCES})
-    set_target_properties(${target} PROPERTIES XFCFLOW_OUTPUTS "${outputs}" XFCFLOW_FILE_LISTS "${lists}")
+    set_target_properties(${target} PROPERTIES XFCFLOW_OUTPUTS "${outputs}" XFCFLOW_FILE_LISTS "${lists}"
+        XFCFLOW_MODEL "${model}")
     set(${target}_OUTPUTS "${outputs}" PARENT_SCOPE)
     set(${target}_FILE_LISTS "${lists}" PARENT_SCOPE)
+    set(${target}_MODEL "${model}" PARENT_SCOPE)
 endfunction()

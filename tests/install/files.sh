@@ -32,6 +32,10 @@ check_files() {
         for example in "$source_folder"/examples/flow/*.c "$source_folder"/examples/flow/README.md; do
             cmp "$example" "$prefix/share/doc/xfcflow/examples/${example##*/}" || fail "$example is not installed"
         done
+        for file in examples/cocotb/Makefile examples/cocotb/README.md examples/cocotb/mix.c examples/cocotb/test_mix.py \
+            pictures/smooth.svg; do
+            [ -s "$prefix/share/doc/xfcflow/$file" ] || fail "$file is not installed"
+        done
     fi
 
     # Libraries, models and what belongs to the Debian packages only stay out.
@@ -53,7 +57,10 @@ check_files() {
         -e '\./share/cmake/xfcflow/(xfcflowConfig|xfcflowConfigVersion|xfcflowTargets(-[a-z]+)?)\.cmake' \
         -e '\./share/cmake/xfcflow/xfcflow_add_datapath\.cmake' \
         -e '\./share/doc/xfcflow/examples/(README\.md|[a-z0-9_]+\.c)' \
-        -e '\./share/doc/xfcflow/(language|accuracy)\.md\.gz' >"$log" || true
+        -e '\./share/doc/xfcflow/(language|accuracy|tutorial|from-other-tools|gallery)\.md\.gz' \
+        -e '\./share/doc/xfcflow/pictures/[a-z_]+\.svg' \
+        -e '\./share/doc/xfcflow/examples/cocotb/(Makefile|README\.md|[a-z_]+\.(c|py))' \
+        -e '\./share/xfc/library/model/([a-z0-9_]+\.(cpp|h)|(model|components)/[a-z_]+\.h)' >"$log" || true
     [ ! -s "$log" ] || { cat "$log" >&2; fail 'these files are not expected'; }
 
     # Nothing points back to where it was built.

@@ -22,6 +22,17 @@ check_flow() {
         passes "$prefix/bin/xfcflow" simulate scale.c --lang verilog --simulator iverilog --vectors 50
         says result
     fi
+    # So is one in an installed model, whose header, tables and helpers come along.
+    text="$prefix/share/xfc/library/model/fp_inv.cpp"
+    cp "$text" "$temporary/model"
+    echo '// installed' >>"$text"
+    passes "$prefix/bin/xfcflow" build scale.c --fast-reciprocal --driver c -o made
+    grep -qx '// installed' made/scale_model.cpp || fail 'the models are not the installed ones'
+    cp "$temporary/model" "$text"
+    printf '%s\n' 'double every(double x, float y) { return exp(log(x)) / sqrt(x) + 1.0 / x + expf(y) * logf(y); }' |
+        sed '1i#include <math.h>' >every.c
+    passes "$prefix/bin/xfcflow" build every.c --fast-reciprocal --driver c -o made
+    passes c++ -std=c++17 -fsyntax-only -Wall -Wextra -Werror made/every_model.cpp
     fails "$prefix/bin/xfcflow" check missing.c
     check_flow_rules
 
@@ -100,6 +111,22 @@ check_flow_rules() {
     fails cmake --build "$project/build"
     fails cmake --build "$project/build"
     says 'goto has no counterpart in a pipeline'
+
+    project="$folder/flow bench"
+    mkdir "$project"
+    { echo 'cmake_minimum_required(VERSION 3.21)'; documented cmake 4; } >"$project/CMakeLists.txt"
+    echo '#define GAIN 3.0f' >"$project/gains.h"
+    printf '%s\n' '#include "gains.h"' 'float scale(float x) { return x * GAIN; }' >"$project/scale.c"
+    printf '%s\n' '#include "scale_model.h"' '#include <stdio.h>' 'int main(void) {' \
+        '    struct scale_inputs in = {2.5f};' '    struct scale_outputs out;' '    scale_model(&in, &out);' \
+        '    printf("%g\n", out.result);' '    return 0;' '}' >"$project/bench.c"
+    passes cmake -G 'Unix Makefiles' -S "$project" -B "$project/build" -DCMAKE_PREFIX_PATH="$prefix"
+    passes cmake --build "$project/build"
+    [ "$("$project/build/bench")" = 7.5 ] || fail 'the model does not compute 3 * 2.5'
+    sed -i s/3/4/ "$project/gains.h"
+    tick
+    passes cmake --build "$project/build"
+    [ "$("$project/build/bench")" = 10 ] || fail 'the model was not made again'
 
     command -v make >/dev/null || return 0
     rules=$temporary/flow_make

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <iterator>
 #include <map>
 
@@ -185,9 +186,9 @@ void @name@_model(const struct @name@_inputs* inputs_, struct @name@_outputs* ou
 )";
 
 std::string hexadecimal(std::uint64_t bits) {
-    std::array<char, 17> digits{};
-    std::snprintf(digits.data(), digits.size(), "%llx", static_cast<unsigned long long>(bits));
-    return "0x" + std::string(digits.data());
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), bits, 16).ptr;
+    return "0x" + std::string(digits.data(), end);
 }
 
 /// Without letters that would end a comment or a text of Python, or continue a line.
