@@ -48,7 +48,6 @@ module dp_inv
   localparam error_low = 23;                        // lowest bit of the product that counts
   localparam rise_bits = 31;                        // of guess times error, that are kept
   localparam sum_bits = 60;                         // behind the point
-  localparam dropped_bits = sum_bits - significand_bits;
 
   // Cycles beyond the fewest go behind levels of the products' trees that had no register of their own.
   localparam extra = (roundconvert - device) * (doublespeed + 1) + 2 * doublespeed + 2;
@@ -79,65 +78,30 @@ module dp_inv
   xfc_registers #(exponent_bits, add_cycle + 1) look_up_2 (sysclk, enable, exponentin, pack_exponent);
   xfc_registers #(fraction_bits, guess_cycle - 1) look_up_3 (sysclk, enable, mantissain, early_fraction);
 
-  // bend
-  wire [slope_bits-1:0] slope;
-  xfc_polynomial_step #(short_bits, curve_bits, slope_bits, bend_borders, synthesize) bend
-    (sysclk, enable, position[position_bits-1:position_bits-short_bits], row[curve_bits-1:0],
-     row[curve_bits+slope_bits-1:curve_bits], slope);
-
-  wire [position_bits-1:0] fall_position;
-  wire [level_bits-1:0] fall_level;
-  xfc_registers #(position_bits, bend_cycles + 1) bend_0 (sysclk, enable, position, fall_position);
-  xfc_registers #(level_bits, bend_cycles + 1) bend_1
-    (sysclk, enable, row[row_bits-1:row_bits-level_bits], fall_level);
-
-  // fall
+  // bend, fall
   wire [level_bits-1:0] level;
-  xfc_polynomial_step #(position_bits, slope_bits, level_bits, fall_borders, synthesize) fall
-    (sysclk, enable, fall_position, slope, fall_level, level);
+  xfc_quadratic #(position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, synthesize)
+    fall (sysclk, enable, position, row, level);
   wire [guess_bits-1:0] guess = level[level_bits-1:level_bits-guess_bits];
   wire unused_level = &{1'b0, level[level_bits-guess_bits-1:0]};
 
   // residual: what the bits of the product from error_low on lack of 1, less one unit at most
-  wire [significand_bits-1:0] early_significand = {1'b1, early_fraction};
-  wire [significand_bits+1:0] triple_d = {2'b00, early_significand} + {1'b0, early_significand, 1'b0};
-  wire [significand_bits-1:0] significand;
-  wire [significand_bits+1:0] triple;
-  xfc_register #(significand_bits, 1) fall_0 (sysclk, enable, early_significand, significand);
-  xfc_register #(significand_bits + 2, 1) fall_1 (sysclk, enable, triple_d, triple);
-
   wire [product_bits-1:0] product;
-  xfc_unsigned_product #(significand_bits, guess_bits, residual_borders, synthesize) residual
-    (sysclk, enable, significand, triple, guess, product);
+  xfc_early_product #(significand_bits, guess_bits, residual_borders, synthesize) residual
+    (sysclk, enable, {1'b1, early_fraction}, guess, product);
   wire [error_bits-1:0] error = ~product[error_low+error_bits-1:error_low];
   wire unused_product = &{1'b0, product[product_bits-1:error_low+error_bits], product[error_low-1:0]};
 
-  wire [guess_bits-1:0] early_guess, residual_guess;
-  wire [guess_bits+1:0] triple_guess_d = {2'b00, early_guess} + {1'b0, early_guess, 1'b0};
-  wire [guess_bits+1:0] triple_guess;
+  wire [guess_bits-1:0] early_guess;
   xfc_registers #(guess_bits, residual_cycles - 1) residual_0 (sysclk, enable, guess, early_guess);
-  xfc_register #(guess_bits, 1) residual_1 (sysclk, enable, early_guess, residual_guess);
-  xfc_register #(guess_bits + 2, 1) residual_2 (sysclk, enable, triple_guess_d, triple_guess);
 
-  // correct
-  wire [guess_bits+error_bits-1:0] rise;
-  xfc_unsigned_product #(guess_bits, error_bits, correct_borders, synthesize) correct
-    (sysclk, enable, residual_guess, triple_guess, error, rise);
-  wire unused_rise = &{1'b0, rise[guess_bits+error_bits-rise_bits-1:0]};
-
-  wire [guess_bits-1:0] add_guess;
-  xfc_registers #(guess_bits, correct_cycles) correct_0 (sysclk, enable, residual_guess, add_guess);
-
-  // add: half a unit of the result stands where the guess has no bits
-  wire [sum_bits:0] sum_d =
-    {1'b0, add_guess, {sum_bits-guess_bits-dropped_bits{1'b0}}, 1'b1, {dropped_bits-1{1'b0}}} +
-    {{sum_bits+1-rise_bits{1'b0}}, rise[guess_bits+error_bits-1:guess_bits+error_bits-rise_bits]};
-
-  wire two;
-  wire [fraction_bits-1:0] fraction;
-  xfc_register #(1, 1) add_0 (sysclk, enable, sum_d[sum_bits], two);
-  xfc_register #(fraction_bits, 1) add_1 (sysclk, enable, sum_d[sum_bits-2:dropped_bits], fraction);
-  wire unused_sum = &{1'b0, sum_d[sum_bits-1], sum_d[dropped_bits-1:0]};
+  // correct, add
+  wire [significand_bits:0] rounded;
+  xfc_newton_add #(guess_bits, error_bits, rise_bits, sum_bits, significand_bits, correct_borders, synthesize) add
+    (sysclk, enable, early_guess, error, rounded);
+  wire two = rounded[significand_bits];
+  wire [fraction_bits-1:0] fraction = rounded[fraction_bits-1:0];
+  wire unused_hidden = &{1'b0, rounded[fraction_bits]};
 
   // pack
   wire [wide_bits-1:0] result_exponent = 13'd2045 - {2'b00, pack_exponent} + {{wide_bits-1{1'b0}}, two};

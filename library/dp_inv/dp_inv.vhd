@@ -48,7 +48,6 @@ architecture rtl of dp_inv is
   constant error_low        : positive := 23;       -- lowest bit of the product that counts
   constant rise_bits        : positive := 31;       -- of guess times error, that are kept
   constant sum_bits         : positive := 60;       -- behind the point
-  constant dropped_bits     : positive := sum_bits - significand_bits;
 
   -- Cycles beyond the fewest go behind levels of the products' trees that had no register of their own.
   constant extra : natural := (roundconvert - device) * (doublespeed + 1) + 2 * doublespeed + 2;
@@ -63,45 +62,30 @@ architecture rtl of dp_inv is
   constant guess_cycle      : natural := 1 + bend_cycles + 1 + fall_cycles + 1;   -- from here on the guess is known
   constant add_cycle        : natural := guess_cycle + residual_cycles + correct_cycles;
 
-  subtype position_field is std_logic_vector(position_bits - 1 downto 0);
   subtype fraction_field is std_logic_vector(fraction_bits - 1 downto 0);
   subtype significand_field is std_logic_vector(significand_bits - 1 downto 0);
   subtype guess_field is std_logic_vector(guess_bits - 1 downto 0);
-  subtype level_field is std_logic_vector(level_bits - 1 downto 0);
 
   -- look_up
   signal row_d, row : std_logic_vector(row_bits - 1 downto 0);
-  signal position : position_field;
+  signal position : std_logic_vector(position_bits - 1 downto 0);
   signal zero, top, fractional : std_logic;
   signal marks_d, pack_marks : std_logic_vector(mark_bits - 1 downto 0);
   signal pack_exponent : std_logic_vector(exponent_bits - 1 downto 0);
   signal early_fraction : fraction_field;
 
-  -- bend
-  signal slope : std_logic_vector(slope_bits - 1 downto 0);
-  signal fall_position : position_field;
-  signal fall_level : level_field;
-
-  -- fall
-  signal level : level_field;
+  -- bend, fall
+  signal level : std_logic_vector(level_bits - 1 downto 0);
   signal guess : guess_field;
 
   -- residual
-  signal early_significand, significand : significand_field;
-  signal triple_d, triple : std_logic_vector(significand_bits + 1 downto 0);
+  signal early_significand : significand_field;
   signal product : std_logic_vector(product_bits - 1 downto 0);
   signal error : std_logic_vector(error_bits - 1 downto 0);
-  signal early_guess, residual_guess : guess_field;
-  signal triple_guess_d, triple_guess : std_logic_vector(guess_bits + 1 downto 0);
+  signal early_guess : guess_field;
 
-  -- correct
-  signal rise : std_logic_vector(guess_bits + error_bits - 1 downto 0);
-  signal add_guess : guess_field;
-
-  -- add
-  signal augend, sum_d : unsigned(sum_bits downto 0);
-  signal two : std_logic_vector(0 downto 0);
-  signal fraction : fraction_field;
+  -- correct, add
+  signal rounded : std_logic_vector(significand_bits downto 0);
 
   -- pack
   signal result_exponent : std_logic_vector(wide_bits - 1 downto 0);
@@ -130,66 +114,33 @@ begin
   look_up_3 : entity work.xfc_registers generic map (fraction_bits, guess_cycle - 1)
     port map (sysclk, enable, mantissain, early_fraction);
 
-  -- bend
-  bend : entity work.xfc_polynomial_step generic map (short_bits, curve_bits, slope_bits, bend_borders, synthesize)
-    port map (sysclk, enable, position(position_bits - 1 downto position_bits - short_bits),
-              row(curve_bits - 1 downto 0), row(curve_bits + slope_bits - 1 downto curve_bits), slope);
-
-  bend_0 : entity work.xfc_registers generic map (position_bits, bend_cycles + 1)
-    port map (sysclk, enable, position, fall_position);
-  bend_1 : entity work.xfc_registers generic map (level_bits, bend_cycles + 1)
-    port map (sysclk, enable, row(row_bits - 1 downto row_bits - level_bits), fall_level);
-
-  -- fall
-  fall : entity work.xfc_polynomial_step generic map (position_bits, slope_bits, level_bits, fall_borders, synthesize)
-    port map (sysclk, enable, fall_position, slope, fall_level, level);
+  -- bend, fall
+  fall : entity work.xfc_quadratic
+    generic map (position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, synthesize)
+    port map (sysclk, enable, position, row, level);
   guess <= level(level_bits - 1 downto level_bits - guess_bits);
 
   -- residual: what the bits of the product from error_low on lack of 1, less one unit at most
   early_significand <= '1' & early_fraction;
-  triple_d <=
-    std_logic_vector(resize(unsigned(early_significand), significand_bits + 2) + unsigned(early_significand & '0'));
-  fall_0 : entity work.xfc_register generic map (significand_bits, 1)
-    port map (sysclk, enable, early_significand, significand);
-  fall_1 : entity work.xfc_register generic map (significand_bits + 2, 1) port map (sysclk, enable, triple_d, triple);
-
-  residual : entity work.xfc_unsigned_product generic map (significand_bits, guess_bits, residual_borders, synthesize)
-    port map (sysclk, enable, significand, triple, guess, product);
+  residual : entity work.xfc_early_product
+    generic map (significand_bits, guess_bits, residual_borders, synthesize)
+    port map (sysclk, enable, early_significand, guess, product);
   error <= not product(error_low + error_bits - 1 downto error_low);
 
-  triple_guess_d <= std_logic_vector(resize(unsigned(early_guess), guess_bits + 2) + unsigned(early_guess & '0'));
   residual_0 : entity work.xfc_registers generic map (guess_bits, residual_cycles - 1)
     port map (sysclk, enable, guess, early_guess);
-  residual_1 : entity work.xfc_register generic map (guess_bits, 1)
-    port map (sysclk, enable, early_guess, residual_guess);
-  residual_2 : entity work.xfc_register generic map (guess_bits + 2, 1)
-    port map (sysclk, enable, triple_guess_d, triple_guess);
 
-  -- correct
-  correct : entity work.xfc_unsigned_product generic map (guess_bits, error_bits, correct_borders, synthesize)
-    port map (sysclk, enable, residual_guess, triple_guess, error, rise);
-
-  correct_0 : entity work.xfc_registers generic map (guess_bits, correct_cycles)
-    port map (sysclk, enable, residual_guess, add_guess);
-
-  -- add: half a unit of the result stands where the guess has no bits
-  augend(sum_bits) <= '0';
-  augend(sum_bits - 1 downto sum_bits - guess_bits) <= unsigned(add_guess);
-  augend(sum_bits - guess_bits - 1 downto dropped_bits) <= (others => '0');
-  augend(dropped_bits - 1) <= '1';
-  augend(dropped_bits - 2 downto 0) <= (others => '0');
-  sum_d <= augend + unsigned(rise(guess_bits + error_bits - 1 downto guess_bits + error_bits - rise_bits));
-
-  add_0 : entity work.xfc_register generic map (1, 1)
-    port map (sysclk, enable, std_logic_vector(sum_d(sum_bits downto sum_bits)), two);
-  add_1 : entity work.xfc_register generic map (fraction_bits, 1)
-    port map (sysclk, enable, std_logic_vector(sum_d(sum_bits - 2 downto dropped_bits)), fraction);
+  -- correct, add
+  add : entity work.xfc_newton_add
+    generic map (guess_bits, error_bits, rise_bits, sum_bits, significand_bits, correct_borders, synthesize)
+    port map (sysclk, enable, early_guess, error, rounded);
 
   -- pack
   result_exponent <=
-    std_logic_vector(to_unsigned(2045, wide_bits) - resize(unsigned(pack_exponent), wide_bits) + unsigned(two));
+    std_logic_vector(to_unsigned(2045, wide_bits) - resize(unsigned(pack_exponent), wide_bits) +
+                     unsigned(rounded(significand_bits downto significand_bits)));
   pack_result : entity work.xfc_pack_ieee generic map (exponent_bits, fraction_bits, wide_bits)
-    port map (result_exponent, fraction, pack_marks, packed_d);
+    port map (result_exponent, rounded(fraction_bits - 1 downto 0), pack_marks, packed_d);
 
   pack_0 : entity work.xfc_register generic map (operand_bits, 1) port map (sysclk, enable, packed_d, packed);
   signout <= packed(operand_bits - 1);

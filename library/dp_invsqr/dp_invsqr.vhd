@@ -52,7 +52,6 @@ architecture rtl of dp_invsqr is
   constant error_low        : positive := 36;       -- lowest bit of the product that counts
   constant rise_bits        : positive := 32;       -- of guess times error, that are kept
   constant sum_bits         : positive := 60;       -- behind the point
-  constant dropped_bits     : positive := sum_bits - significand_bits;
 
   constant extra            : natural := (2 - device) * (doublespeed + 1);
   constant arrive_cycles    : natural := boolean'pos(extra > 1) * (extra - 1);
@@ -70,11 +69,9 @@ architecture rtl of dp_invsqr is
   constant error_cycle      : natural := guess_cycle + root_cycles + residual_cycles;
   constant add_cycle        : natural := error_cycle + correct_cycles;
 
-  subtype position_field is std_logic_vector(position_bits - 1 downto 0);
   subtype fraction_field is std_logic_vector(fraction_bits - 1 downto 0);
   subtype significand_field is std_logic_vector(significand_bits - 1 downto 0);
   subtype guess_field is std_logic_vector(guess_bits - 1 downto 0);
-  subtype level_field is std_logic_vector(level_bits - 1 downto 0);
 
   -- arrive
   signal arrive_d, operand : std_logic_vector(operand_bits - 1 downto 0);
@@ -88,42 +85,28 @@ architecture rtl of dp_invsqr is
   signal odd_d, odd : std_logic_vector(0 downto 0);
   signal index : std_logic_vector(segment_bits downto 0);
   signal row_d, row : std_logic_vector(row_bits - 1 downto 0);
-  signal position : position_field;
+  signal position : std_logic_vector(position_bits - 1 downto 0);
   signal twice_d : std_logic_vector(exponent_bits downto 0);
   signal pack_exponent : std_logic_vector(exponent_bits - 1 downto 0);
   signal early_fraction : fraction_field;
 
-  -- bend
-  signal slope : std_logic_vector(slope_bits - 1 downto 0);
-  signal fall_position : position_field;
-  signal fall_level : level_field;
-
-  -- fall
-  signal level : level_field;
+  -- bend, fall
+  signal level : std_logic_vector(level_bits - 1 downto 0);
   signal guess : guess_field;
 
   -- root
-  signal early_significand, significand : significand_field;
-  signal triple_d, triple : std_logic_vector(significand_bits + 1 downto 0);
+  signal early_significand : significand_field;
   signal significand_product : std_logic_vector(significand_product_bits - 1 downto 0);
   signal root : std_logic_vector(root_bits - 1 downto 0);
-  signal early_guess, root_guess : guess_field;
-  signal triple_guess_d, triple_guess : std_logic_vector(guess_bits + 1 downto 0);
+  signal root_guess : guess_field;
 
   -- residual
   signal product : std_logic_vector(product_bits - 1 downto 0);
   signal error : std_logic_vector(error_bits - 1 downto 0);
-  signal residual_guess : guess_field;
-  signal residual_triple : std_logic_vector(guess_bits + 1 downto 0);
+  signal early_guess : guess_field;
 
-  -- correct
-  signal rise : std_logic_vector(guess_bits + error_bits - 1 downto 0);
-  signal add_guess : guess_field;
-
-  -- add
-  signal augend, sum_d : unsigned(sum_bits downto 0);
-  signal two : std_logic_vector(0 downto 0);
-  signal fraction : fraction_field;
+  -- correct, add
+  signal rounded : std_logic_vector(significand_bits downto 0);
 
   -- pack
   signal result_exponent : std_logic_vector(wide_bits - 1 downto 0);
@@ -163,76 +146,41 @@ begin
     port map (sysclk, enable, arrived_fraction, early_fraction);
   look_up_4 : entity work.xfc_registers generic map (1, error_cycle) port map (sysclk, enable, odd_d, odd);
 
-  -- bend
-  bend : entity work.xfc_polynomial_step generic map (short_bits, curve_bits, slope_bits, bend_borders, synthesize)
-    port map (sysclk, enable, position(position_bits - 1 downto position_bits - short_bits),
-              row(curve_bits - 1 downto 0), row(curve_bits + slope_bits - 1 downto curve_bits), slope);
-
-  bend_0 : entity work.xfc_registers generic map (position_bits, bend_cycles + 1)
-    port map (sysclk, enable, position, fall_position);
-  bend_1 : entity work.xfc_registers generic map (level_bits, bend_cycles + 1)
-    port map (sysclk, enable, row(row_bits - 1 downto row_bits - level_bits), fall_level);
-
-  -- fall
-  fall : entity work.xfc_polynomial_step generic map (position_bits, slope_bits, level_bits, fall_borders, synthesize)
-    port map (sysclk, enable, fall_position, slope, fall_level, level);
+  -- bend, fall
+  fall : entity work.xfc_quadratic
+    generic map (position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, synthesize)
+    port map (sysclk, enable, position, row, level);
   guess <= level(level_bits - 1 downto level_bits - guess_bits);
 
   -- root
   early_significand <= '1' & early_fraction;
-  triple_d <=
-    std_logic_vector(resize(unsigned(early_significand), significand_bits + 2) + unsigned(early_significand & '0'));
-  fall_0 : entity work.xfc_register generic map (significand_bits, 1)
-    port map (sysclk, enable, early_significand, significand);
-  fall_1 : entity work.xfc_register generic map (significand_bits + 2, 1) port map (sysclk, enable, triple_d, triple);
-
-  root_product : entity work.xfc_unsigned_product generic map (significand_bits, guess_bits, root_borders, synthesize)
-    port map (sysclk, enable, significand, triple, guess, significand_product);
+  root_product : entity work.xfc_early_product generic map (significand_bits, guess_bits, root_borders, synthesize)
+    port map (sysclk, enable, early_significand, guess, significand_product);
   root <= significand_product(significand_product_bits - 1 downto significand_product_bits - root_bits);
 
-  triple_guess_d <= std_logic_vector(resize(unsigned(early_guess), guess_bits + 2) + unsigned(early_guess & '0'));
   root_0 : entity work.xfc_registers generic map (guess_bits, root_cycles - 1)
-    port map (sysclk, enable, guess, early_guess);
-  root_1 : entity work.xfc_register generic map (guess_bits, 1) port map (sysclk, enable, early_guess, root_guess);
-  root_2 : entity work.xfc_register generic map (guess_bits + 2, 1)
-    port map (sysclk, enable, triple_guess_d, triple_guess);
+    port map (sysclk, enable, guess, root_guess);
 
   -- residual: what the bits of the product from error_low on lack of 1, less one unit at most
-  residual : entity work.xfc_unsigned_product generic map (guess_bits, root_bits, residual_borders, synthesize)
-    port map (sysclk, enable, root_guess, triple_guess, root, product);
+  residual : entity work.xfc_early_product generic map (guess_bits, root_bits, residual_borders, synthesize)
+    port map (sysclk, enable, root_guess, root, product);
   error <= not product(error_low + error_bits - 2 downto error_low - 1) when odd(0) = '1' else
            not product(error_low + error_bits - 1 downto error_low);
 
   residual_0 : entity work.xfc_registers generic map (guess_bits, residual_cycles)
-    port map (sysclk, enable, root_guess, residual_guess);
-  residual_1 : entity work.xfc_registers generic map (guess_bits + 2, residual_cycles)
-    port map (sysclk, enable, triple_guess, residual_triple);
+    port map (sysclk, enable, root_guess, early_guess);
 
-  -- correct
-  correct : entity work.xfc_unsigned_product generic map (guess_bits, error_bits, correct_borders, synthesize)
-    port map (sysclk, enable, residual_guess, residual_triple, error, rise);
-
-  correct_0 : entity work.xfc_registers generic map (guess_bits, correct_cycles)
-    port map (sysclk, enable, residual_guess, add_guess);
-
-  -- add: half a unit of the result stands where the guess has no bits
-  augend(sum_bits) <= '0';
-  augend(sum_bits - 1 downto sum_bits - guess_bits) <= unsigned(add_guess);
-  augend(sum_bits - guess_bits - 1 downto dropped_bits) <= (others => '0');
-  augend(dropped_bits - 1) <= '1';
-  augend(dropped_bits - 2 downto 0) <= (others => '0');
-  sum_d <= augend + unsigned(rise(guess_bits + error_bits - 1 downto guess_bits + error_bits - rise_bits));
-
-  add_0 : entity work.xfc_register generic map (1, 1)
-    port map (sysclk, enable, std_logic_vector(sum_d(sum_bits downto sum_bits)), two);
-  add_1 : entity work.xfc_register generic map (fraction_bits, 1)
-    port map (sysclk, enable, std_logic_vector(sum_d(sum_bits - 2 downto dropped_bits)), fraction);
+  -- correct, add
+  add : entity work.xfc_newton_add
+    generic map (guess_bits, error_bits, rise_bits, sum_bits, significand_bits, correct_borders, synthesize)
+    port map (sysclk, enable, early_guess, error, rounded);
 
   -- pack
   result_exponent <=
-    std_logic_vector(resize(unsigned(pack_exponent), wide_bits) + unsigned(two));
+    std_logic_vector(resize(unsigned(pack_exponent), wide_bits) +
+                     unsigned(rounded(significand_bits downto significand_bits)));
   pack_result : entity work.xfc_pack_ieee generic map (exponent_bits, fraction_bits, wide_bits)
-    port map (result_exponent, fraction, pack_marks, packed_d);
+    port map (result_exponent, rounded(fraction_bits - 1 downto 0), pack_marks, packed_d);
 
   pack_0 : entity work.xfc_register generic map (operand_bits, 1) port map (sysclk, enable, packed_d, packed);
   signout <= packed(operand_bits - 1);

@@ -41,7 +41,6 @@ module dp_log
 
   localparam exponent_bits = 11;
   localparam fraction_bits = 52;
-  localparam wide_bits = exponent_bits + 2;         // as xfc_pack_ieee asks for
   localparam [exponent_bits:0] bias = 1023;
   localparam whole_bits = 11;
   localparam ln_2_bits = 73;                        // behind the point
@@ -64,7 +63,7 @@ module dp_log
   localparam zero_levels = 6;
   localparam fine_levels = 3;                       // distances below 8
   localparam coarse_levels = zero_levels - fine_levels;
-  localparam [exponent_bits-1:0] first_exponent = 1032;   // of the sum's highest bit
+  localparam first_exponent = 1032;                 // of the sum's highest bit
   localparam mark_bits = 4;                         // negative, nan, zip, infinite
 
   // Cycles beyond the fewest go behind levels of the products' trees that had no register of their own.
@@ -218,40 +217,8 @@ module dp_log
   wire [sum_bits-1:0] sum;
   xfc_register #(sum_bits, 1) add_0 (sysclk, enable, sum_d, sum);
 
-  // count
-  wire [window_levels-1:0] high_zeros_d;
-  xfc_leading_zeros #(window_bits, window_levels) count_sum (sum[sum_bits-1:sum_bits-window_bits], high_zeros_d);
-
-  wire [window_levels-1:0] high_zeros;
-  wire [sum_bits-1:0] count_value;
-  xfc_register #(window_levels, 1) count_0 (sysclk, enable, high_zeros_d, high_zeros);
-  xfc_register #(sum_bits, 1) count_1 (sysclk, enable, sum, count_value);
-
-  // shift
-  wire [sum_bits-1:0] shifted_d;
-  xfc_shift_left #(sum_bits, window_levels, 1) shift_sum (count_value, high_zeros, 1'b0, shifted_d);
-  wire [exponent_bits-1:0] leading_d = first_exponent - {{exponent_bits-window_levels{1'b0}}, high_zeros} -
-                                       {{exponent_bits-zero_levels{1'b0}}, shift_zeros};
-
-  wire [fraction_bits:0] shifted;
-  wire [exponent_bits-1:0] leading;
-  xfc_register #(fraction_bits + 1, 1) shift_0
-    (sysclk, enable, shifted_d[sum_bits-2:sum_bits-2-fraction_bits], shifted);
-  xfc_register #(exponent_bits, 1) shift_1 (sysclk, enable, leading_d, leading);
-  wire unused_shifted = &{1'b0, shifted_d[sum_bits-1], shifted_d[sum_bits-3-fraction_bits:0]};
-
-  // round
-  wire [exponent_bits+fraction_bits-1:0] rounded_d =
-    {leading, shifted[fraction_bits:1]} + {{exponent_bits+fraction_bits-1{1'b0}}, shifted[0]};
-
-  wire [exponent_bits+fraction_bits-1:0] rounded;
-  xfc_register #(exponent_bits + fraction_bits, 1) round_0 (sysclk, enable, rounded_d, rounded);
-
-  // pack
-  wire [exponent_bits+fraction_bits:0] packed_d;
-  xfc_pack_ieee #(exponent_bits, fraction_bits, wide_bits) pack_result
-    ({2'b00, rounded[exponent_bits+fraction_bits-1:fraction_bits]}, rounded[fraction_bits-1:0], pack_marks, packed_d);
-
-  xfc_register #(1 + exponent_bits + fraction_bits, 1) pack_0
-    (sysclk, enable, packed_d, {signout, exponentout, mantissaout});
+  // count, shift, round, pack
+  xfc_sum_to_ieee
+    #(exponent_bits, fraction_bits, sum_bits, window_bits, window_levels, zero_levels, first_exponent) pack
+    (sysclk, enable, sum, shift_zeros, pack_marks, {signout, exponentout, mantissaout});
 endmodule

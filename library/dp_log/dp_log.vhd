@@ -41,7 +41,6 @@ architecture rtl of dp_log is
   constant exponent_bits  : positive := 11;
   constant fraction_bits  : positive := 52;
   constant operand_bits   : positive := 1 + exponent_bits + fraction_bits;
-  constant wide_bits      : positive := exponent_bits + 2;   -- as xfc_pack_ieee asks for
   constant bias           : positive := 1023;
   constant whole_bits     : positive := 11;
   constant ln_2_bits      : positive := 73;         -- behind the point
@@ -93,7 +92,6 @@ architecture rtl of dp_log is
   constant level_cycle      : natural := first_cycle + level_cycles + 1;
   constant product_cycle    : natural := level_cycle + multiply_cycles;
 
-  subtype fraction_field is std_logic_vector(fraction_bits - 1 downto 0);
   subtype distance_field is std_logic_vector(distance_bits - 1 downto 0);
   subtype position_field is std_logic_vector(position_bits - 1 downto 0);
   subtype sum_field is std_logic_vector(sum_bits - 1 downto 0);
@@ -144,21 +142,8 @@ architecture rtl of dp_log is
   signal inverts : unsigned(0 downto 0);
   signal sum_d, sum : sum_field;
 
-  -- count
-  signal high_zeros_d, high_zeros : std_logic_vector(window_levels - 1 downto 0);
-  signal count_value : sum_field;
-
-  -- shift
-  signal shifted_d : sum_field;
-  signal shifted : std_logic_vector(fraction_bits downto 0);
-  signal leading_d, leading : std_logic_vector(exponent_bits - 1 downto 0);
-
-  -- round
-  signal rounded_d, rounded : std_logic_vector(exponent_bits + fraction_bits - 1 downto 0);
-
   -- pack
-  signal wide_exponent : std_logic_vector(wide_bits - 1 downto 0);
-  signal packed_d, packed : std_logic_vector(operand_bits - 1 downto 0);
+  signal packed_number : std_logic_vector(operand_bits - 1 downto 0);
 begin
   assert device <= 2 report "dp_log: device is 0 to 2" severity failure;
   assert doublespeed <= 1 report "dp_log: doublespeed is 0 or 1" severity failure;
@@ -284,37 +269,11 @@ begin
 
   add_0 : entity work.xfc_register generic map (sum_bits, 1) port map (sysclk, enable, sum_d, sum);
 
-  -- count
-  count_sum : entity work.xfc_leading_zeros generic map (window_bits, window_levels)
-    port map (sum(sum_bits - 1 downto sum_bits - window_bits), high_zeros_d);
-
-  count_0 : entity work.xfc_register generic map (window_levels, 1)
-    port map (sysclk, enable, high_zeros_d, high_zeros);
-  count_1 : entity work.xfc_register generic map (sum_bits, 1) port map (sysclk, enable, sum, count_value);
-
-  -- shift
-  shift_sum : entity work.xfc_shift_left generic map (sum_bits, window_levels, 1)
-    port map (count_value, high_zeros, '0', shifted_d);
-  leading_d <= std_logic_vector(to_unsigned(first_exponent, exponent_bits) - unsigned(high_zeros)
-                                - unsigned(shift_zeros));
-
-  shift_0 : entity work.xfc_register generic map (fraction_bits + 1, 1)
-    port map (sysclk, enable, shifted_d(sum_bits - 2 downto sum_bits - 2 - fraction_bits), shifted);
-  shift_1 : entity work.xfc_register generic map (exponent_bits, 1) port map (sysclk, enable, leading_d, leading);
-
-  -- round
-  rounded_d <= std_logic_vector(unsigned(leading & shifted(fraction_bits downto 1)) + unsigned(shifted(0 downto 0)));
-
-  round_0 : entity work.xfc_register generic map (exponent_bits + fraction_bits, 1)
-    port map (sysclk, enable, rounded_d, rounded);
-
-  -- pack
-  wide_exponent <= "00" & rounded(exponent_bits + fraction_bits - 1 downto fraction_bits);
-  pack_result : entity work.xfc_pack_ieee generic map (exponent_bits, fraction_bits, wide_bits)
-    port map (wide_exponent, rounded(fraction_bits - 1 downto 0), pack_marks, packed_d);
-
-  pack_0 : entity work.xfc_register generic map (operand_bits, 1) port map (sysclk, enable, packed_d, packed);
-  signout <= packed(operand_bits - 1);
-  exponentout <= packed(operand_bits - 2 downto fraction_bits);
-  mantissaout <= packed(fraction_bits - 1 downto 0);
+  -- count, shift, round, pack
+  pack : entity work.xfc_sum_to_ieee
+    generic map (exponent_bits, fraction_bits, sum_bits, window_bits, window_levels, zero_levels, first_exponent)
+    port map (sysclk, enable, sum, shift_zeros, pack_marks, packed_number);
+  signout <= packed_number(operand_bits - 1);
+  exponentout <= packed_number(operand_bits - 2 downto fraction_bits);
+  mantissaout <= packed_number(fraction_bits - 1 downto 0);
 end rtl;

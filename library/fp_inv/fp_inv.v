@@ -23,7 +23,7 @@ module fp_inv
   localparam significand_bits = fraction_bits + 1;
   localparam digits = 12;
   localparam quotient_bits = 2 * digits + 1;             // hidden one, fraction, one to round
-  localparam state_bits = 3 * significand_bits + 2 + quotient_bits;
+  localparam state_bits = 3 * significand_bits + 1 + quotient_bits;
   localparam aside_bits = exponent_bits + 3;             // sign, nan, special, exponent of the result
   localparam [exponent_bits-1:0] largest_power = 254;    // of two whose reciprocal is no zero, as a field, and one more
 
@@ -44,7 +44,9 @@ module fp_inv
   wire [significand_bits+1:0] triple = {2'b00, divisor} + {1'b0, divisor, 1'b0};
   // Two less the divisor, below the divisor: the quotient's hidden one is taken off.
   wire [significand_bits-1:0] remainder = {significand_bits{1'b0}} - divisor;
-  wire [state_bits-1:0] unpack_d = {remainder, ~divisor, ~triple, {quotient_bits-1{1'b0}}, 1'b1};
+  wire [state_bits-1:0] unpack_d =
+    {remainder, ~divisor, ~triple[significand_bits+1:2], divisor[1:0] == 0, {quotient_bits-1{1'b0}}, 1'b1};
+  wire unused_low = &{1'b0, triple[1:0]};
 
   // What is known behind the step unpack and each digit.
   genvar known;

@@ -25,7 +25,7 @@ architecture rtl of fp_inv is
   constant significand_bits : positive := fraction_bits + 1;
   constant digits           : positive := 12;
   constant quotient_bits    : positive := 2 * digits + 1;        -- hidden one, fraction, one to round
-  constant state_bits       : positive := 3 * significand_bits + 2 + quotient_bits;
+  constant state_bits       : positive := 3 * significand_bits + 1 + quotient_bits;
   constant aside_bits       : positive := exponent_bits + 3;     -- sign, nan, special, exponent of the result
   constant largest_power    : positive := 254;   -- of two whose reciprocal is no zero, as a field, and one more
 
@@ -40,7 +40,7 @@ architecture rtl of fp_inv is
   constant hidden_one : std_logic_vector(quotient_bits - 1 downto 0) := (0 => '1', others => '0');
 
   -- unpack
-  signal zero, power_of_two, infinite_or_nan, nan, too_small, special : std_logic;
+  signal zero, power_of_two, infinite_or_nan, nan, too_small, special, low_is_zero : std_logic;
   signal result_exponent : exponent_field;
   signal inverse_exponent : unsigned(exponent_bits - 1 downto 0);
   signal aside_d : aside_field;
@@ -79,8 +79,9 @@ begin
   triple <= resize(divisor, significand_bits + 2) + unsigned(std_logic_vector'(std_logic_vector(divisor) & '0'));
   -- Two less the divisor, below the divisor: the quotient's hidden one is taken off.
   remainder <= to_unsigned(0, significand_bits) - divisor;
-  unpack_d <= std_logic_vector(remainder) & std_logic_vector(not divisor) & std_logic_vector(not triple) &
-              hidden_one;
+  low_is_zero <= '1' when divisor(1 downto 0) = 0 else '0';
+  unpack_d <= std_logic_vector(remainder) & std_logic_vector(not divisor) &
+              std_logic_vector(not triple(significand_bits + 1 downto 2)) & low_is_zero & hidden_one;
 
   unpack_0 : entity work.xfc_register generic map (state_bits, 1) port map (sysclk, enable, unpack_d, states(0));
   unpack_1 : entity work.xfc_register generic map (aside_bits, 1) port map (sysclk, enable, aside_d, asides(0));

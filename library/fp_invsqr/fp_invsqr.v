@@ -3,10 +3,9 @@
 //   step arrive:   the operand, in cycles that the steps behind have no use for
 //   step unpack:   marks; segment and position in it; the exponent of the result, one lower
 //   step look_up:  coefficients of the segment, whose value is level - slope * u + curve * u ** 2
-//   step bend:     curve times the high bits of the position
-//   step slope:    slope less bend
-//   step fall:     that times the position
-//   step settle:   level less fall; half a unit of the result is in level, so the lower bits are dropped
+//   step bend:     slope less curve times the high bits of the position
+//   step fall:     level less that times the position; half a unit of the result is in level, so the lower bits are
+//                  dropped
 //   step pack:     the value of 2 goes into the exponent; marks
 // Latency 19 cycles. README.md has the bound of the error.
 module fp_invsqr
@@ -53,69 +52,25 @@ module fp_invsqr
   wire [mark_bits-1:0] pack_marks;
   wire [segment_bits:0] index;
   wire [position_bits-1:0] position;
-  wire [exponent_bits-1:0] settle_exponent;
+  wire [exponent_bits-1:0] pack_exponent;
   xfc_registers #(mark_bits, side_cycles + 1) unpack_0 (sysclk, enable, marks_d, pack_marks);
   xfc_register #(segment_bits + 1, 1) unpack_1 (sysclk, enable, index_d, index);
   xfc_register #(position_bits, 1) unpack_2 (sysclk, enable, fraction[position_bits-1:0], position);
-  xfc_registers #(exponent_bits, side_cycles) unpack_3 (sysclk, enable, twice_d[exponent_bits:1], settle_exponent);
+  xfc_registers #(exponent_bits, side_cycles + 1) unpack_3 (sysclk, enable, twice_d[exponent_bits:1], pack_exponent);
   wire unused_half = &{1'b0, twice_d[0]};
 
   // look_up
   wire [level_bits+slope_bits+curve_bits-1:0] row_d, row;
   fp_invsqr_table coefficients (index, row_d);
-  wire [short_bits-1:0] short_d = position[position_bits-1:position_bits-short_bits];
-  wire [short_bits+1:0] triple_short_d = {2'b00, short_d} + {1'b0, short_d, 1'b0};
 
-  wire [short_bits-1:0] short;
-  wire [short_bits+1:0] triple_short;
-  wire [position_bits-1:0] look_up_position;
   xfc_register #(level_bits + slope_bits + curve_bits, 1) look_up_0 (sysclk, enable, row_d, row);
-  xfc_register #(short_bits + 2, 1) look_up_1 (sysclk, enable, triple_short_d, triple_short);
-  xfc_register #(position_bits, 1) look_up_2 (sysclk, enable, position, look_up_position);
-  assign short = look_up_position[position_bits-1:position_bits-short_bits];
 
-  // bend
-  wire [short_bits+curve_bits-1:0] bend;
-  xfc_unsigned_product #(short_bits, curve_bits, bend_borders, synthesize) bend_product
-    (sysclk, enable, short, triple_short, row[curve_bits-1:0], bend);
-  wire unused_bend = &{1'b0, bend[short_bits-1:0]};
-
-  wire [slope_bits-1:0] linear;
-  wire [position_bits-1:0] bend_position;
-  xfc_registers #(slope_bits, bend_cycles) bend_0 (sysclk, enable, row[slope_bits+curve_bits-1:curve_bits], linear);
-  xfc_registers #(position_bits, bend_cycles) bend_1 (sysclk, enable, look_up_position, bend_position);
-
-  // slope
-  wire [slope_bits-1:0] slope_d = linear - {{slope_bits-curve_bits{1'b0}}, bend[short_bits+curve_bits-1:short_bits]};
-  wire [position_bits+1:0] triple_position_d = {2'b00, bend_position} + {1'b0, bend_position, 1'b0};
-
-  wire [slope_bits-1:0] slope;
-  wire [position_bits-1:0] slope_position;
-  wire [position_bits+1:0] triple_position;
-  xfc_register #(slope_bits, 1) slope_0 (sysclk, enable, slope_d, slope);
-  xfc_register #(position_bits, 1) slope_1 (sysclk, enable, bend_position, slope_position);
-  xfc_register #(position_bits + 2, 1) slope_2 (sysclk, enable, triple_position_d, triple_position);
-
-  // fall
-  wire [position_bits+slope_bits-1:0] fall;
-  xfc_unsigned_product #(position_bits, slope_bits, fall_borders, synthesize) fall_product
-    (sysclk, enable, slope_position, triple_position, slope, fall);
-  wire unused_fall = &{1'b0, fall[position_bits-1:0]};
-
-  wire [level_bits-1:0] fall_level;
-  xfc_registers #(level_bits, bend_cycles + 1 + fall_cycles) fall_0
-    (sysclk, enable, row[level_bits+slope_bits+curve_bits-1:slope_bits+curve_bits], fall_level);
-
-  // settle
-  wire [level_bits-1:0] level_d =
-    fall_level - {{level_bits-slope_bits{1'b0}}, fall[position_bits+slope_bits-1:position_bits]};
-
-  wire [fraction_bits:0] level;
-  wire [exponent_bits-1:0] pack_exponent;
-  xfc_register #(fraction_bits + 1, 1) settle_0
-    (sysclk, enable, level_d[level_bits-1:level_bits-fraction_bits-1], level);
-  xfc_register #(exponent_bits, 1) settle_1 (sysclk, enable, settle_exponent, pack_exponent);
-  wire unused_level = &{1'b0, level_d[level_bits-fraction_bits-2:0]};
+  // bend, fall
+  wire [level_bits-1:0] all_level;
+  xfc_quadratic #(position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, synthesize)
+    fall (sysclk, enable, position, row, all_level);
+  wire [fraction_bits:0] level = all_level[level_bits-1:level_bits-fraction_bits-1];
+  wire unused_level = &{1'b0, all_level[level_bits-fraction_bits-2:0]};
 
   // pack
   wire two = level[fraction_bits];

@@ -3,10 +3,9 @@
 --   step arrive:   the operand, in cycles that the steps behind have no use for
 --   step unpack:   marks; segment and position in it; the exponent of the result, one lower
 --   step look_up:  coefficients of the segment, whose value is level - slope * u + curve * u ** 2
---   step bend:     curve times the high bits of the position
---   step slope:    slope less bend
---   step fall:     that times the position
---   step settle:   level less fall; half a unit of the result is in level, so the lower bits are dropped
+--   step bend:     slope less curve times the high bits of the position
+--   step fall:     level less that times the position; half a unit of the result is in level, so the lower bits are
+--                  dropped
 --   step pack:     the value of 2 goes into the exponent; marks
 -- Latency 19 cycles. README.md has the bound of the error.
 library ieee;
@@ -46,8 +45,6 @@ architecture rtl of fp_invsqr is
   subtype mark_field is std_logic_vector(mark_bits - 1 downto 0);
   subtype exponent_field is std_logic_vector(exponent_bits - 1 downto 0);
   subtype fraction_field is std_logic_vector(fraction_bits - 1 downto 0);
-  subtype position_field is std_logic_vector(position_bits - 1 downto 0);
-  subtype short_field is std_logic_vector(short_bits - 1 downto 0);
 
   -- arrive
   signal arrive_d, operand : std_logic_vector(operand_bits - 1 downto 0);
@@ -60,33 +57,15 @@ architecture rtl of fp_invsqr is
   signal marks_d, pack_marks : mark_field;
   signal index_d, index : std_logic_vector(segment_bits downto 0);
   signal twice_d : std_logic_vector(exponent_bits downto 0);
-  signal position : position_field;
-  signal settle_exponent : exponent_field;
+  signal position : std_logic_vector(position_bits - 1 downto 0);
+  signal pack_exponent : exponent_field;
 
   -- look_up
   signal row_d, row : std_logic_vector(row_bits - 1 downto 0);
-  signal short_d, short : short_field;
-  signal triple_short_d, triple_short : std_logic_vector(short_bits + 1 downto 0);
-  signal look_up_position : position_field;
 
-  -- bend
-  signal bend : std_logic_vector(short_bits + curve_bits - 1 downto 0);
-  signal linear : std_logic_vector(slope_bits - 1 downto 0);
-  signal bend_position : position_field;
-
-  -- slope
-  signal slope_d, slope : std_logic_vector(slope_bits - 1 downto 0);
-  signal triple_position_d, triple_position : std_logic_vector(position_bits + 1 downto 0);
-  signal slope_position : position_field;
-
-  -- fall
-  signal fall : std_logic_vector(position_bits + slope_bits - 1 downto 0);
-  signal fall_level : std_logic_vector(level_bits - 1 downto 0);
-
-  -- settle
-  signal level_d : std_logic_vector(level_bits - 1 downto 0);
+  -- bend, fall
+  signal all_level : std_logic_vector(level_bits - 1 downto 0);
   signal level : std_logic_vector(fraction_bits downto 0);
-  signal pack_exponent : exponent_field;
 
   -- pack
   signal two : unsigned(0 downto 0);
@@ -118,56 +97,19 @@ begin
   unpack_1 : entity work.xfc_register generic map (segment_bits + 1, 1) port map (sysclk, enable, index_d, index);
   unpack_2 : entity work.xfc_register generic map (position_bits, 1)
     port map (sysclk, enable, fraction(position_bits - 1 downto 0), position);
-  unpack_3 : entity work.xfc_registers generic map (exponent_bits, side_cycles)
-    port map (sysclk, enable, twice_d(exponent_bits downto 1), settle_exponent);
+  unpack_3 : entity work.xfc_registers generic map (exponent_bits, side_cycles + 1)
+    port map (sysclk, enable, twice_d(exponent_bits downto 1), pack_exponent);
 
   -- look_up
   coefficients : entity work.fp_invsqr_table port map (index, row_d);
-  short_d <= position(position_bits - 1 downto position_bits - short_bits);
-  triple_short_d <= std_logic_vector(resize(unsigned(short_d), short_bits + 2) + unsigned(short_d & '0'));
 
   look_up_0 : entity work.xfc_register generic map (row_bits, 1) port map (sysclk, enable, row_d, row);
-  look_up_1 : entity work.xfc_register generic map (short_bits + 2, 1)
-    port map (sysclk, enable, triple_short_d, triple_short);
-  look_up_2 : entity work.xfc_register generic map (position_bits, 1)
-    port map (sysclk, enable, position, look_up_position);
-  short <= look_up_position(position_bits - 1 downto position_bits - short_bits);
 
-  -- bend
-  bend_product : entity work.xfc_unsigned_product generic map (short_bits, curve_bits, bend_borders, synthesize)
-    port map (sysclk, enable, short, triple_short, row(curve_bits - 1 downto 0), bend);
-
-  bend_0 : entity work.xfc_registers generic map (slope_bits, bend_cycles)
-    port map (sysclk, enable, row(slope_bits + curve_bits - 1 downto curve_bits), linear);
-  bend_1 : entity work.xfc_registers generic map (position_bits, bend_cycles)
-    port map (sysclk, enable, look_up_position, bend_position);
-
-  -- slope
-  slope_d <= std_logic_vector(unsigned(linear) - unsigned(bend(short_bits + curve_bits - 1 downto short_bits)));
-  triple_position_d <=
-    std_logic_vector(resize(unsigned(bend_position), position_bits + 2) + unsigned(bend_position & '0'));
-
-  slope_0 : entity work.xfc_register generic map (slope_bits, 1) port map (sysclk, enable, slope_d, slope);
-  slope_1 : entity work.xfc_register generic map (position_bits, 1)
-    port map (sysclk, enable, bend_position, slope_position);
-  slope_2 : entity work.xfc_register generic map (position_bits + 2, 1)
-    port map (sysclk, enable, triple_position_d, triple_position);
-
-  -- fall
-  fall_product : entity work.xfc_unsigned_product generic map (position_bits, slope_bits, fall_borders, synthesize)
-    port map (sysclk, enable, slope_position, triple_position, slope, fall);
-
-  fall_0 : entity work.xfc_registers generic map (level_bits, bend_cycles + 1 + fall_cycles)
-    port map (sysclk, enable, row(row_bits - 1 downto slope_bits + curve_bits), fall_level);
-
-  -- settle
-  level_d <= std_logic_vector(unsigned(fall_level)
-                              - unsigned(fall(position_bits + slope_bits - 1 downto position_bits)));
-
-  settle_0 : entity work.xfc_register generic map (fraction_bits + 1, 1)
-    port map (sysclk, enable, level_d(level_bits - 1 downto level_bits - fraction_bits - 1), level);
-  settle_1 : entity work.xfc_register generic map (exponent_bits, 1)
-    port map (sysclk, enable, settle_exponent, pack_exponent);
+  -- bend, fall
+  fall : entity work.xfc_quadratic
+    generic map (position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, synthesize)
+    port map (sysclk, enable, position, row, all_level);
+  level <= all_level(level_bits - 1 downto level_bits - fraction_bits - 1);
 
   -- pack
   two(0) <= level(fraction_bits);

@@ -27,16 +27,11 @@ bus_bits fp_invsqr(const component_generics&, const component_operands& operands
     const bus_bits position = slice(fraction, position_bits - 1, 0);
 
     // bend
-    const bus_bits bend = (row.curve * slice(position, position_bits - 1, position_bits - short_bits)) >> short_bits;
+    const bus_bits slope =
+        row.slope - ((row.curve * slice(position, position_bits - 1, position_bits - short_bits)) >> short_bits);
 
-    // slope
-    const bus_bits slope = row.slope - bend;
-
-    // fall
-    const bus_bits fall = (slope * position) >> position_bits;
-
-    // settle: the value is 1 more, rounded by truncation
-    const bus_bits level = row.level - fall;
+    // fall: the value is 1 more, rounded by truncation
+    const bus_bits level = row.level - ((slope * position) >> position_bits);
     const bool two = bit(level, level_bits);
     const bus_bits result = two ? 0 : slice(level, level_bits - 1, level_bits - single_fraction_bits);
     const bus_bits result_field = static_cast<bus_bits>(result_exponent + (two ? 1 : 0));

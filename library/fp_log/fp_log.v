@@ -2,20 +2,18 @@
 // negative operand nan, 1 gives +0.
 //   step unpack:    x = m * 2 ** whole with m from 0.75 to 1.5; |m - 1|; segment of m and position in it
 //   step look_up:   coefficients of the segment, where ln(m) / (m - 1) is level - slope * u + curve * u ** 2
-//   step bend:      curve times the high bits of the position
-//   step slope:     slope less bend
-//   step fall:      that times the position
+//   step bend:      slope less curve times the high bits of the position
+//   step fall:      level less that times the position
 //   step zeros:     leading zeros of |m - 1| where the whole power is 0, else none
 //   step coarse:    shift |m - 1| left by them, by whole bytes
 //   step fine:      by single bits
-//   step level:     level less fall
-//   step multiply:  that times |m - 1|; beside it the whole power times ln(2)
+//   step multiply:  that value times |m - 1|; beside it the whole power times ln(2)
 //   step add:       both
 //   step count:     leading zeros
 //   step shift:     shift left by them
 //   step round:     to nearest, into the exponent
 //   step pack:      marks
-// Latency 21 cycles; zeros, coarse and fine take the last cycles of fall. README.md has the bound of the error.
+// Latency 21 cycles; zeros, coarse and fine end a cycle before fall does. README.md has the bound of the error.
 module fp_log
   (input sysclk, reset, enable,
    input signin, input [8:1] exponentin, input [23:1] mantissain,
@@ -45,7 +43,8 @@ module fp_log
   localparam zero_levels = 5;
   localparam fine_levels = 3;                       // distances below 8
   localparam coarse_levels = zero_levels - fine_levels;
-  localparam mark_bits = 4;                         // nan, infinite, zip, negative
+  localparam first_exponent = 133;                  // of the sum's highest bit
+  localparam mark_bits = 4;                         // negative, nan, zip, infinite
   localparam bend_borders = 14;                     // behind each of three levels
   localparam bend_cycles = 3;
   localparam fall_borders = 30;                     // behind each of four levels
@@ -55,7 +54,7 @@ module fp_log
   localparam whole_borders = 6;
   localparam whole_cycles = 2;
   localparam normal_cycles = 3;                     // zeros, coarse and fine
-  localparam level_cycles = bend_cycles + fall_cycles + 3;   // in front of level
+  localparam level_cycles = bend_cycles + fall_cycles + 3;   // in front of fall's last one
   localparam sum_cycles = level_cycles + 1 + multiply_cycles;   // in front of add
 
   // unpack
@@ -92,53 +91,18 @@ module fp_log
   xfc_registers #(whole_bits, sum_cycles - whole_cycles) unpack_4 (sysclk, enable, whole_d, whole);
   xfc_registers #(1, sum_cycles) unpack_5 (sysclk, enable, same_d, same);
   xfc_registers #(mark_bits, sum_cycles + 4) unpack_6
-    (sysclk, enable, {nan_d, infinite_d, zip_d, negative_d}, pack_marks);
+    (sysclk, enable, {negative_d, nan_d, zip_d, infinite_d}, pack_marks);
 
   // look_up
   wire [level_bits+slope_bits+curve_bits-1:0] row_d, row;
   fp_log_table coefficients (index, row_d);
-  wire [short_bits-1:0] short_d = position[position_bits-1:position_bits-short_bits];
-  wire [short_bits+1:0] triple_short_d = {2'b00, short_d} + {1'b0, short_d, 1'b0};
 
-  wire [short_bits-1:0] short;
-  wire [short_bits+1:0] triple_short;
-  wire [position_bits-1:0] look_up_position;
   xfc_register #(level_bits + slope_bits + curve_bits, 1) look_up_0 (sysclk, enable, row_d, row);
-  xfc_register #(short_bits + 2, 1) look_up_1 (sysclk, enable, triple_short_d, triple_short);
-  xfc_register #(position_bits, 1) look_up_2 (sysclk, enable, position, look_up_position);
-  assign short = look_up_position[position_bits-1:position_bits-short_bits];
 
-  // bend
-  wire [short_bits+curve_bits-1:0] bend;
-  xfc_unsigned_product #(short_bits, curve_bits, bend_borders, 0) bend_product
-    (sysclk, enable, short, triple_short, row[curve_bits-1:0], bend);
-  wire unused_bend = &{1'b0, bend[short_bits-1:0]};
-
-  wire [slope_bits-1:0] linear;
-  wire [position_bits-1:0] bend_position;
-  xfc_registers #(slope_bits, bend_cycles) bend_0 (sysclk, enable, row[slope_bits+curve_bits-1:curve_bits], linear);
-  xfc_registers #(position_bits, bend_cycles) bend_1 (sysclk, enable, look_up_position, bend_position);
-
-  // slope
-  wire [slope_bits-1:0] slope_d = linear - {{slope_bits-curve_bits{1'b0}}, bend[short_bits+curve_bits-1:short_bits]};
-  wire [position_bits+1:0] triple_position_d = {2'b00, bend_position} + {1'b0, bend_position, 1'b0};
-
-  wire [slope_bits-1:0] slope;
-  wire [position_bits-1:0] slope_position;
-  wire [position_bits+1:0] triple_position;
-  xfc_register #(slope_bits, 1) slope_0 (sysclk, enable, slope_d, slope);
-  xfc_register #(position_bits, 1) slope_1 (sysclk, enable, bend_position, slope_position);
-  xfc_register #(position_bits + 2, 1) slope_2 (sysclk, enable, triple_position_d, triple_position);
-
-  // fall
-  wire [position_bits+slope_bits-1:0] fall;
-  xfc_unsigned_product #(position_bits, slope_bits, fall_borders, 0) fall_product
-    (sysclk, enable, slope_position, triple_position, slope, fall);
-  wire unused_fall = &{1'b0, fall[position_bits-1:0]};
-
-  wire [level_bits-1:0] fall_level;
-  xfc_registers #(level_bits, bend_cycles + 1 + fall_cycles) fall_0
-    (sysclk, enable, row[level_bits+slope_bits+curve_bits-1:slope_bits+curve_bits], fall_level);
+  // bend, fall
+  wire [level_bits-1:0] level;
+  xfc_quadratic #(position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, 0) fall
+    (sysclk, enable, position, row, level);
 
   // zeros: only where nothing is added to the product
   wire [zero_levels-1:0] distance_zeros;
@@ -166,22 +130,10 @@ module fp_log
 
   xfc_register #(distance_bits, 1) fine_0 (sysclk, enable, fine_d, fine);
 
-  // level
-  wire [level_bits-1:0] level_d =
-    fall_level - {{level_bits-slope_bits{1'b0}}, fall[position_bits+slope_bits-1:position_bits]};
-  wire [distance_bits+1:0] triple_normal_d = {2'b00, fine} + {1'b0, fine, 1'b0};
-
-  wire [level_bits-1:0] level;
-  wire [distance_bits-1:0] normal;
-  wire [distance_bits+1:0] triple_normal;
-  xfc_register #(level_bits, 1) level_0 (sysclk, enable, level_d, level);
-  xfc_register #(distance_bits, 1) level_1 (sysclk, enable, fine, normal);
-  xfc_register #(distance_bits + 2, 1) level_2 (sysclk, enable, triple_normal_d, triple_normal);
-
   // multiply
   wire [product_bits-1:0] product;
-  xfc_unsigned_product #(distance_bits, level_bits, multiply_borders, 0) multiply_product
-    (sysclk, enable, normal, triple_normal, level, product);
+  xfc_early_product #(distance_bits, level_bits, multiply_borders, 0) multiply_product
+    (sysclk, enable, fine, level, product);
   wire [ln_2_bits+whole_bits-1:0] whole_product;
   xfc_unsigned_product #(ln_2_bits, whole_bits, whole_borders, 0) multiply_whole
     (sysclk, enable, ln_2, triple_ln_2, whole, whole_product);
@@ -195,45 +147,8 @@ module fp_log
   wire [sum_bits-1:0] sum;
   xfc_register #(sum_bits, 1) add_0 (sysclk, enable, sum_d, sum);
 
-  // count
-  wire [window_levels-1:0] high_zeros_d;
-  xfc_leading_zeros #(window_bits, window_levels) count_sum (sum[sum_bits-1:sum_bits-window_bits], high_zeros_d);
-
-  wire [window_levels-1:0] high_zeros;
-  wire [sum_bits-1:0] count_sum_value;
-  xfc_register #(window_levels, 1) count_0 (sysclk, enable, high_zeros_d, high_zeros);
-  xfc_register #(sum_bits, 1) count_1 (sysclk, enable, sum, count_sum_value);
-
-  // shift: what is in front of 7 bits before the point has exponent field 133
-  wire [sum_bits-1:0] shifted_d;
-  xfc_shift_left #(sum_bits, window_levels, 1) shift_sum (count_sum_value, high_zeros, 1'b0, shifted_d);
-  wire [exponent_bits-1:0] leading_d =
-    8'd133 - {{exponent_bits-window_levels{1'b0}}, high_zeros} - {{exponent_bits-zero_levels{1'b0}}, shift_zeros};
-
-  wire [fraction_bits:0] shifted;
-  wire [exponent_bits-1:0] leading;
-  xfc_register #(fraction_bits + 1, 1) shift_0
-    (sysclk, enable, shifted_d[sum_bits-2:sum_bits-2-fraction_bits], shifted);
-  xfc_register #(exponent_bits, 1) shift_1 (sysclk, enable, leading_d, leading);
-  wire unused_shifted = &{1'b0, shifted_d[sum_bits-1], shifted_d[sum_bits-3-fraction_bits:0]};
-
-  // round
-  wire [exponent_bits+fraction_bits-1:0] rounded_d =
-    {leading, shifted[fraction_bits:1]} + {{exponent_bits+fraction_bits-1{1'b0}}, shifted[0]};
-
-  wire [exponent_bits+fraction_bits-1:0] rounded;
-  xfc_register #(exponent_bits + fraction_bits, 1) round_0 (sysclk, enable, rounded_d, rounded);
-
-  // pack
-  wire nan = pack_marks[3];
-  wire infinite = pack_marks[2];
-  wire zip = pack_marks[1];
-  wire negative = pack_marks[0];
-  wire [exponent_bits+fraction_bits:0] packed_d =
-    nan ? 32'h7FC00000 :
-    infinite ? {negative, {exponent_bits{1'b1}}, {fraction_bits{1'b0}}} :
-    zip ? 32'd0 : {negative, rounded};
-
-  xfc_register #(1 + exponent_bits + fraction_bits, 1) pack_0
-    (sysclk, enable, packed_d, {signout, exponentout, mantissaout});
+  // count, shift, round, pack
+  xfc_sum_to_ieee
+    #(exponent_bits, fraction_bits, sum_bits, window_bits, window_levels, zero_levels, first_exponent) pack
+    (sysclk, enable, sum, shift_zeros, pack_marks, {signout, exponentout, mantissaout});
 endmodule

@@ -2,20 +2,18 @@
 -- negative operand nan, 1 gives +0.
 --   step unpack:    x = m * 2 ** whole with m from 0.75 to 1.5; |m - 1|; segment of m and position in it
 --   step look_up:   coefficients of the segment, where ln(m) / (m - 1) is level - slope * u + curve * u ** 2
---   step bend:      curve times the high bits of the position
---   step slope:     slope less bend
---   step fall:      that times the position
+--   step bend:      slope less curve times the high bits of the position
+--   step fall:      level less that times the position
 --   step zeros:     leading zeros of |m - 1| where the whole power is 0, else none
 --   step coarse:    shift |m - 1| left by them, by whole bytes
 --   step fine:      by single bits
---   step level:     level less fall
---   step multiply:  that times |m - 1|; beside it the whole power times ln(2)
+--   step multiply:  that value times |m - 1|; beside it the whole power times ln(2)
 --   step add:       both
 --   step count:     leading zeros
 --   step shift:     shift left by them
 --   step round:     to nearest, into the exponent
 --   step pack:      marks
--- Latency 21 cycles; zeros, coarse and fine take the last cycles of fall. README.md has the bound of the error.
+-- Latency 21 cycles; zeros, coarse and fine end a cycle before fall does. README.md has the bound of the error.
 library ieee;
 use ieee.std_logic_1164.all;
 use ieee.numeric_std.all;
@@ -53,7 +51,8 @@ architecture rtl of fp_log is
   constant zero_levels   : positive := 5;
   constant fine_levels   : positive := 3;           -- distances below 8
   constant coarse_levels : positive := zero_levels - fine_levels;
-  constant mark_bits     : positive := 4;           -- nan, infinite, zip, negative
+  constant first_exponent : positive := 133;        -- of the sum's highest bit
+  constant mark_bits     : positive := 4;           -- negative, nan, zip, infinite
   constant bend_borders     : natural := 14;        -- behind each of three levels
   constant bend_cycles      : natural := 3;
   constant fall_borders     : natural := 30;        -- behind each of four levels
@@ -63,14 +62,13 @@ architecture rtl of fp_log is
   constant whole_borders    : natural := 6;
   constant whole_cycles     : natural := 2;
   constant normal_cycles    : natural := 3;         -- zeros, coarse and fine
-  constant level_cycles     : natural := bend_cycles + fall_cycles + 3;         -- in front of level
+  constant level_cycles     : natural := bend_cycles + fall_cycles + 3;         -- in front of fall's last one
   constant sum_cycles       : natural := level_cycles + 1 + multiply_cycles;    -- in front of add
 
   constant operand_bits : positive := 1 + exponent_bits + fraction_bits;
   constant row_bits     : positive := level_bits + slope_bits + curve_bits;
   subtype distance_field is std_logic_vector(distance_bits - 1 downto 0);
   subtype position_field is std_logic_vector(position_bits - 1 downto 0);
-  subtype short_field is std_logic_vector(short_bits - 1 downto 0);
   subtype zero_field is std_logic_vector(zero_levels - 1 downto 0);
   subtype mark_field is std_logic_vector(mark_bits - 1 downto 0);
   subtype sum_field is std_logic_vector(sum_bits - 1 downto 0);
@@ -89,23 +87,9 @@ architecture rtl of fp_log is
 
   -- look_up
   signal row_d, row : std_logic_vector(row_bits - 1 downto 0);
-  signal short_d, short : short_field;
-  signal triple_short_d, triple_short : std_logic_vector(short_bits + 1 downto 0);
-  signal look_up_position : position_field;
 
-  -- bend
-  signal bend : std_logic_vector(short_bits + curve_bits - 1 downto 0);
-  signal linear : std_logic_vector(slope_bits - 1 downto 0);
-  signal bend_position : position_field;
-
-  -- slope
-  signal slope_d, slope : std_logic_vector(slope_bits - 1 downto 0);
-  signal triple_position_d, triple_position : std_logic_vector(position_bits + 1 downto 0);
-  signal slope_position : position_field;
-
-  -- fall
-  signal fall : std_logic_vector(position_bits + slope_bits - 1 downto 0);
-  signal fall_level : std_logic_vector(level_bits - 1 downto 0);
+  -- bend, fall
+  signal level : std_logic_vector(level_bits - 1 downto 0);
 
   -- zeros
   signal distance_zeros, zeros_d, zeros, shift_zeros : zero_field;
@@ -115,11 +99,6 @@ architecture rtl of fp_log is
   signal coarse_d, coarse, fine_d, fine : distance_field;
   signal fine_zeros : std_logic_vector(fine_levels - 1 downto 0);
 
-  -- level
-  signal level_d, level : std_logic_vector(level_bits - 1 downto 0);
-  signal normal : distance_field;
-  signal triple_normal_d, triple_normal : std_logic_vector(distance_bits + 1 downto 0);
-
   -- multiply
   signal product : std_logic_vector(product_bits - 1 downto 0);
   signal whole_product : std_logic_vector(ln_2_bits + whole_bits - 1 downto 0);
@@ -128,22 +107,8 @@ architecture rtl of fp_log is
   signal part, addend, sum_d, sum : sum_field;
   signal carry : unsigned(0 downto 0);
 
-  -- count
-  signal high_zeros_d, high_zeros : std_logic_vector(window_levels - 1 downto 0);
-  signal count_sum_value : sum_field;
-
-  -- shift
-  signal shifted_d : sum_field;
-  signal shifted : std_logic_vector(fraction_bits downto 0);
-  signal leading_d, leading : std_logic_vector(exponent_bits - 1 downto 0);
-
-  -- round
-  signal up : unsigned(0 downto 0);
-  signal rounded_d, rounded : std_logic_vector(exponent_bits + fraction_bits - 1 downto 0);
-
   -- pack
-  signal nan, infinite, zip, negative : std_logic;
-  signal packed_d, packed : std_logic_vector(operand_bits - 1 downto 0);
+  signal packed_number : std_logic_vector(operand_bits - 1 downto 0);
 begin
   -- unpack
   zero <= '1' when unsigned(exponentin) = 0 else '0';
@@ -166,7 +131,7 @@ begin
   infinite_d <= top or zero;
   zip_d <= whole_zero_d(0) and not fractional;
   negative_d <= zero or (not zip_d and not infinite_d and (whole_negative or (whole_zero_d(0) and below)));
-  marks_d <= nan_d & infinite_d & zip_d & negative_d;
+  marks_d <= negative_d & nan_d & zip_d & infinite_d;
 
   unpack_0 : entity work.xfc_registers generic map (distance_bits, level_cycles - normal_cycles)
     port map (sysclk, enable, distance_d, distance);
@@ -183,42 +148,13 @@ begin
 
   -- look_up
   coefficients : entity work.fp_log_table port map (index, row_d);
-  short_d <= position(position_bits - 1 downto position_bits - short_bits);
-  triple_short_d <= std_logic_vector(resize(unsigned(short_d), short_bits + 2) + unsigned(short_d & '0'));
 
   look_up_0 : entity work.xfc_register generic map (row_bits, 1) port map (sysclk, enable, row_d, row);
-  look_up_1 : entity work.xfc_register generic map (short_bits + 2, 1)
-    port map (sysclk, enable, triple_short_d, triple_short);
-  look_up_2 : entity work.xfc_register generic map (position_bits, 1)
-    port map (sysclk, enable, position, look_up_position);
-  short <= look_up_position(position_bits - 1 downto position_bits - short_bits);
 
-  -- bend
-  bend_product : entity work.xfc_unsigned_product generic map (short_bits, curve_bits, bend_borders, 0)
-    port map (sysclk, enable, short, triple_short, row(curve_bits - 1 downto 0), bend);
-
-  bend_0 : entity work.xfc_registers generic map (slope_bits, bend_cycles)
-    port map (sysclk, enable, row(slope_bits + curve_bits - 1 downto curve_bits), linear);
-  bend_1 : entity work.xfc_registers generic map (position_bits, bend_cycles)
-    port map (sysclk, enable, look_up_position, bend_position);
-
-  -- slope
-  slope_d <= std_logic_vector(unsigned(linear) - unsigned(bend(short_bits + curve_bits - 1 downto short_bits)));
-  triple_position_d <=
-    std_logic_vector(resize(unsigned(bend_position), position_bits + 2) + unsigned(bend_position & '0'));
-
-  slope_0 : entity work.xfc_register generic map (slope_bits, 1) port map (sysclk, enable, slope_d, slope);
-  slope_1 : entity work.xfc_register generic map (position_bits, 1)
-    port map (sysclk, enable, bend_position, slope_position);
-  slope_2 : entity work.xfc_register generic map (position_bits + 2, 1)
-    port map (sysclk, enable, triple_position_d, triple_position);
-
-  -- fall
-  fall_product : entity work.xfc_unsigned_product generic map (position_bits, slope_bits, fall_borders, 0)
-    port map (sysclk, enable, slope_position, triple_position, slope, fall);
-
-  fall_0 : entity work.xfc_registers generic map (level_bits, bend_cycles + 1 + fall_cycles)
-    port map (sysclk, enable, row(row_bits - 1 downto slope_bits + curve_bits), fall_level);
+  -- bend, fall
+  fall : entity work.xfc_quadratic
+    generic map (position_bits, short_bits, level_bits, slope_bits, curve_bits, bend_borders, fall_borders, 0)
+    port map (sysclk, enable, position, row, level);
 
   -- zeros: only where nothing is added to the product
   count_distance : entity work.xfc_leading_zeros generic map (distance_bits, zero_levels)
@@ -245,19 +181,9 @@ begin
 
   fine_0 : entity work.xfc_register generic map (distance_bits, 1) port map (sysclk, enable, fine_d, fine);
 
-  -- level
-  level_d <= std_logic_vector(unsigned(fall_level)
-                              - unsigned(fall(position_bits + slope_bits - 1 downto position_bits)));
-  triple_normal_d <= std_logic_vector(resize(unsigned(fine), distance_bits + 2) + unsigned(fine & '0'));
-
-  level_0 : entity work.xfc_register generic map (level_bits, 1) port map (sysclk, enable, level_d, level);
-  level_1 : entity work.xfc_register generic map (distance_bits, 1) port map (sysclk, enable, fine, normal);
-  level_2 : entity work.xfc_register generic map (distance_bits + 2, 1)
-    port map (sysclk, enable, triple_normal_d, triple_normal);
-
   -- multiply
-  multiply_product : entity work.xfc_unsigned_product generic map (distance_bits, level_bits, multiply_borders, 0)
-    port map (sysclk, enable, normal, triple_normal, level, product);
+  multiply_product : entity work.xfc_early_product generic map (distance_bits, level_bits, multiply_borders, 0)
+    port map (sysclk, enable, fine, level, product);
   multiply_whole : entity work.xfc_unsigned_product generic map (ln_2_bits, whole_bits, whole_borders, 0)
     port map (sysclk, enable, ln_2, triple_ln_2, whole, whole_product);
 
@@ -270,45 +196,11 @@ begin
 
   add_0 : entity work.xfc_register generic map (sum_bits, 1) port map (sysclk, enable, sum_d, sum);
 
-  -- count
-  count_sum : entity work.xfc_leading_zeros generic map (window_bits, window_levels)
-    port map (sum(sum_bits - 1 downto sum_bits - window_bits), high_zeros_d);
-
-  count_0 : entity work.xfc_register generic map (window_levels, 1)
-    port map (sysclk, enable, high_zeros_d, high_zeros);
-  count_1 : entity work.xfc_register generic map (sum_bits, 1) port map (sysclk, enable, sum, count_sum_value);
-
-  -- shift: what is in front of 7 bits before the point has exponent field 133
-  shift_sum : entity work.xfc_shift_left generic map (sum_bits, window_levels, 1)
-    port map (count_sum_value, high_zeros, '0', shifted_d);
-  leading_d <= std_logic_vector(to_unsigned(133, exponent_bits) - unsigned(high_zeros) - unsigned(shift_zeros));
-
-  shift_0 : entity work.xfc_register generic map (fraction_bits + 1, 1)
-    port map (sysclk, enable, shifted_d(sum_bits - 2 downto sum_bits - 2 - fraction_bits), shifted);
-  shift_1 : entity work.xfc_register generic map (exponent_bits, 1) port map (sysclk, enable, leading_d, leading);
-
-  -- round
-  up(0) <= shifted(0);
-  rounded_d <= std_logic_vector(unsigned(leading) & unsigned(shifted(fraction_bits downto 1)) + up);
-
-  round_0 : entity work.xfc_register generic map (exponent_bits + fraction_bits, 1)
-    port map (sysclk, enable, rounded_d, rounded);
-
-  -- pack
-  nan <= pack_marks(3);
-  infinite <= pack_marks(2);
-  zip <= pack_marks(1);
-  negative <= pack_marks(0);
-  packed_d(31) <= negative and not nan and (infinite or not zip);
-  packed_d(30 downto fraction_bits) <= (others => '1') when (nan or infinite) = '1' else
-                                       (others => '0') when zip = '1' else
-                                       rounded(exponent_bits + fraction_bits - 1 downto fraction_bits);
-  packed_d(fraction_bits - 1) <= '1' when nan = '1' else rounded(fraction_bits - 1) and not infinite and not zip;
-  packed_d(fraction_bits - 2 downto 0) <= (others => '0') when (nan or infinite or zip) = '1' else
-                                          rounded(fraction_bits - 2 downto 0);
-
-  pack_0 : entity work.xfc_register generic map (operand_bits, 1) port map (sysclk, enable, packed_d, packed);
-  signout <= packed(operand_bits - 1);
-  exponentout <= packed(operand_bits - 2 downto fraction_bits);
-  mantissaout <= packed(fraction_bits - 1 downto 0);
+  -- count, shift, round, pack
+  pack : entity work.xfc_sum_to_ieee
+    generic map (exponent_bits, fraction_bits, sum_bits, window_bits, window_levels, zero_levels, first_exponent)
+    port map (sysclk, enable, sum, shift_zeros, pack_marks, packed_number);
+  signout <= packed_number(operand_bits - 1);
+  exponentout <= packed_number(operand_bits - 2 downto fraction_bits);
+  mantissaout <= packed_number(fraction_bits - 1 downto 0);
 end rtl;

@@ -37,22 +37,17 @@ bus_bits fp_log(const component_generics&, const component_operands& operands) {
     const fp_log_table_row& row = fp_log_table[static_cast<std::size_t>(index)];
 
     // bend
-    const bus_bits bend = (row.curve * slice(position, position_bits - 1, position_bits - short_bits)) >> short_bits;
-
-    // slope
-    const bus_bits slope = row.slope - bend;
+    const bus_bits slope =
+        row.slope - ((row.curve * slice(position, position_bits - 1, position_bits - short_bits)) >> short_bits);
 
     // fall
-    const bus_bits fall = (slope * position) >> position_bits;
+    const bus_bits level = row.level - ((slope * position) >> position_bits);
 
     // zeros: only where nothing is added to the product
     const std::int32_t zeros = whole_zero ? leading_zeros(distance, distance_bits) : 0;
 
     // coarse, fine
     const bus_bits normal = shift_left(distance, distance_bits, zeros, false);
-
-    // level
-    const bus_bits level = row.level - fall;
 
     // multiply
     const bus_bits product = normal * level;

@@ -37,7 +37,7 @@ module xfc_divfp1x
   localparam digits = 12;
   localparam quotient_bits = 2 * digits + 1;         // hidden one and base 4 digits
   localparam kept_bits = quotient_bits - 2;          // before the last digit
-  localparam state_bits = 3 * magnitude_bits + 2 + quotient_bits;
+  localparam state_bits = 3 * magnitude_bits + 1 + quotient_bits;
   localparam aside_bits = 4 + wide_bits;             // marks and exponent
   localparam last_border = ieeeoutput * roundconvert;
 
@@ -50,7 +50,8 @@ module xfc_divfp1x
   wire [magnitude_bits-1:0] remainder =
     less_d ? doubled_difference[magnitude_bits-1:0] : difference[magnitude_bits-1:0];
   wire [magnitude_bits+1:0] triple = {2'b00, divisor} + {1'b0, divisor, 1'b0};
-  wire [state_bits-1:0] order_d = {remainder, ~divisor, ~triple, {quotient_bits-1{1'b0}}, 1'b1};
+  wire [state_bits-1:0] order_d =
+    {remainder, ~divisor, ~triple[magnitude_bits+1:2], divisor[1:0] == 0, {quotient_bits-1{1'b0}}, 1'b1};
   wire [exponent_bits:0] exponents_d = {1'b0, aa[exponent_bits:1]} - {1'b0, bb[exponent_bits:1]};   // two's complement
 
   wire a_zero = aazip | (aa[exponent_bits:1] == 0);
@@ -96,7 +97,8 @@ module xfc_divfp1x
   wire [state_bits-1:0] before_last = after[digits-1].state;
   wire [magnitude_bits-1:0] last_remainder = before_last[state_bits-1-:magnitude_bits];
   wire [magnitude_bits-1:0] last_divisor = ~before_last[state_bits-1-magnitude_bits-:magnitude_bits];
-  wire [magnitude_bits+1:0] last_triple = ~before_last[quotient_bits+:magnitude_bits+2];
+  wire [magnitude_bits+1:0] last_triple =
+    {~before_last[quotient_bits+1+:magnitude_bits], ^last_divisor[1:0], last_divisor[0]};
   wire [magnitude_bits+1:0] last_wide = {last_remainder, 2'b00};
   wire exact_d = (last_remainder == 0) | (last_wide == {2'b00, last_divisor}) |
                  (last_wide == {1'b0, last_divisor, 1'b0}) | (last_wide == last_triple);
@@ -164,5 +166,5 @@ module xfc_divfp1x
     end
   endgenerate
   wire unused = &{1'b0, reset, aa[mantissa+exponent_bits-1], bb[mantissa+exponent_bits-1],
-                  doubled_difference[magnitude_bits], last_state[state_bits-1:quotient_bits]};
+                  doubled_difference[magnitude_bits], triple[1:0], last_state[state_bits-1:quotient_bits]};
 endmodule

@@ -36,7 +36,7 @@ architecture rtl of xfc_divfp1x is
   constant digits         : positive := 12;
   constant quotient_bits  : positive := 2 * digits + 1;          -- hidden one and base 4 digits
   constant kept_bits      : positive := quotient_bits - 2;       -- before the last digit
-  constant state_bits     : positive := 3 * magnitude_bits + 2 + quotient_bits;
+  constant state_bits     : positive := 3 * magnitude_bits + 1 + quotient_bits;
   constant aside_bits     : positive := 4 + wide_bits;           -- marks and exponent
   constant last_border    : natural := ieeeoutput * roundconvert;
 
@@ -61,7 +61,7 @@ architecture rtl of xfc_divfp1x is
   signal less_d, less : std_logic_vector(0 downto 0);
   signal order_d : state_field;
   signal exponents_d, exponents : std_logic_vector(exponent_bits downto 0);         -- two's complement
-  signal a_zero, b_zero, nan, sat, zip, sign_d : std_logic;
+  signal a_zero, b_zero, nan, sat, zip, sign_d, low_is_zero : std_logic;
   signal marks_d, marks : mark_field;
 
   -- range
@@ -100,7 +100,9 @@ begin
   remainder <= doubled_difference(magnitude_bits - 1 downto 0) when less_d(0) = '1' else
                difference(magnitude_bits - 1 downto 0);
   triple <= resize(divisor, magnitude_bits + 2) + (divisor & '0');
-  order_d <= std_logic_vector(remainder) & std_logic_vector(not divisor) & std_logic_vector(not triple) & hidden_one;
+  low_is_zero <= '1' when divisor(1 downto 0) = 0 else '0';
+  order_d <= std_logic_vector(remainder) & std_logic_vector(not divisor) &
+             std_logic_vector(not triple(magnitude_bits + 1 downto 2)) & low_is_zero & hidden_one;
   exponents_d <= std_logic_vector(resize(a_exponent, exponent_bits + 1) - b_exponent);
 
   a_zero <= '1' when aazip = '1' or a_exponent = 0 else '0';
@@ -133,7 +135,8 @@ begin
   before_last <= states(digits - 1);
   last_remainder <= unsigned(before_last(state_bits - 1 downto state_bits - magnitude_bits));
   last_divisor <= not unsigned(before_last(state_bits - magnitude_bits - 1 downto state_bits - 2 * magnitude_bits));
-  last_triple <= not unsigned(before_last(quotient_bits + magnitude_bits + 1 downto quotient_bits));
+  last_triple <= not unsigned(before_last(quotient_bits + magnitude_bits downto quotient_bits + 1)) &
+                 (last_divisor(1) xor last_divisor(0)) & last_divisor(0);
   last_wide <= last_remainder & "00";
   exact_d(0) <= '1' when last_remainder = 0 or last_wide = "00" & last_divisor or
                          last_wide = '0' & last_divisor & '0' or last_wide = last_triple else '0';

@@ -27,7 +27,7 @@ bus_bits xfc_mulfp1_dot(const component_generics& generics, const component_oper
     const bool zip = !nan && !sat && (a.zip || b.zip);
     const signed_bus_bits factor = sign ? -significand(operands.bb) : significand(operands.bb);
 
-    // recode, rows
+    // choose, rows
     const std::int32_t exponent = static_cast<std::int32_t>(field(operands.aa, single.exponent)) +
                                   static_cast<std::int32_t>(field(operands.bb, single.exponent)) - single_bias;
 

@@ -2,11 +2,11 @@
 // it. inf * 0 is nan; a subnormal operand is zero; a product with an exponent below 0 is zero, one with exponent 0 is
 // delivered as half of it with exponent 1.
 //   step unpack:  hidden ones, flags; bb takes the sign of the product
-//   step recode:  digits of bb; exponents
-//   step rows:    sums of four rows of the product
+//   step choose:  the rows of the product, for each two bits of bb; exponents
+//   step rows:    sums of four rows
 //   step settle:  the product, range and flags
 // Latency 4 cycles, one less when optimization is 3 and one less when device is 2: a register behind rows and settle
-// always, the third behind recode, the fourth behind unpack.
+// always, the third behind choose, the fourth behind unpack.
 module xfc_mulfp1_dot
   #(parameter mantissa = 32, device = 0, optimization = 1, synthesize = 0)
   (input sysclk, reset, enable,
@@ -28,10 +28,11 @@ module xfc_mulfp1_dot
   localparam ieee_exponent = 8;
   localparam factor_bits = fraction_bits + 3;       // two's complement, an even number of bits
   localparam product_bits = 2 * factor_bits;
+  localparam sign_bits = product_bits - 2 * fraction_bits - 2;
   localparam dropped_bits = product_bits - mantissa;
   localparam latency = (optimization < 3 ? 4 : 3) - (device == 2 ? 1 : 0);
   localparam unpack_border = latency == 4 ? 1 : 0;
-  localparam recode_border = latency >= 3 ? 1 : 0;
+  localparam choose_border = latency >= 3 ? 1 : 0;
 
   // unpack
   wire [ieee_exponent-1:0] a_exponent_d = aa[31:24];
@@ -61,29 +62,31 @@ module xfc_mulfp1_dot
   xfc_register #(fraction_bits + 1, unpack_border) unpack_3 (sysclk, enable, significand_d, significand);
   xfc_register #(factor_bits, unpack_border) unpack_4 (sysclk, enable, factor_d, factor);
 
-  // recode
+  // choose
   wire [ieee_exponent:0] both_exponents_d = {1'b0, a_exponent} + {1'b0, b_exponent};
 
   wire [ieee_exponent:0] both_exponents;
-  wire [2:0] recode_marks;
-  xfc_register #(ieee_exponent + 1, recode_border) recode_0 (sysclk, enable, both_exponents_d, both_exponents);
-  xfc_register #(3, recode_border) recode_1 (sysclk, enable, unpack_marks, recode_marks);
+  wire [3:0] choose_marks;           // sign, nan, zip, sat
+  xfc_register #(ieee_exponent + 1, choose_border) choose_0 (sysclk, enable, both_exponents_d, both_exponents);
+  xfc_register #(4, choose_border) choose_1
+    (sysclk, enable, {factor[factor_bits-1], unpack_marks}, choose_marks);
 
   // rows
   wire [exponent_bits-1:0] exponent_d = {1'b0, both_exponents} - bias[exponent_bits-1:0];   // two's complement
   wire [product_bits-1:0] product;
-  xfc_product #(factor_bits, synthesize, recode_border, 1, 0) multiply
+  xfc_product #(factor_bits, synthesize, 0, 1, 0, 0, 0, choose_border) multiply
     (sysclk, enable, {2'b00, significand}, factor, product);
 
   wire [exponent_bits-1:0] exponent;
-  wire [2:0] marks;
+  wire [3:0] marks;
   xfc_register #(exponent_bits, 1) rows_0 (sysclk, enable, exponent_d, exponent);
-  xfc_register #(3, 1) rows_1 (sysclk, enable, recode_marks, marks);
+  xfc_register #(4, 1) rows_1 (sysclk, enable, choose_marks, marks);
 
-  // settle
+  // settle: the product's bits from 4 on are its sign, known before
   wire lost = |product[dropped_bits-1:0];
   wire halve = exponent == 0;
-  wire [mantissa-1:0] kept = {product[product_bits-1:dropped_bits+1], product[dropped_bits] | lost};
+  wire [mantissa-1:0] kept =
+    {{sign_bits{marks[3]}}, product[product_bits-sign_bits-1:dropped_bits+1], product[dropped_bits] | lost};
   wire [mantissa-1:0] result_d = halve ? {kept[mantissa-1], kept[mantissa-1:2], kept[1] | kept[0]} : kept;
   wire [exponent_bits-1:0] next_exponent = {exponent[exponent_bits-1:1], exponent[0] | halve};
   wire too_small = exponent[exponent_bits-1];
@@ -96,4 +99,5 @@ module xfc_mulfp1_dot
   assign ccsat = result_flags[0];
   assign cczip = result_flags[1];
   assign ccnan = result_flags[2];
+  wire unused_sign = &{1'b0, product[product_bits-1:product_bits-sign_bits]};
 endmodule

@@ -2,11 +2,11 @@
 -- it. inf * 0 is nan; a subnormal operand is zero; a product with an exponent below 0 is zero, one with exponent 0 is
 -- delivered as half of it with exponent 1.
 --   step unpack:  hidden ones, flags; bb takes the sign of the product
---   step recode:  digits of bb; exponents
---   step rows:    sums of four rows of the product
+--   step choose:  the rows of the product, for each two bits of bb; exponents
+--   step rows:    sums of four rows
 --   step settle:  the product, range and flags
 -- Latency 4 cycles, one less when optimization is 3 and one less when device is 2: a register behind rows and settle
--- always, the third behind recode, the fourth behind unpack.
+-- always, the third behind choose, the fourth behind unpack.
 library ieee;
 use ieee.std_logic_1164.all;
 use ieee.numeric_std.all;
@@ -32,10 +32,11 @@ architecture rtl of xfc_mulfp1_dot is
   constant ieee_exponent : positive := 8;
   constant factor_bits   : positive := fraction_bits + 3;        -- two's complement, an even number of bits
   constant product_bits  : positive := 2 * factor_bits;
+  constant sign_bits     : positive := product_bits - 2 * fraction_bits - 2;
   constant dropped_bits  : positive := product_bits - mantissa;
   constant latency       : positive := 3 + number_of(optimization < 3) - number_of(device = 2);
   constant unpack_border : natural := number_of(latency = 4);
-  constant recode_border : natural := number_of(latency >= 3);
+  constant choose_border : natural := number_of(latency >= 3);
 
   subtype ieee_exponent_field is std_logic_vector(ieee_exponent - 1 downto 0);
   subtype exponent_field is std_logic_vector(exponent_bits - 1 downto 0);   -- two's complement
@@ -51,15 +52,15 @@ architecture rtl of xfc_mulfp1_dot is
   signal significand_d, significand : std_logic_vector(fraction_bits downto 0);
   signal before_increment, factor_d, factor : factor_field;
 
-  -- recode
+  -- choose
   signal both_exponents_d, both_exponents : std_logic_vector(ieee_exponent downto 0);
-  signal recode_marks : mark_field;
+  signal choose_marks_d, choose_marks : std_logic_vector(3 downto 0);               -- sign, nan, zip, sat
 
   -- rows
   signal exponent_d, exponent : exponent_field;
   signal wide_significand : factor_field;
   signal product : std_logic_vector(product_bits - 1 downto 0);
-  signal marks : mark_field;
+  signal marks : std_logic_vector(3 downto 0);
 
   -- settle
   signal lost, halve, too_small : std_logic;
@@ -102,27 +103,30 @@ begin
   unpack_4 : entity work.xfc_register generic map (factor_bits, unpack_border)
     port map (sysclk, enable, factor_d, factor);
 
-  -- recode
+  -- choose
   both_exponents_d <= std_logic_vector(resize(unsigned(a_exponent), ieee_exponent + 1) + unsigned(b_exponent));
+  choose_marks_d <= factor(factor_bits - 1) & unpack_marks;
 
-  recode_0 : entity work.xfc_register generic map (ieee_exponent + 1, recode_border)
+  choose_0 : entity work.xfc_register generic map (ieee_exponent + 1, choose_border)
     port map (sysclk, enable, both_exponents_d, both_exponents);
-  recode_1 : entity work.xfc_register generic map (3, recode_border)
-    port map (sysclk, enable, unpack_marks, recode_marks);
+  choose_1 : entity work.xfc_register generic map (4, choose_border)
+    port map (sysclk, enable, choose_marks_d, choose_marks);
 
   -- rows
   exponent_d <= std_logic_vector(resize(unsigned(both_exponents), exponent_bits) - bias);
   wide_significand <= "00" & significand;
-  multiply : entity work.xfc_product generic map (factor_bits, synthesize, recode_border, 1, 0)
+  multiply : entity work.xfc_product generic map (factor_bits, synthesize, 0, 1, 0, 0, 0, choose_border)
     port map (sysclk, enable, wide_significand, factor, product);
 
   rows_0 : entity work.xfc_register generic map (exponent_bits, 1) port map (sysclk, enable, exponent_d, exponent);
-  rows_1 : entity work.xfc_register generic map (3, 1) port map (sysclk, enable, recode_marks, marks);
+  rows_1 : entity work.xfc_register generic map (4, 1) port map (sysclk, enable, choose_marks, marks);
 
-  -- settle
+  -- settle: the product's bits from 4 on are its sign, known before
   lost <= '0' when unsigned(product(dropped_bits - 1 downto 0)) = 0 else '1';
   halve <= '1' when unsigned(exponent) = 0 else '0';
-  kept <= product(product_bits - 1 downto dropped_bits + 1) & (product(dropped_bits) or lost);
+  kept(mantissa - 1 downto mantissa - sign_bits) <= (others => marks(3));
+  kept(mantissa - sign_bits - 1 downto 1) <= product(product_bits - sign_bits - 1 downto dropped_bits + 1);
+  kept(0) <= product(dropped_bits) or lost;
   result_d <= kept(mantissa - 1) & kept(mantissa - 1 downto 2) & (kept(1) or kept(0)) when halve = '1' else kept;
   next_exponent <= exponent(exponent_bits - 1 downto 1) & (exponent(0) or halve);
   too_small <= exponent(exponent_bits - 1);

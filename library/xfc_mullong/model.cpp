@@ -3,7 +3,7 @@
 namespace xfc::model {
 
 bus_bits xfc_mullong(const component_generics&, const component_operands& operands) {
-    // recode, rows, sum
+    // choose, rows, sum
     return (operands.aa * operands.bb) & low_ones(32);
 }
 

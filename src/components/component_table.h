@@ -491,9 +491,9 @@ constexpr number_format format_of(port_shape shape) {
     }
 }
 
-/// The conversion from one format to another one; `wire` for a pair without one.
+/// xfc's conversion from one format to another one; `wire` for a pair without one.
 constexpr component_id conversion_between(number_format from, number_format to) {
-    for (const component_row& row : all_components()) {
+    for (const component_row& row : components_of_xfc()) {
         if (row.operation == component_operation::convert && format_of(row.aa) == from && format_of(row.cc) == to) {
             return row.id;
         }

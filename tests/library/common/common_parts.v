@@ -18,7 +18,7 @@ module common_parts;
   reg [3:0] factor;
   integer i, d, errors, exact_now, exact_before, magnitude, exact, nearest;
   wire [8:0] root_1, root_2, root_3;
-  wire [18:0] divided;
+  wire [17:0] divided;
 
   xfc_shift_right #(8, 4, 1) shift_right (value, distance, before, right, lost);
   xfc_shift_left #(8, 4, 1) shift_left (value, distance, fill, left);
@@ -31,7 +31,9 @@ module common_parts;
   xfc_root_digit #(4, 2, 0) root_digit_2 (clock, enable, root_1, root_2);
   xfc_root_digit #(4, 3, 0) root_digit_3 (clock, enable, root_2, root_3);
   wire [5:0] thrice = 3 * value[3:0];
-  xfc_divide_digit #(4, 5, 0) divide_digit (clock, enable, {value[7:4], ~value[3:0], ~thrice, 5'd5}, divided);
+  wire low_is_zero = value[1:0] == 0;
+  xfc_divide_digit #(4, 5, 0) divide_digit
+    (clock, enable, {value[7:4], ~value[3:0], ~thrice[5:2], low_is_zero, 5'd5}, divided);
   xfc_register #(8, 1) register_there (clock, enable, value, stored);
   xfc_register #(8, 0) register_left_out (clock, enable, value, passed);
   xfc_registers #(8, 2) registers (clock, enable, value, chained);
@@ -107,8 +109,8 @@ module common_parts;
         if (i >= 64) expect_equal(nearest >= 0 && nearest <= 2 * exact && root_3[8:4] == nearest, 1, 14);
         if (value[7:4] < value[3:0]) begin
           exact = 4 * (i / 16);
-          expect_equal(divided[18:15], exact % (i % 16), 15);
-          expect_equal(divided[14:5], {~value[3:0], ~thrice}, 16);
+          expect_equal(divided[17:14], exact % (i % 16), 15);
+          expect_equal(divided[13:5], {~value[3:0], ~thrice[5:2], low_is_zero}, 16);
           expect_equal(divided[4:0], 20 + exact / (i % 16), 17);
         end
         enable = (i + d) % 4 != 0;
