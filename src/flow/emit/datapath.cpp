@@ -68,17 +68,19 @@ public:
         result_.header = std::move(header);
         result_.start_chain = names_.others[static_cast<std::size_t>(common_name::start_chain)];
         name_the_rest();
-        for (std::size_t place = 0; place < names_.inputs.size(); ++place) {
-            const port& one = values_.inputs()[place];
-            result_.inputs.push_back({names_.inputs[place], format_bits(one.format), port_comment(one)});
+        for (const port& one : values_.inputs()) {
+            result_.inputs.push_back({names_.inputs[result_.inputs.size()], format_bits(one.format), port_comment(one)});
         }
         for (node_id id = 0; id < made_.size(); ++id) {
+            if (made_[id].kind == node_kind::input) {
+                result_.inputs[made_[id].port].width = made_.width_of(id);
+            }
             add_node(id);
             add_delays(id);
         }
         for (std::size_t place = 0; place < names_.outputs.size(); ++place) {
             const port& one = values_.outputs()[place];
-            result_.outputs.push_back({{names_.outputs[place], format_bits(one.format), port_comment(one)},
+            result_.outputs.push_back({{names_.outputs[place], made_.width_of(made_.outputs[place]), port_comment(one)},
                                        bus_at(made_.outputs[place], times_.latency)});
         }
         return std::move(result_);
