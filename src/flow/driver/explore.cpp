@@ -25,8 +25,7 @@ namespace {
 
 /// A word as a shell reads it.
 std::string quoted(const std::string& word) {
-    constexpr std::string_view plain =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./:,@%";
+    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./:,@%";
     if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) {
         return word;
     }
@@ -194,8 +193,7 @@ private:
     bool run_one() {
         const auto number = static_cast<std::size_t>(line_.point);
         if (number > points_.size()) {
-            messages_.report(message_id::no_such_point, {},
-                             {std::to_string(number), std::to_string(points_.size())});
+            messages_.report(message_id::no_such_point, {}, {std::to_string(number), std::to_string(points_.size())});
             return false;
         }
         const stimulus applied = vectors();

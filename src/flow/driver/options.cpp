@@ -25,7 +25,8 @@ constexpr command_row commands[] = {
     {"synth", "Synthesises the hardware with Yosys: what it takes, how fast it is, and which component limits it.",
      "xfcflow synth fir.c --family ice40"},
     {"explore",
-     "Builds the program with every set of options that changes its hardware and tells, a line each, latency, what it is "
+     "Builds the program with every set of options that changes its hardware and tells, a line each, latency, what it "
+     "is "
      "estimated to take and how exact it is, and which of them nothing else beats.",
      "xfcflow explore fir.c --family xilinx --html"},
 };
@@ -118,8 +119,9 @@ const option_row options[] = {
      .number = &command_line::threads},
     {.name = "--jobs-file",
      .value = "FILE",
-     .text = "build nothing, but write a command line a point, whose results go into FILE.results; GNU parallel, make or "
-             "a cluster runs them in any order",
+     .text =
+         "build nothing, but write a command line a point, whose results go into FILE.results; GNU parallel, make or "
+         "a cluster runs them in any order",
      .commands = "explore",
      .choices = "",
      .word = &command_line::jobs_file},

@@ -69,7 +69,8 @@ public:
         result_.start_chain = names_.others[static_cast<std::size_t>(common_name::start_chain)];
         name_the_rest();
         for (const port& one : values_.inputs()) {
-            result_.inputs.push_back({names_.inputs[result_.inputs.size()], format_bits(one.format), port_comment(one)});
+            result_.inputs.push_back(
+                {names_.inputs[result_.inputs.size()], format_bits(one.format), port_comment(one)});
         }
         for (node_id id = 0; id < made_.size(); ++id) {
             if (made_[id].kind == node_kind::input) {

@@ -38,9 +38,8 @@ operand_class class_of(const design& made, const design_node& reader, std::size_
     const design_node& driver = made[operand];
     if (driver.kind == node_kind::constant) {
         const bit_range mantissa = layout_of(driver.code, made.options.mantissa).mantissa;
-        const std::int32_t digits = mantissa.high == 0
-                                        ? nonzero_digits(driver.bits, made.width_of(operand))
-                                        : nonzero_digits(field(driver.bits, mantissa), mantissa.width());
+        const std::int32_t digits = mantissa.high == 0 ? nonzero_digits(driver.bits, made.width_of(operand))
+                                                       : nonzero_digits(field(driver.bits, mantissa), mantissa.width());
         operand_class constant{.kind = operand_kind::constant};
         constant.digits = digits == 0 || counts_digits(reader.component) ? digits : operand_class::uncounted;
         return constant;
@@ -54,8 +53,7 @@ operand_class class_of(const design& made, const design_node& reader, std::size_
 
 const component_row* row_named(std::string_view name) {
     const auto all = all_components();
-    const auto found =
-        std::find_if(all.begin(), all.end(), [&](const component_row& row) { return row.name == name; });
+    const auto found = std::find_if(all.begin(), all.end(), [&](const component_row& row) { return row.name == name; });
     return found == all.end() ? nullptr : &*found;
 }
 
@@ -120,9 +118,7 @@ std::string text_of(const operand_class& operand) {
 
 }  // namespace
 
-bool counts_digits(component_id component) {
-    return row_of(component).operation == component_operation::multiply;
-}
+bool counts_digits(component_id component) { return row_of(component).operation == component_operation::multiply; }
 
 std::int32_t nonzero_digits(bus_bits number, std::int32_t width) {
     std::int32_t count = 0;

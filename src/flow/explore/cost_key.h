@@ -23,8 +23,8 @@ enum class operand_kind : std::uint8_t {
 struct operand_class {
     operand_kind kind = operand_kind::none;
     component_id from = component_id::wire;  ///< the conversion, of what is converted
-    /// Of a constant: 0 when it is zero; of one that is multiplied how many of its digits of two bits, from -1 to 2, are
-    /// not zero, which is how many rows the product has; else `uncounted`.
+    /// Of a constant: 0 when it is zero; of one that is multiplied how many of its digits of two bits, from -1 to 2,
+    /// are not zero, which is how many rows the product has; else `uncounted`.
     std::int32_t digits = uncounted;
 
     static constexpr std::int32_t uncounted = -1;

@@ -36,8 +36,8 @@ std::string counted(std::size_t count, const char* what) {
 struct column_row {
     std::string_view name;
     std::string_view head;
-    std::string (*text)(const point_result&);   ///< for people
-    json (*value)(const point_result&);         ///< for programs
+    std::string (*text)(const point_result&);  ///< for people
+    json (*value)(const point_result&);        ///< for programs
 };
 
 using point = point_result;
@@ -66,8 +66,7 @@ constexpr column_row columns[] = {
     {"not_measured", "", nullptr, [](const point& p) { return json(p.estimate.not_measured); }},
     {"options", "options",
      [](const point& p) {
-         return options_text(p.options) +
-                (p.same.empty() ? "" : "  (and " + std::to_string(p.same.size()) + " alike)");
+         return options_text(p.options) + (p.same.empty() ? "" : "  (and " + std::to_string(p.same.size()) + " alike)");
      },
      [](const point& p) { return json(p.options); }},
 };
@@ -92,9 +91,10 @@ json points_json(std::span<const point_result> points) {
 }
 
 json head_json(const exploration_head& head) {
-    return {{"design", head.design},     {"source", head.source},   {"family", head.family->name},
-            {"family_text", head.family->text}, {"vectors", head.vectors}, {"seed", head.seed},
-            {"options", head.top},       {"costs", std::vector<std::string>(head.costs.begin(), head.costs.end())}};
+    return {{"design", head.design},       {"source", head.source},
+            {"family", head.family->name}, {"family_text", head.family->text},
+            {"vectors", head.vectors},     {"seed", head.seed},
+            {"options", head.top},         {"costs", std::vector<std::string>(head.costs.begin(), head.costs.end())}};
 }
 
 /// JSON inside a script element: nothing in it may end the element or begin a comment.
@@ -142,8 +142,9 @@ std::string exploration_text(const exploration_head& head, std::span<const point
     const auto any = [&](std::int32_t design_estimate::*field) {
         return std::any_of(points.begin(), points.end(), [&](const point& p) { return p.estimate.*field != 0; });
     };
-    text += any(&design_estimate::derived) ? "  ~ partly derived from measurements of the same component set otherwise\n"
-                                           : "";
+    text += any(&design_estimate::derived)
+                ? "  ~ partly derived from measurements of the same component set otherwise\n"
+                : "";
     text += any(&design_estimate::not_measured) ? "  > components that were not measured come on top\n" : "";
     for (const std::string& comment : head.costs) {
         text += "  " + comment + "\n";

@@ -16,7 +16,7 @@ struct exploration_head {
     const family_row* family = nullptr;
     std::size_t vectors = 0;
     int seed = 1;
-    std::string top = {};                        ///< options that every point has, as the command line says them
+    std::string top = {};                     ///< options that every point has, as the command line says them
     std::span<const std::string> costs = {};  ///< what the table of costs says about itself
 };
 

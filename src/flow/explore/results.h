@@ -15,9 +15,9 @@ namespace xfc::flow {
 
 /// What is known about one point.
 struct point_result {
-    std::size_t number = 0;     ///< in the order of the points, from 1
-    std::string options = {};   ///< as the command line says them
-    std::int32_t latency = 0;   ///< cycles
+    std::size_t number = 0;          ///< in the order of the points, from 1
+    std::string options = {};        ///< as the command line says them
+    std::int32_t latency = 0;        ///< cycles
     std::int64_t register_bits = 0;  ///< of the delay lines
     std::int32_t components = 0;
     design_estimate estimate = {};

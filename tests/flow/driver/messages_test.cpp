@@ -232,6 +232,30 @@ TEST(flow_program_messages, tables_that_do_not_fit_are_told_at_their_place) {
     EXPECT_EQ(errors_of({"simulate", source, "--inputs", input, "--outputs", input}), in_folder(same_file, folder));
 }
 
+// ---- Explorations ----
+
+constexpr std::string_view beyond_the_points =
+    "xfcflow: error: there is no point 2: the program has 1 [no-such-point]\n";
+constexpr std::string_view missing_points =
+    "xfcflow: error: 1 of 1 points have no result in 'FOLDER/results': 1 (defaults) [points-missing]\n"
+    "      hint: run the lines on the standard output, then merge again\n";
+
+TEST(flow_program_messages, points_that_do_not_exist_or_have_no_result_are_told) {
+    const test_folder folder("points");
+    const std::string source = folder.write("x.c", "int f(int a) { return a + 1; }\n");
+    EXPECT_EQ(errors_of({"explore", source, "--point", "2"}), beyond_the_points);
+    fs::create_directories(folder.path() / "results");
+    const std::string results = (folder.path() / "results").string();
+    std::ostringstream out;
+    std::ostringstream error;
+    EXPECT_EQ(run({{"explore", source, "--merge", results}}, out, error, false), 1);
+    EXPECT_EQ(error.str(), in_folder(missing_points, folder));
+    EXPECT_EQ(out.str(), "xfcflow explore " + source + " --vectors 1000 --seed 1 --family ice40 --point 1 --result " +
+                             results + "/point_1.json\n");
+    EXPECT_EQ(errors_of({"explore", source, "--merge", results + "/none"}),
+              "xfcflow: error: cannot read '" + results + "/none': No such file or directory [cannot-read]\n");
+}
+
 // ---- The whole catalogue ----
 
 /// A row's text as an expression: what differs from case to case may be anything.
@@ -252,9 +276,10 @@ std::regex pattern_of(std::string_view text) {
 TEST(flow_program_messages, every_row_of_the_catalogue_is_provoked_by_a_test_that_compares_its_text) {
     // The texts above and beside the programs are those that tests compare.
     std::string told;
-    for (const std::string_view text : {unreadable, no_top, no_memory, failed_parser, no_library, no_folder, no_ghdl,
-                                        wrong_language, failed_simulator, empty_table, unknown_column, second_column,
-                                        missing_column, wrong_fields, no_number, same_file}) {
+    for (const std::string_view text :
+         {unreadable, no_top, no_memory, failed_parser, no_library, no_folder, no_ghdl, wrong_language,
+          failed_simulator, empty_table, unknown_column, second_column, missing_column, wrong_fields, no_number,
+          same_file, beyond_the_points, missing_points}) {
         told += text;
     }
     const fs::path tests = fs::path(SOURCE_FOLDER) / "tests/flow";

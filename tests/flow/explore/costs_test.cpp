@@ -43,11 +43,11 @@ TEST(cost_key, operands_are_told_by_what_drives_them) {
     w.output("y", w.subtract(w.add(product, a), w.made.make_single(0.25F)));
     const design made = selected(w.made);
     const std::string adder = "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | ";
-    EXPECT_EQ(keys_of(made, component_id::alufp1x),
-              (texts{adder + "xfc_castftox any", adder + "any constant minus"}));
-    EXPECT_EQ(keys_of(made, component_id::mulfp1x),
-              texts{"xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=1 multoutput=0 divoutput=0 outputscale=0 synthesize=0 | "
-                    "xfc_castftox xfc_castftox"});
+    EXPECT_EQ(keys_of(made, component_id::alufp1x), (texts{adder + "xfc_castftox any", adder + "any constant minus"}));
+    EXPECT_EQ(
+        keys_of(made, component_id::mulfp1x),
+        texts{"xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=1 multoutput=0 divoutput=0 outputscale=0 synthesize=0 | "
+              "xfc_castftox xfc_castftox"});
 }
 
 TEST(cost_key, a_square_reads_the_same_bus_twice) {
@@ -77,7 +77,8 @@ TEST(cost_key, digits_are_those_that_a_multiplier_recodes_to) {
 TEST(cost_key, texts_read_back_as_what_they_tell) {
     for (const std::string text :
          {"xfc_alufp1x mantissa=36 shiftspeed=0 outputpipe=1 | xfc_castftox constant:0 minus",
-          "xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=0 multoutput=1 divoutput=0 outputscale=0 synthesize=0 | any same",
+          "xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=0 multoutput=1 divoutput=0 outputscale=0 synthesize=0 | any "
+          "same",
           "xfc_select width=32 | any constant any", "xfc_mullong | constant:7 any", "fp_exp synthesize=0 | any"}) {
         const auto key = key_of_text(text);
         ASSERT_TRUE(key.has_value()) << text;
@@ -96,15 +97,18 @@ const std::string multiplier =
     "xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=1 multoutput=0 divoutput=0 outputscale=0 synthesize=0 | ";
 
 cost_table small_table() {
-    return cost_table("# Measured by hand.\nkey,family,tables,flip-flops,blocks\n"
-                      "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | any any,ice40,400,360,0\n"
-                      "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | xfc_castftox any,ice40,300,270,0\n"
-                      "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any,ice40,380,240,0\n" +
-                      multiplier + "any constant:2,ice40,100,50,0\n" + multiplier + "any constant:6,ice40,300,250,2\n" +
-                      multiplier + "any constant:0,ice40,3,4,0\nnonsense\n");
+    return cost_table(
+        "# Measured by hand.\nkey,family,tables,flip-flops,blocks\n"
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | any any,ice40,400,360,0\n"
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | xfc_castftox any,ice40,300,270,0\n"
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any,ice40,380,240,0\n" +
+        multiplier + "any constant:2,ice40,100,50,0\n" + multiplier + "any constant:6,ice40,300,250,2\n" + multiplier +
+        "any constant:0,ice40,3,4,0\nnonsense\n");
 }
 
-known_cost cost(const std::string& key) { return small_table().cost_of(key_of_text(key).value(), *family_named("ice40")); }
+known_cost cost(const std::string& key) {
+    return small_table().cost_of(key_of_text(key).value(), *family_named("ice40"));
+}
 
 TEST(cost_table, a_measured_key_costs_what_its_row_says) {
     const known_cost found = cost("xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any");

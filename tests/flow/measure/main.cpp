@@ -174,8 +174,8 @@ int run_measurements(const std::vector<std::string>& words) {
     std::cerr << family->name << ": " << wanted.size() << " to measure\n";
     for (std::size_t first = 0; first < wanted.size(); first += specimens_a_run) {
         const std::size_t last = std::min(wanted.size(), first + specimens_a_run);
-        std::vector<std::vector<cost_key>> parts{{wanted.begin() + static_cast<std::ptrdiff_t>(first),
-                                                  wanted.begin() + static_cast<std::ptrdiff_t>(last)}};
+        std::vector<std::vector<cost_key>> parts{
+            {wanted.begin() + static_cast<std::ptrdiff_t>(first), wanted.begin() + static_cast<std::ptrdiff_t>(last)}};
         while (!parts.empty()) {
             const std::vector<cost_key> part = parts.back();
             parts.pop_back();

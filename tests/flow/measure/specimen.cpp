@@ -39,14 +39,13 @@ bus_bits constant_with(coding code, std::int32_t digits, std::int32_t mantissa_b
         // Digits stand in the high bits, as those of short decimal numbers.
         const std::int32_t kept = std::min(is_integer ? 31 : fraction, std::max(0, digits * 3 - 2));
         const std::uint64_t random = (state >> 8U) & static_cast<std::uint64_t>(low_ones(is_integer ? 31 : fraction));
-        const std::uint64_t drawn =
-            is_integer ? random >> static_cast<unsigned>(31 - kept)
-                       : random & ~static_cast<std::uint64_t>(low_ones(fraction - kept));
+        const std::uint64_t drawn = is_integer ? random >> static_cast<unsigned>(31 - kept)
+                                               : random & ~static_cast<std::uint64_t>(low_ones(fraction - kept));
         const std::uint64_t exponent = format == number_format::double_float ? 1023 : 127;
         const std::uint64_t bits = is_integer ? drawn : (exponent << static_cast<unsigned>(fraction)) | drawn;
         const bus_bits coded = encoded_constant(format, bits, code, mantissa_bits);
-        const std::int32_t has = is_integer ? nonzero_digits(coded, 32)
-                                            : nonzero_digits(field(coded, mantissa), mantissa.width());
+        const std::int32_t has =
+            is_integer ? nonzero_digits(coded, 32) : nonzero_digits(field(coded, mantissa), mantissa.width());
         if (has == digits) {
             return coded;
         }
@@ -142,11 +141,11 @@ private:
         const operand_class& wanted = key_.operands.at(place);
         switch (wanted.kind) {
             case operand_kind::constant: {
-                const bus_bits bits =
-                    wanted.digits == operand_class::uncounted
-                        ? usual_constant(code, key_.component, made_.options.mantissa)
-                    : wanted.digits == 0 ? encoded_constant(format_of(code), 0, code, made_.options.mantissa)
-                                         : constant_with(code, wanted.digits, made_.options.mantissa);
+                const bus_bits bits = wanted.digits == operand_class::uncounted
+                                          ? usual_constant(code, key_.component, made_.options.mantissa)
+                                      : wanted.digits == 0
+                                          ? encoded_constant(format_of(code), 0, code, made_.options.mantissa)
+                                          : constant_with(code, wanted.digits, made_.options.mantissa);
                 if (values_.inputs().empty()) {
                     some_value_ = values_.add_input({.name = "unread", .format = number_format::boolean});
                     append({.kind = node_kind::input, .code = coding::boolean, .port = 0, .value = some_value_});
