@@ -120,6 +120,9 @@ constexpr message_row rows[] = {
     {id::simulator_language, "simulator-language", error, "%0 does not simulate the language of --lang %1",
      "ghdl simulates VHDL, iverilog and verilator simulate Verilog"},
     {id::simulation_failed, "simulation-failed", error, "%0 failed: %1", ""},
+    {id::no_such_point, "no-such-point", error, "there is no point %0: the program has %1", ""},
+    {id::points_missing, "points-missing", error, "%0 of %1 points have no result in '%2': %3",
+     "run the lines on the standard output, then merge again"},
 
     {id::csv_empty, "csv-empty", error, "the table has no line of numbers",
      "write a header with the names of the input ports, then a line a cycle"},

@@ -79,6 +79,8 @@ enum class message_id : std::uint8_t {
     no_placer,
     simulator_language,
     simulation_failed,
+    no_such_point,
+    points_missing,
     // tables of vectors and what simulations find
     csv_empty,
     csv_port,

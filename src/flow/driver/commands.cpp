@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "flow/driver/build.h"
+#include "flow/driver/explore.h"
 #include "flow/driver/options.h"
 #include "flow/driver/report.h"
 #include "flow/driver/simulate.h"
@@ -53,7 +54,7 @@ struct runnable {
 };
 
 constexpr runnable runnables[] = {
-    {"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}, {"synth", synth}};
+    {"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}, {"synth", synth}, {"explore", explore}};
 
 }  // namespace
 

@@ -26,10 +26,15 @@ struct command_line {
     std::string outputs = {};      ///< where the outputs go as such a table
     std::string wave = {};         ///< where the waveforms go
     std::string family = "ice40";  ///< of devices, to synthesise for
+    std::string jobs_file = {};    ///< where `explore` writes its points as lines to run
+    std::string merge = {};        ///< a folder of results of such lines
+    std::string result = {};       ///< where one point's result goes
     int vectors = 1000;
     int seed = 1;
     int unroll = 100000;
     int mantissa = 32;
+    int point = 0;    ///< of an exploration, from 1; 0: all of them
+    int threads = 0;  ///< 0: as many as there are cores
     bool low_latency = false;
     bool fast_reciprocal = false;
     // "on", "off" or a number for generics of the library; empty: as --low-latency says.
@@ -41,6 +46,8 @@ struct command_line {
     std::string normalizer_speed = {};
     bool c_constants = false;
     bool json = false;
+    bool csv = false;
+    bool html = false;
     bool svg = false;
     bool dot = false;
     bool terminal = false;  ///< messages go to one, where long work may show how far it is

@@ -73,13 +73,17 @@ public:
         result_.instances.reserve(made_.size() + delays_.cycles.size());
         result_.signals.reserve(made_.size() + delays_.cycles.size());
         for (node_id id = 0; id < made_.size(); ++id) {
+            if (made_[id].kind == node_kind::input) {
+                result_.inputs[made_[id].port].width = made_.width_of(id);
+            }
             add_node(id);
             add_delays(id);
         }
         for (std::size_t place = 0; place < names_.outputs.size(); ++place) {
             const port& one = values_.outputs()[place];
-            result_.outputs.push_back({{kept(names_.outputs[place]), format_bits(one.format), port_comment(one)},
-                                       bus_at(made_.outputs[place], times_.latency)});
+            result_.outputs.push_back(
+                {{kept(names_.outputs[place]), made_.width_of(made_.outputs[place]), port_comment(one)},
+                 bus_at(made_.outputs[place], times_.latency)});
         }
         return std::move(result_);
     }

@@ -251,6 +251,30 @@ TEST(flow_program_messages, a_program_that_asks_who_reads_it_and_differs_for_the
     EXPECT_EQ(error.str(), other_program);
 }
 
+// ---- Explorations ----
+
+constexpr std::string_view beyond_the_points =
+    "xfcflow: error: there is no point 2: the program has 1 [no-such-point]\n";
+constexpr std::string_view missing_points =
+    "xfcflow: error: 1 of 1 points have no result in 'FOLDER/results': 1 (defaults) [points-missing]\n"
+    "      hint: run the lines on the standard output, then merge again\n";
+
+TEST(flow_program_messages, points_that_do_not_exist_or_have_no_result_are_told) {
+    const test_folder folder("points");
+    const std::string source = folder.write("x.c", "int f(int a) { return a + 1; }\n");
+    EXPECT_EQ(errors_of({"explore", source, "--point", "2"}), beyond_the_points);
+    fs::create_directories(folder.path() / "results");
+    const std::string results = (folder.path() / "results").string();
+    std::ostringstream out;
+    std::ostringstream error;
+    EXPECT_EQ(run({{"explore", source, "--merge", results}}, out, error, false), 1);
+    EXPECT_EQ(error.str(), in_folder(missing_points, folder));
+    EXPECT_EQ(out.str(), "xfcflow explore " + source + " --vectors 1000 --seed 1 --family ice40 --point 1 --result " +
+                             results + "/point_1.json\n");
+    EXPECT_EQ(errors_of({"explore", source, "--merge", results + "/none"}),
+              "xfcflow: error: cannot read '" + results + "/none': No such file or directory [cannot-read]\n");
+}
+
 // ---- The whole catalogue ----
 
 /// A row's text as an expression: what differs from case to case may be anything.

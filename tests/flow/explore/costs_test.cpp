@@ -1,0 +1,248 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "flow/explore/cost_table.h"
+#include "flow/explore/estimate.h"
+#include "flow/explore/live_bits.h"
+#include "flow/passes/expand.h"
+#include "flow/passes/options.h"
+#include "flow/passes/select_components.h"
+#include "flow/support/graphs.h"
+
+namespace xfc::flow {
+namespace {
+
+using test::graph_writer;
+
+design selected(const graph& source, std::int32_t mantissa = 32) {
+    diagnostics messages;
+    auto made = select_components(expand_operations(source), default_library_options(false, mantissa), messages);
+    EXPECT_TRUE(made.has_value()) << rendered(messages, {});
+    return *made;
+}
+
+/// The keys of all instances of a component, as text.
+std::vector<std::string> keys_of(const design& made, component_id component) {
+    std::vector<std::string> keys;
+    for (node_id id = 0; id < made.size(); ++id) {
+        if (made[id].kind == node_kind::instance && made[id].component == component) {
+            keys.push_back(text_of(key_of(made, id)));
+        }
+    }
+    return keys;
+}
+
+using texts = std::vector<std::string>;
+
+TEST(cost_key, operands_are_told_by_what_drives_them) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    const value_id product = w.multiply(a, b);
+    w.output("y", w.subtract(w.add(product, a), w.made.make_single(0.25F)));
+    const design made = selected(w.made);
+    const std::string adder = "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | ";
+    EXPECT_EQ(keys_of(made, component_id::alufp1x), (texts{adder + "xfc_castftox any", adder + "any constant minus"}));
+    EXPECT_EQ(
+        keys_of(made, component_id::mulfp1x),
+        texts{"xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=1 multoutput=0 divoutput=0 outputscale=0 synthesize=0 | "
+              "xfc_castftox xfc_castftox"});
+}
+
+TEST(cost_key, a_square_reads_the_same_bus_twice) {
+    graph_writer w;
+    const value_id a = w.input("a", number_format::integer);
+    w.output("y", w.multiply(a, a));
+    EXPECT_EQ(keys_of(selected(w.made), component_id::mullong), texts{"xfc_mullong | any same"});
+}
+
+TEST(cost_key, constants_of_products_count_their_rows) {
+    graph_writer w;
+    const value_id a = w.input("a", number_format::integer);
+    w.output("y", w.multiply(a, w.made.make_integer(0x55)));
+    w.output("z", w.multiply(a, w.made.make_integer(256)));
+    EXPECT_EQ(keys_of(selected(w.made), component_id::mullong),
+              (texts{"xfc_mullong | any constant:4", "xfc_mullong | any constant:1"}));
+}
+
+TEST(cost_key, digits_are_those_that_a_multiplier_recodes_to) {
+    EXPECT_EQ(nonzero_digits(0, 32), 0);
+    EXPECT_EQ(nonzero_digits(0x55, 32), 4);
+    EXPECT_EQ(nonzero_digits(3, 32), 2);           // 4 - 1
+    EXPECT_EQ(nonzero_digits(0xFFFFFFFF, 32), 1);  // -1: every digit but the lowest takes a carry and is zero
+    EXPECT_EQ(nonzero_digits(0x80000000, 32), 1);
+}
+
+TEST(cost_key, texts_read_back_as_what_they_tell) {
+    for (const std::string text :
+         {"xfc_alufp1x mantissa=36 shiftspeed=0 outputpipe=1 | xfc_castftox constant:0 minus",
+          "xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=0 multoutput=1 divoutput=0 outputscale=0 synthesize=0 | any "
+          "same",
+          "xfc_select width=32 | any constant any", "xfc_mullong | constant:7 any", "fp_exp synthesize=0 | any"}) {
+        const auto key = key_of_text(text);
+        ASSERT_TRUE(key.has_value()) << text;
+        EXPECT_EQ(text_of(*key), text);
+    }
+}
+
+TEST(cost_key, what_is_no_key_is_refused) {
+    for (const std::string text : {"", "xfc_nothing | any", "xfc_alufp1x mantisa=32 | any any", "fp_exp | nothing",
+                                   "fp_exp synthesize=x | any", "fp_exp | any any any any"}) {
+        EXPECT_FALSE(key_of_text(text).has_value()) << text;
+    }
+}
+
+const std::string multiplier =
+    "xfc_mulfp1x mantissa=32 ieeeoutput=0 xoutput=1 multoutput=0 divoutput=0 outputscale=0 synthesize=0 | ";
+
+cost_table small_table() {
+    return cost_table(
+        "# Measured by hand.\nkey,family,tables,flip-flops,blocks\n"
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | any any,ice40,400,360,0\n"
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | xfc_castftox any,ice40,300,270,0\n"
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any,ice40,380,240,0\n" +
+        multiplier + "any constant:2,ice40,100,50,0\n" + multiplier + "any constant:6,ice40,300,250,2\n" + multiplier +
+        "any constant:0,ice40,3,4,0\nnonsense\n");
+}
+
+known_cost cost(const std::string& key) {
+    return small_table().cost_of(key_of_text(key).value(), *family_named("ice40"));
+}
+
+TEST(cost_table, a_measured_key_costs_what_its_row_says) {
+    const known_cost found = cost("xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any");
+    EXPECT_EQ(found.basis, cost_basis::measured);
+    EXPECT_EQ(found.look_up_tables, 380);
+    EXPECT_EQ(found.flip_flops, 240);
+    EXPECT_EQ(small_table().comments(), texts{"Measured by hand."});
+}
+
+TEST(cost_table, constants_between_measured_ones_are_interpolated) {
+    const known_cost found = cost(multiplier + "any constant:5");
+    EXPECT_EQ(found.basis, cost_basis::derived);
+    EXPECT_EQ(found.look_up_tables, 250);
+    EXPECT_EQ(found.flip_flops, 200);
+    EXPECT_EQ(found.multipliers, 1.5);
+    // Beyond the last one nothing is made up.
+    EXPECT_EQ(cost(multiplier + "any constant:9").look_up_tables, 300);
+    EXPECT_EQ(cost(multiplier + "any constant:1").look_up_tables, 100);
+}
+
+TEST(cost_table, operands_change_other_generics_by_the_same_factor) {
+    const known_cost found = cost("xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | xfc_castftox any");
+    EXPECT_EQ(found.basis, cost_basis::derived);
+    EXPECT_EQ(found.look_up_tables, 285);  // 380 * 300 / 400
+    EXPECT_EQ(found.flip_flops, 180);      // 240 * 270 / 360
+}
+
+TEST(cost_table, the_nearest_generics_stand_for_those_that_were_not_measured) {
+    const known_cost found = cost("xfc_alufp1x mantissa=36 shiftspeed=0 outputpipe=0 | any any");
+    EXPECT_EQ(found.basis, cost_basis::derived);
+    EXPECT_EQ(found.look_up_tables, 380);
+}
+
+TEST(cost_table, what_nobody_measured_has_no_cost) {
+    EXPECT_EQ(cost("fp_exp synthesize=0 | any").basis, cost_basis::not_measured);
+    const cost_table table = small_table();
+    EXPECT_EQ(table.cost_of(*key_of_text("xfc_alufp1x | any any"), *family_named("ecp5")).basis,
+              cost_basis::not_measured);
+}
+
+TEST(cost_table, the_program_comes_with_one_that_knows_every_family) {
+    const auto adder = key_of_text("xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | any any");
+    for (const family_row& family : family_rows()) {
+        const resource_counts* counts = component_costs().measured(*adder, family);
+        ASSERT_NE(counts, nullptr) << family.name;
+        EXPECT_GT(counts->look_up_tables, 100) << family.name;
+        EXPECT_GT(counts->flip_flops, 100) << family.name;
+    }
+    // Its date and its tools.
+    ASSERT_GE(component_costs().comments().size(), 2U);
+}
+
+TEST(cost_table, every_row_that_comes_with_the_program_is_one) {
+    std::istringstream lines{std::string(component_costs_text())};
+    std::size_t rows = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("#") || line.starts_with("key,")) {
+            continue;
+        }
+        const auto key = key_of_text(line.substr(0, line.find(',')));
+        ASSERT_TRUE(key.has_value()) << line;
+        EXPECT_EQ(text_of(*key), line.substr(0, line.find(','))) << "not as keys are written";
+        ++rows;
+    }
+    EXPECT_GT(rows, 100U);
+}
+
+TEST(live_bits, constants_are_followed_through_selections_and_logic) {
+    graph_writer w;
+    const value_id a = w.input("a", number_format::integer);
+    const value_id index = w.make(operation::select, number_format::integer,
+                                  {w.make(operation::less, number_format::boolean, {a, w.made.make_integer(9)}),
+                                   w.made.make_integer(3), w.made.make_integer(5)});
+    const value_id low = w.make(operation::bit_and, number_format::integer, {a, w.made.make_integer(255)});
+    w.output("index", index);
+    w.output("shifted", w.make(operation::shift_left, number_format::integer, {low, w.made.make_integer(4)}));
+    const design made = selected(w.made);
+    const std::vector<std::int32_t> live = live_bits(made);
+    for (node_id id = 0; id < made.size(); ++id) {
+        if (made[id].component == component_id::select) {
+            EXPECT_EQ(live[id], 2);  // 3 and 5 differ in two bits
+        } else if (made[id].component == component_id::bitlong || made[id].component == component_id::shiftlong) {
+            EXPECT_EQ(live[id], 8);
+        } else if (made[id].kind == node_kind::constant) {
+            EXPECT_EQ(live[id], 0);
+        }
+    }
+}
+
+TEST(live_bits, bits_that_nobody_reads_are_none) {
+    graph_writer w;
+    const value_id a = w.input("a", number_format::integer);
+    const value_id sum = w.make(operation::bit_xor, number_format::integer, {a, w.input("b", number_format::integer)});
+    w.output("y", w.make(operation::bit_and, number_format::integer, {sum, w.made.make_integer(15)}));
+    const design made = selected(w.made);
+    const std::vector<std::int32_t> live = live_bits(made);
+    for (node_id id = 0; id < made.size(); ++id) {
+        EXPECT_EQ(live[id], made[id].kind == node_kind::constant ? 0 : 4) << id;
+    }
+}
+
+TEST(estimate, delay_lines_are_flip_flops_where_a_family_has_no_shift_registers) {
+    EXPECT_EQ(cost_of_delay(*family_named("ice40"), 32, 10, true).flip_flops, 320);
+    EXPECT_EQ(cost_of_delay(*family_named("ice40"), 32, 10, true).look_up_tables, 0);
+}
+
+TEST(estimate, long_delay_lines_of_xilinx_are_shift_registers_with_the_register_in_front_of_them) {
+    const family_row& xilinx = *family_named("xilinx");
+    EXPECT_EQ(cost_of_delay(xilinx, 32, 2, false).flip_flops, 64);
+    EXPECT_EQ(cost_of_delay(xilinx, 32, 3, false).look_up_tables, 32);
+    EXPECT_EQ(cost_of_delay(xilinx, 32, 3, false).flip_flops, 0);
+    EXPECT_EQ(cost_of_delay(xilinx, 32, 2, true).flip_flops, -32);
+    EXPECT_EQ(cost_of_delay(xilinx, 32, 33, false).look_up_tables, 64);
+}
+
+TEST(estimate, is_the_sum_of_components_delays_and_the_start_chain) {
+    graph_writer w;
+    const value_id a = w.input("a", number_format::integer);
+    const value_id b = w.input("b", number_format::integer);
+    w.output("y", w.add(w.multiply(a, b), a));
+    const design made = selected(w.made);
+    const schedule times = balanced_schedule(made);
+    ASSERT_EQ(times.latency, 6);
+    const cost_table table("xfc_mullong | any any,ice40,1000,500,3\nxfc_alulong | any any,ice40,40,90,0\n");
+    const design_estimate sum = estimate_of(made, times, *family_named("ice40"), table);
+    EXPECT_EQ(sum.look_up_tables, 1040);
+    EXPECT_EQ(sum.flip_flops, 500 + 90 + 3 * 32 + 6);
+    EXPECT_EQ(sum.multipliers, 3);
+    EXPECT_EQ(sum.derived, 0);
+    EXPECT_EQ(sum.not_measured, 0);
+    const design_estimate unknown = estimate_of(made, times, *family_named("ecp5"), table);
+    EXPECT_EQ(unknown.not_measured, 2);
+    EXPECT_EQ(unknown.flip_flops, 3 * 32 + 6);
+}
+
+}  // namespace
+}  // namespace xfc::flow
