@@ -53,8 +53,8 @@ struct runnable {
     command_function run;
 };
 
-constexpr runnable runnables[] = {
-    {"check", check}, {"build", build}, {"simulate", simulate}, {"view", view}, {"synth", synth}, {"explore", explore}};
+constexpr runnable runnables[] = {{"check", check}, {"build", build}, {"simulate", simulate},
+                                  {"view", view},   {"synth", synth}, {"explore", explore}};
 
 }  // namespace
 

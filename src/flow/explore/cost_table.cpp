@@ -13,7 +13,8 @@ namespace xfc::flow {
 
 namespace {
 
-bool read_number(std::string_view text, std::int64_t& number) {
+template <class number_type>
+bool read_number(std::string_view text, number_type& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc{} && end == text.data() + text.size();
 }
@@ -87,14 +88,20 @@ void cost_table::add(std::string_view row_text) {
         row_text.remove_prefix(comma + 1);
     }
     cells.push_back(row_text);
-    resource_counts counts;
-    if (cells.size() != 5 || !read_number(cells[2], counts.look_up_tables) ||
+    row made;
+    resource_counts& counts = made.counts;
+    if (cells.size() < 5 || cells.size() > 6 || !read_number(cells[2], counts.look_up_tables) ||
         !read_number(cells[3], counts.flip_flops) || !read_number(cells[4], counts.multipliers)) {
         return;
     }
-    if (const auto key = key_of_text(cells[0])) {
-        rows_[std::string(cells[1])][key->component].push_back({*key, counts});
+    const auto key = key_of_text(cells[0]);
+    if (!key || (cells.size() == 6 && !read_number(cells[5], made.megahertz))) {
+        return;
     }
+    made.key = *key;
+    std::vector<row>& rows = rows_[std::string(cells[1])][key->component];
+    std::erase_if(rows, [&](const row& old) { return text_of(old.key) == text_of(made.key); });
+    rows.push_back(made);
 }
 
 const std::vector<cost_table::row>& cost_table::rows_for(component_id component, const family_row& family) const {
@@ -107,13 +114,24 @@ const std::vector<cost_table::row>& cost_table::rows_for(component_id component,
     return found == of_family->second.end() ? none : found->second;
 }
 
-const resource_counts* cost_table::measured(const cost_key& key, const family_row& family) const {
+const cost_table::row* cost_table::row_for(const cost_key& key, const family_row& family) const {
     for (const row& one : rows_for(key.component, family)) {
         if (one.key.subtract == key.subtract && one.key.operands == key.operands && same_generics(one.key, key)) {
-            return &one.counts;
+            return &one;
         }
     }
     return nullptr;
+}
+
+const resource_counts* cost_table::measured(const cost_key& key, const family_row& family) const {
+    const row* found = row_for(key, family);
+    return found == nullptr ? nullptr : &found->counts;
+}
+
+double cost_table::clock_of(const cost_key& key, const family_row& family) const {
+    const row* own = row_for(key, family);
+    const row* plain = own != nullptr && own->megahertz > 0 ? own : row_for(without_operands(key), family);
+    return plain == nullptr ? 0 : plain->megahertz;
 }
 
 known_cost cost_table::cost_of(const cost_key& key, const family_row& family) const {

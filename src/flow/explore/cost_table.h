@@ -25,7 +25,7 @@ struct known_cost {
 };
 
 /// What components take, measured one by one: lines of comment that begin with #, a head, then a line
-/// KEY,FAMILY,look-up tables,flip-flops,multiplier blocks each.
+/// KEY,FAMILY,look-up tables,flip-flops,multiplier blocks each, and the highest clock in MHz where it is known.
 class cost_table {
 public:
     /// Lines that are no rows are left out.
@@ -34,8 +34,11 @@ public:
     /// Takes a further row.
     void add(std::string_view row);
 
-    /// The row of this key; null when there is none.
+    /// The counts of this key's row; null when there is none.
     [[nodiscard]] const resource_counts* measured(const cost_key& key, const family_row& family) const;
+
+    /// The highest clock of this key, or of the component with all operands of any kind, in MHz; 0 when nobody knows.
+    [[nodiscard]] double clock_of(const cost_key& key, const family_row& family) const;
 
     /// What the key costs, derived where it is not measured. Constants are interpolated between digits that were; for
     /// other generics the nearest ones that were count; for operands the factor by which they change the component
@@ -49,9 +52,11 @@ private:
     struct row {
         cost_key key;
         resource_counts counts;
+        double megahertz = 0;
     };
     using rows_of_component = std::map<component_id, std::vector<row>>;
 
+    [[nodiscard]] const row* row_for(const cost_key& key, const family_row& family) const;
     [[nodiscard]] const std::vector<row>& rows_for(component_id component, const family_row& family) const;
 
     std::map<std::string, rows_of_component, std::less<>> rows_;  ///< by family

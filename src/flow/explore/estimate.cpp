@@ -74,6 +74,8 @@ design_estimate estimate_of(const design& made, const schedule& times, const fam
         const auto [found, added] = known.try_emplace(text_of(key));
         if (added) {
             found->second = costs.cost_of(key, family);
+            const double clock = costs.clock_of(key, family);
+            sum.megahertz = clock > 0 && (sum.megahertz == 0 || clock < sum.megahertz) ? clock : sum.megahertz;
         }
         const known_cost& cost = found->second;
         sum.derived += cost.basis == cost_basis::derived ? 1 : 0;

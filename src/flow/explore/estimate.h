@@ -12,6 +12,7 @@ struct design_estimate {
     std::int64_t look_up_tables = 0;
     std::int64_t flip_flops = 0;
     std::int64_t multipliers = 0;
+    double megahertz = 0;           ///< the lowest of the instances' highest clocks; 0: none of them is known
     std::int32_t derived = 0;       ///< instances whose cost is derived from similar ones
     std::int32_t not_measured = 0;  ///< instances whose cost nobody knows; they are not in the sums
 

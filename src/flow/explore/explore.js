@@ -106,7 +106,7 @@
   function lines_of(point) {
     return `${point.latency} cycles, ${mark(point)}${point.look_up_tables} look-up tables, ` +
       `${mark(point)}${point.flip_flops} flip-flops, ${mark(point)}${point.multipliers} multiplier blocks, ` +
-      `${point.register_bits} bits in delay lines; largest error ${number(point.largest_ulp)} ulp, ` +
+      `${point.register_bits} bits in delay lines; ${point.megahertz ? `below ${number(point.megahertz)} MHz; ` : ''}largest error ${number(point.largest_ulp)} ulp, ` +
       `median ${number(point.median_ulp)} ulp`;
   }
 

@@ -1,6 +1,7 @@
 #include "flow/explore/report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
@@ -24,6 +25,11 @@ std::string estimate_text(const point_result& point, std::int64_t count) {
     const design_estimate& estimate = point.estimate;
     const std::string_view mark = estimate.not_measured != 0 ? ">" : estimate.derived != 0 ? "~" : "";
     return std::string(mark) + std::to_string(count);
+}
+
+/// The components' clock; the design's own is that or lower.
+std::string clock_text(const point_result& point) {
+    return point.estimate.megahertz == 0 ? "-" : "<" + std::to_string(std::lround(point.estimate.megahertz));
 }
 
 std::string options_text(const std::string& options) { return options.empty() ? "defaults" : options; }
@@ -55,6 +61,8 @@ constexpr column_row columns[] = {
      [](const point& p) { return json(p.estimate.flip_flops); }},
     {"multipliers", "blocks", [](const point& p) { return estimate_text(p, p.estimate.multipliers); },
      [](const point& p) { return json(p.estimate.multipliers); }},
+    {"megahertz", "MHz", [](const point& p) { return clock_text(p); },
+     [](const point& p) { return p.estimate.megahertz == 0 ? json() : json(p.estimate.megahertz); }},
     {"largest_ulp", "largest ulp", [](const point& p) { return ulp_text(p, p.largest_ulp); },
      [](const point& p) { return p.measured == 0 ? json() : json(p.largest_ulp); }},
     {"median_ulp", "median", [](const point& p) { return ulp_text(p, p.median_ulp); },
@@ -73,7 +81,10 @@ constexpr column_row columns[] = {
 
 bool is_shown(const column_row& column, std::span<const point_result> points) {
     const bool all_inside = std::all_of(points.begin(), points.end(), [](const point& p) { return p.outside == 0; });
-    return column.text != nullptr && !(column.name == "outside" && all_inside);
+    const bool no_clock =
+        std::all_of(points.begin(), points.end(), [](const point& p) { return p.estimate.megahertz == 0; });
+    return column.text != nullptr && !(column.name == "outside" && all_inside) &&
+           !(column.name == "megahertz" && no_clock);
 }
 
 json points_json(std::span<const point_result> points) {
@@ -146,6 +157,9 @@ std::string exploration_text(const exploration_head& head, std::span<const point
                 ? "  ~ partly derived from measurements of the same component set otherwise\n"
                 : "";
     text += any(&design_estimate::not_measured) ? "  > components that were not measured come on top\n" : "";
+    const bool clocked =
+        std::any_of(points.begin(), points.end(), [](const point& p) { return p.estimate.megahertz != 0; });
+    text += clocked ? "  < the slowest component whose clock is known, placed alone; the design is not faster\n" : "";
     for (const std::string& comment : head.costs) {
         text += "  " + comment + "\n";
     }

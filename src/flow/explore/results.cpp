@@ -21,8 +21,8 @@ std::int64_t cells_of(const point_result& result) {
 
 auto everything_of(const point_result& result) {
     return std::tie(result.latency, result.register_bits, result.components, result.estimate.look_up_tables,
-                    result.estimate.flip_flops, result.estimate.multipliers, result.measured, result.largest_ulp,
-                    result.median_ulp, result.outside);
+                    result.estimate.flip_flops, result.estimate.multipliers, result.estimate.megahertz, result.measured,
+                    result.largest_ulp, result.median_ulp, result.outside);
 }
 
 /// JSON has no infinity, and writes null for it.
@@ -109,6 +109,7 @@ std::string result_file(const point_result& result, std::string_view of) {
                       {"look_up_tables", estimate.look_up_tables},
                       {"flip_flops", estimate.flip_flops},
                       {"multipliers", estimate.multipliers},
+                      {"megahertz", estimate.megahertz},
                       {"derived", estimate.derived},
                       {"not_measured", estimate.not_measured},
                       {"measured", result.measured},
@@ -137,6 +138,7 @@ std::optional<point_result> result_of_file(std::string_view text, std::string_vi
         result.estimate = {.look_up_tables = all.at("look_up_tables").get<std::int64_t>(),
                            .flip_flops = all.at("flip_flops").get<std::int64_t>(),
                            .multipliers = all.at("multipliers").get<std::int64_t>(),
+                           .megahertz = all.at("megahertz").get<double>(),
                            .derived = all.at("derived").get<std::int32_t>(),
                            .not_measured = all.at("not_measured").get<std::int32_t>()};
         result.measured = all.at("measured").get<std::size_t>();

@@ -101,7 +101,7 @@ cost_table small_table() {
         "# Measured by hand.\nkey,family,tables,flip-flops,blocks\n"
         "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | any any,ice40,400,360,0\n"
         "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | xfc_castftox any,ice40,300,270,0\n"
-        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any,ice40,380,240,0\n" +
+        "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any,ice40,380,240,0,138.25\n" +
         multiplier + "any constant:2,ice40,100,50,0\n" + multiplier + "any constant:6,ice40,300,250,2\n" + multiplier +
         "any constant:0,ice40,3,4,0\nnonsense\n");
 }
@@ -140,6 +140,22 @@ TEST(cost_table, the_nearest_generics_stand_for_those_that_were_not_measured) {
     const known_cost found = cost("xfc_alufp1x mantissa=36 shiftspeed=0 outputpipe=0 | any any");
     EXPECT_EQ(found.basis, cost_basis::derived);
     EXPECT_EQ(found.look_up_tables, 380);
+}
+
+TEST(cost_table, a_clock_is_that_of_the_component_whatever_its_operands) {
+    const family_row& ice40 = *family_named("ice40");
+    const std::string adder = "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=";
+    EXPECT_EQ(small_table().clock_of(*key_of_text(adder + "0 | any any"), ice40), 138.25);
+    EXPECT_EQ(small_table().clock_of(*key_of_text(adder + "0 | xfc_castftox constant minus"), ice40), 138.25);
+    EXPECT_EQ(small_table().clock_of(*key_of_text(adder + "1 | any any"), ice40), 0);
+}
+
+TEST(cost_table, a_row_that_comes_again_takes_the_place_of_the_first) {
+    cost_table table = small_table();
+    table.add("xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any,ice40,1,2,3");
+    const auto key = key_of_text("xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=0 | any any");
+    EXPECT_EQ(table.measured(*key, *family_named("ice40"))->multipliers, 3);
+    EXPECT_EQ(table.clock_of(*key, *family_named("ice40")), 0);
 }
 
 TEST(cost_table, what_nobody_measured_has_no_cost) {
@@ -232,11 +248,12 @@ TEST(estimate, is_the_sum_of_components_delays_and_the_start_chain) {
     const design made = selected(w.made);
     const schedule times = balanced_schedule(made);
     ASSERT_EQ(times.latency, 6);
-    const cost_table table("xfc_mullong | any any,ice40,1000,500,3\nxfc_alulong | any any,ice40,40,90,0\n");
+    const cost_table table("xfc_mullong | any any,ice40,1000,500,3,90.5\nxfc_alulong | any any,ice40,40,90,0,200\n");
     const design_estimate sum = estimate_of(made, times, *family_named("ice40"), table);
     EXPECT_EQ(sum.look_up_tables, 1040);
     EXPECT_EQ(sum.flip_flops, 500 + 90 + 3 * 32 + 6);
     EXPECT_EQ(sum.multipliers, 3);
+    EXPECT_EQ(sum.megahertz, 90.5);
     EXPECT_EQ(sum.derived, 0);
     EXPECT_EQ(sum.not_measured, 0);
     const design_estimate unknown = estimate_of(made, times, *family_named("ecp5"), table);

@@ -176,21 +176,25 @@ TEST(reports, estimates_say_how_well_they_are_known) {
     points[0].estimate.derived = 2;
     points[1].estimate.not_measured = 1;
     points[1].same = {"--option 3"};
+    points[1].estimate.megahertz = 138.3;
     const std::string text = exploration_text(head_of_two(), points);
     EXPECT_NE(text.find("2 designs of 3 sets of options"), std::string::npos) << text;
     EXPECT_NE(text.find(" ~700 "), std::string::npos) << text;
     EXPECT_NE(text.find(" >500 "), std::string::npos) << text;
     EXPECT_NE(text.find("--option 1  (and 1 alike)"), std::string::npos) << text;
+    EXPECT_NE(text.find(" <138 "), std::string::npos) << text;
+    EXPECT_NE(text.find("  < the slowest component"), std::string::npos) << text;
     EXPECT_NE(text.find("  ~ partly derived"), std::string::npos) << text;
     EXPECT_NE(text.find("  > components that were not measured"), std::string::npos) << text;
 }
 
 TEST(reports, programs_read_comma_separated_values) {
-    EXPECT_EQ(exploration_csv(two),
-              "front,latency,register_bits,look_up_tables,flip_flops,multipliers,largest_ulp,median_ulp,outside,"
-              "components,derived,not_measured,options\n"
-              "true,8,0,700,0,0,0.625,0.0,0,0,0,0,--option 2\n"
-              "true,10,0,500,0,0,0.5,0.0,0,0,0,0,--option 1\n");
+    EXPECT_EQ(
+        exploration_csv(two),
+        "front,latency,register_bits,look_up_tables,flip_flops,multipliers,megahertz,largest_ulp,median_ulp,outside,"
+        "components,derived,not_measured,options\n"
+        "true,8,0,700,0,0,,0.625,0.0,0,0,0,0,--option 2\n"
+        "true,10,0,500,0,0,,0.5,0.0,0,0,0,0,--option 1\n");
 }
 
 TEST(reports, json_has_the_same_and_more) {

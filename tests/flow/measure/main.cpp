@@ -1,12 +1,14 @@
-// Usage: measure_components keys PROG.c... [-- OPTION...]
-//        measure_components run COSTS.csv FAMILY SECONDS [--clock] <KEYS
-// The first prints what the estimates of these programs ask for, a key a line, as often as a program has it. The second
-// measures those keys that the table lacks and adds them, a Yosys at a time, none for longer than SECONDS; --clock: the
-// highest clock of those that have none.
+// Usage: measure_components keys PROG.c...
+//        measure_components run COSTS.csv FAMILY SECONDS <KEYS
+//        measure_components clocks COSTS.csv FAMILY <KEYS
+// The first prints what the estimates of these programs ask for, a key a line, single precision and integers first and
+// of these what is asked for most. The second measures those keys that the table lacks and adds them, a Yosys at a
+// time, none for longer than SECONDS; what is measured is kept when it is ended.
 
 #include <algorithm>
-#include <charconv>
+#include <ctime>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -26,24 +28,97 @@ namespace {
 namespace fs = std::filesystem;
 using json = nlohmann::json;
 
-constexpr std::size_t specimens_a_run = 3;
+constexpr std::size_t specimens_a_run = 2;
+
+/// Constants of products are measured at these digits; others are interpolated. Doubles have more of them.
+constexpr std::int32_t digits_of_singles[] = {1, 7, 12};
+constexpr std::int32_t digits_of_doubles[] = {1, 15, 27};
+
+/// Sets of options whose components are measured, the first one with all kinds of operands.
+const std::vector<std::vector<std::string>> option_sets = {
+    {},
+    {"--low-latency"},
+    {"--mantissa", "36"},
+    {"--output-registers", "off"},
+    {"--shifter-registers", "off"},
+    {"--normalize-inputs", "off"},
+    {"--round-normalization", "off"},
+    {"--round-conversions", "off"},
+    {"--normalizer-speed", "1"},
+    {"--mantissa", "36", "--low-latency"},
+    {"--fast-reciprocal"},
+};
+
+bool has_doubles(const cost_key& key) {
+    const component_row& row = row_of(key.component);
+    for (const port_shape shape : {row.aa, row.bb, row.cc}) {
+        const bus_form form = form_of(shape, key.generics);
+        if (form == bus_form::double_float || form == bus_form::ydouble || form == bus_form::ydouble_multiplier) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The keys that are measured so that this one's cost is known.
+std::vector<cost_key> measured_for(const cost_key& key) {
+    std::vector<cost_key> keys{without_operands(key)};
+    const auto counted = std::find_if(key.operands.begin(), key.operands.end(),
+                                      [](const operand_class& operand) { return operand.digits > 0; });
+    if (counted == key.operands.end()) {
+        keys.push_back(key);
+        return keys;
+    }
+    const auto place = static_cast<std::size_t>(counted - key.operands.begin());
+    for (const std::int32_t digits : has_doubles(key) ? digits_of_doubles : digits_of_singles) {
+        keys.push_back(key);
+        keys.back().operands.at(place).digits = digits;
+    }
+    return keys;
+}
+
+/// Counts the keys of one program with one set of options.
+bool count_keys(const std::string& program, const std::vector<std::string>& options,
+                std::map<std::string, std::size_t>& counts) {
+    std::vector<std::string> arguments{"build", program};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const parsed_line parsed = parse_command_line(arguments);
+    diagnostics messages;
+    source_map places;
+    compilation_state state{parsed.line, messages, places};
+    if (parsed.ends || !run_stages(state, true)) {
+        std::cerr << program << ": " << parsed.text << rendered(messages, places);
+        return false;
+    }
+    for (node_id id = 0; id < state.made->size(); ++id) {
+        if ((*state.made)[id].kind == node_kind::instance) {
+            const cost_key key = key_of(*state.made, id);
+            for (const cost_key& one : options.empty() ? measured_for(key) : std::vector{without_operands(key)}) {
+                ++counts[text_of(one)];
+            }
+        }
+    }
+    return true;
+}
 
 int print_keys(const std::vector<std::string>& words) {
-    const auto dashes = std::find(words.begin(), words.end(), "--");
-    for (auto program = words.begin() + 1; program != dashes; ++program) {
-        std::vector<std::string> arguments{"build", *program};
-        arguments.insert(arguments.end(), dashes == words.end() ? dashes : dashes + 1, words.end());
-        const parsed_line parsed = parse_command_line(arguments);
-        diagnostics messages;
-        source_map places;
-        compilation_state state{parsed.line, messages, places};
-        if (parsed.ends || !run_stages(state, true)) {
-            std::cerr << *program << ": " << parsed.text << rendered(messages, places);
-            return 1;
+    std::set<std::string> printed;
+    for (const std::vector<std::string>& options : option_sets) {
+        std::map<std::string, std::size_t> counts;
+        for (auto program = words.begin() + 1; program != words.end(); ++program) {
+            if (!count_keys(*program, options, counts)) {
+                return 1;
+            }
         }
-        for (node_id id = 0; id < state.made->size(); ++id) {
-            if ((*state.made)[id].kind == node_kind::instance) {
-                std::cout << text_of(key_of(*state.made, id)) << '\n';
+        std::vector<std::pair<std::string, std::size_t>> keys(counts.begin(), counts.end());
+        std::stable_sort(keys.begin(), keys.end(), [](const auto& a, const auto& b) {
+            const bool a_is_double = has_doubles(*key_of_text(a.first));
+            const bool b_is_double = has_doubles(*key_of_text(b.first));
+            return a_is_double != b_is_double ? b_is_double : a.second > b.second;
+        });
+        for (const auto& [key, count] : keys) {
+            if (printed.insert(key).second) {
+                std::cout << key << '\n';
             }
         }
     }
@@ -124,93 +199,178 @@ private:
     std::string seconds_;
 };
 
-void write_table(const std::string& path, const std::string& head, const std::set<std::string>& rows) {
-    std::ofstream file(path + ".new");
-    file << head;
-    for (const std::string& row : rows) {
-        file << row << '\n';
-    }
-    file.close();
-    fs::rename(path + ".new", path);
-}
-
-int run_measurements(const std::vector<std::string>& words) {
-    const std::string& path = words[1];
-    const family_row* family = family_named(words[2]);
-    if (family == nullptr) {
-        return 2;
-    }
-    // The table as it stands, so that rows of other families stay as they are.
-    std::set<std::string> rows;
-    std::string head;
-    std::istringstream old(read_file(path));
-    for (std::string line; std::getline(old, line);) {
-        if (line.starts_with("#") || line.starts_with("key,")) {
-            head += line + "\n";
-        } else {
-            rows.insert(line);
+/// The file that the costs stand in. Whatever happens while it is written, the old or the new one is there.
+class cost_file {
+public:
+    explicit cost_file(std::string path) : path_(std::move(path)), table_(read_file(path_)) {
+        std::istringstream old(read_file(path_));
+        for (std::string line; std::getline(old, line);) {
+            if (!line.starts_with("#") && !line.starts_with("key,")) {
+                rows_.insert(line);
+            }
         }
     }
-    cost_table table(read_file(path));
+
+    [[nodiscard]] const cost_table& table() const { return table_; }
+
+    /// `megahertz` 0: not known.
+    void add(const cost_key& key, const family_row& family, const resource_counts& counts, double megahertz = 0) {
+        const std::string row = text_of(key) + "," + std::string(family.name) + "," +
+                                std::to_string(counts.look_up_tables) + "," + std::to_string(counts.flip_flops) + "," +
+                                std::to_string(counts.multipliers);
+        std::ostringstream clock;
+        clock << std::fixed << std::setprecision(1) << "," << megahertz;
+        const std::string whole = megahertz > 0 ? row + clock.str() : row;
+        rows_.erase(row);
+        table_.add(whole);
+        rows_.insert(whole);
+        std::cerr << whole << '\n';
+    }
+
+    void write(const std::string& tools) const {
+        const std::time_t now = std::time(nullptr);
+        std::tm day{};
+        gmtime_r(&now, &day);
+        std::ofstream file(path_ + ".new");
+        file << "# Costs are those of single components, measured until " << std::put_time(&day, "%Y-%m-%d") << " with "
+             << tools << ".\n"
+             << "# Yosys made them for the families as synth does; clocks are those of an iCE40 HX8K, a component "
+                "alone.\n"
+             << head << "\n";
+        for (const std::string& row : rows_) {
+            file << row << '\n';
+        }
+        file.close();
+        fs::rename(path_ + ".new", path_);
+    }
+
+private:
+    static constexpr std::string_view head = "key,family,look-up tables,flip-flops,multiplier blocks,MHz";
+
+    std::string path_;
+    cost_table table_;
+    std::set<std::string> rows_;
+};
+
+/// What a key's specimen takes without its conversions; nothing when one of these was not measured.
+std::optional<resource_counts> without_drivers(const cost_key& key, resource_counts counts, const cost_table& table,
+                                               const family_row& family) {
+    for (const cost_key& driver : specimen_of(key, "one").drivers) {
+        const resource_counts* taken = table.measured(driver, family);
+        if (taken == nullptr) {
+            return std::nullopt;
+        }
+        counts.look_up_tables -= taken->look_up_tables;
+        counts.flip_flops -= taken->flip_flops;
+        counts.multipliers -= taken->multipliers;
+    }
+    return counts;
+}
+
+/// The keys on the standard input that the table lacks, each behind its conversions.
+std::optional<std::vector<cost_key>> wanted_keys(const cost_table& table, const family_row& family) {
     std::vector<cost_key> wanted;
     std::set<std::string> seen;
     const auto want = [&](const cost_key& key) {
-        if (seen.insert(text_of(key)).second && table.measured(key, *family) == nullptr) {
+        if (seen.insert(text_of(key)).second && table.measured(key, family) == nullptr) {
             wanted.push_back(key);
         }
     };
     for (std::string line; std::getline(std::cin, line);) {
-        if (const auto key = key_of_text(line)) {
-            for (const cost_key& driver : specimen_of(*key, "one").drivers) {
-                want(driver);
-            }
-            want(*key);
-        } else {
+        const auto key = key_of_text(line);
+        if (!key) {
             std::cerr << "no key: " << line << '\n';
+            return std::nullopt;
+        }
+        for (const cost_key& driver : specimen_of(*key, "one").drivers) {
+            want(driver);
+        }
+        want(*key);
+    }
+    return wanted;
+}
+
+std::string tools_text() {
+    const temporary_folder folder;
+    const bool ran = run_command({"yosys", "-V"}, folder.path()) == 0;
+    const std::string said = ran ? read_file(folder.path() / "run.log") : "";
+    return said.substr(0, said.find(" ("));
+}
+
+/// The clock of those keys that have none; nextpnr places one at a time.
+int run_clocks(const std::vector<std::string>& words) {
+    const family_row* family = family_named(words[2]);
+    if (family == nullptr || !family->places || !is_on_path("nextpnr-ice40")) {
+        std::cerr << "nothing places this family\n";
+        return 2;
+    }
+    cost_file file(words[1]);
+    for (std::string line; std::getline(std::cin, line);) {
+        const auto key = key_of_text(line);
+        const resource_counts* counts = key ? file.table().measured(*key, *family) : nullptr;
+        if (counts == nullptr || text_of(*key) != text_of(without_operands(*key)) ||
+            file.table().clock_of(*key, *family) > 0) {
+            continue;
+        }
+        const specimen one = specimen_of(*key, "specimen");
+        const temporary_folder folder;
+        diagnostics messages;
+        const auto files = files_of(one.text, {language::verilog}, "{}");
+        if (!files || !write_files(folder.path(), *files, messages)) {
             return 2;
         }
-    }
-    measurement measure(*family, words[3]);
-    std::cerr << family->name << ": " << wanted.size() << " to measure\n";
-    for (std::size_t first = 0; first < wanted.size(); first += specimens_a_run) {
-        const std::size_t last = std::min(wanted.size(), first + specimens_a_run);
-        std::vector<std::vector<cost_key>> parts{
-            {wanted.begin() + static_cast<std::ptrdiff_t>(first), wanted.begin() + static_cast<std::ptrdiff_t>(last)}};
-        while (!parts.empty()) {
-            const std::vector<cost_key> part = parts.back();
-            parts.pop_back();
-            const auto counts = measure.counts(part);
-            if (!counts && part.size() > 1) {
-                for (const cost_key& key : part) {
-                    parts.push_back({key});
-                }
-                continue;
-            }
-            if (!counts) {
-                std::cerr << "not measured: " << text_of(part.front()) << '\n';
-                continue;
-            }
-            for (std::size_t number = 0; number < part.size(); ++number) {
-                resource_counts own = (*counts)[number];
-                for (const cost_key& driver : specimen_of(part[number], "one").drivers) {
-                    const resource_counts* taken = table.measured(driver, *family);
-                    if (taken == nullptr) {
-                        own.look_up_tables = -1;
-                        continue;
-                    }
-                    own.look_up_tables -= taken->look_up_tables;
-                    own.flip_flops -= taken->flip_flops;
-                    own.multipliers -= taken->multipliers;
-                }
-                const std::string row = text_of(part[number]) + "," + std::string(family->name) + "," +
-                                        std::to_string(own.look_up_tables) + "," + std::to_string(own.flip_flops) +
-                                        "," + std::to_string(own.multipliers);
-                table.add(row);
-                rows.insert(row);
-                std::cerr << row << '\n';
-            }
-            write_table(path, head, rows);
+        const synthesis_result result = synthesize(one.text, *family, 1, folder.path());
+        if (result.placed) {
+            file.add(*key, *family, *counts, result.placed->megahertz);
+            file.write(tools_text());
+        } else {
+            std::cerr << "not placed: " << line << '\n';
         }
+    }
+    return 0;
+}
+
+int run_measurements(const std::vector<std::string>& words) {
+    const family_row* family = family_named(words[2]);
+    cost_file file(words[1]);
+    const std::string tools = tools_text();
+    if (family == nullptr || tools.empty()) {
+        std::cerr << (family == nullptr ? "no such family\n" : "yosys is not installed\n");
+        return 2;
+    }
+    const auto wanted = wanted_keys(file.table(), *family);
+    if (!wanted) {
+        return 2;
+    }
+    std::cerr << family->name << ": " << wanted->size() << " to measure\n";
+    measurement measure(*family, words[3]);
+    std::vector<std::vector<cost_key>> parts;
+    for (std::size_t last = wanted->size(); last > 0;) {  // the first ones at the end, where they are taken
+        const std::size_t first = (last - 1) / specimens_a_run * specimens_a_run;
+        parts.emplace_back(wanted->begin() + static_cast<std::ptrdiff_t>(first),
+                           wanted->begin() + static_cast<std::ptrdiff_t>(last));
+        last = first;
+    }
+    while (!parts.empty()) {
+        const std::vector<cost_key> part = std::move(parts.back());
+        parts.pop_back();
+        const auto counts = measure.counts(part);
+        if (!counts && part.size() > 1) {
+            for (auto key = part.rbegin(); key != part.rend(); ++key) {
+                parts.push_back({*key});
+            }
+            continue;
+        }
+        for (std::size_t number = 0; number < part.size(); ++number) {
+            const auto own =
+                counts ? without_drivers(part[number], (*counts)[number], file.table(), *family) : std::nullopt;
+            if (own) {
+                file.add(part[number], *family, *own);
+            } else {
+                std::cerr << "not measured: " << text_of(part[number]) << '\n';
+            }
+        }
+        file.write(tools);
     }
     return 0;
 }
@@ -223,9 +383,13 @@ int main(int count, char** arguments) {
     if (words.size() >= 2 && words[0] == "keys") {
         return xfc::flow::test::print_keys(words);
     }
+    if (words.size() == 3 && words[0] == "clocks") {
+        return xfc::flow::test::run_clocks(words);
+    }
     if (words.size() == 4 && words[0] == "run") {
         return xfc::flow::test::run_measurements(words);
     }
-    std::cerr << "Usage: measure_components keys PROG.c... [-- OPTION...] | run COSTS.csv FAMILY SECONDS\n";
+    std::cerr << "Usage: measure_components keys PROG.c... | run COSTS.csv FAMILY SECONDS <KEYS | clocks COSTS.csv "
+                 "FAMILY <KEYS\n";
     return 2;
 }
