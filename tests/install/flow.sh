@@ -127,6 +127,9 @@ check_flow_rules() {
     tick
     passes cmake --build "$project/build"
     [ "$("$project/build/bench")" = 10 ] || fail 'the model was not made again'
+    sed -i 's/DRIVER c/DRIVER fortran/' "$project/CMakeLists.txt"
+    fails cmake -S "$project" -B "$project/build"
+    says 'DRIVER is c or python, not "fortran"'
 
     command -v make >/dev/null || return 0
     rules=$temporary/flow_make

@@ -34,6 +34,15 @@ std::vector<std::string> header_of(const compilation_state& state, const design_
             "startout is 1 in the cycle in which the outputs belong to a vector that came with startin."};
 }
 
+/// Where the files go.
+std::vector<std::string> paths_of(const command_line& line, const built_design& result) {
+    std::vector<std::string> paths;
+    for (const output_file& file : result.files) {
+        paths.push_back((std::filesystem::path(line.folder) / file.path).string());
+    }
+    return paths;
+}
+
 std::string summary(const compilation_state& state, const built_design& result) {
     std::size_t instances = 0;
     for (const design_node& node : state.made->nodes) {
@@ -44,20 +53,19 @@ std::string summary(const compilation_state& state, const built_design& result) 
                        std::to_string(instances) + " components, " + std::to_string(times.register_bits) +
                        " register bits in delays (" + std::to_string(times.register_bits_soonest) +
                        " with every start as soon as possible)\n";
-    for (const output_file& file : result.files) {
-        text += "  " + (std::filesystem::path(state.line.folder) / file.path).string() + "\n";
+    for (const std::string& path : paths_of(state.line, result)) {
+        text += "  " + path + "\n";
     }
     return text;
 }
 
 /// A header of the program may be called like a file that is written.
 bool keeps_what_is_read(const compilation_state& state, const built_design& result) {
-    for (const output_file& file : result.files) {
-        const std::filesystem::path path = state.line.folder / file.path;
+    for (const std::string& path : paths_of(state.line, result)) {
         for (const std::string& read : state.places.file_names()) {
             std::error_code none;
             if (std::filesystem::equivalent(path, read, none)) {
-                state.messages.report(message_id::same_file, {}, {path.string()});
+                state.messages.report(message_id::same_file, {}, {path});
                 return false;
             }
         }
@@ -124,7 +132,7 @@ int build(const command_line& line, std::ostream& out, std::ostream& error, bool
     const bool done = result && keeps_what_is_read(state, *result) && write_files(line.folder, result->files, messages);
     if (line.json) {
         out << report_json(done ? &*state.current : nullptr, done ? std::optional(state.times->latency) : std::nullopt,
-                           messages, places, line.source);
+                           messages, places, line.source, done ? paths_of(line, *result) : std::vector<std::string>{});
     } else {
         error << rendered(messages, places, colour);
         if (done) {

@@ -93,7 +93,7 @@ std::string report_text(const program& what, std::int32_t latency, std::string_v
 }
 
 std::string report_json(const program* what, std::optional<std::int32_t> latency, const diagnostics& messages,
-                        const source_map& places, std::string_view source) {
+                        const source_map& places, std::string_view source, const std::vector<std::string>& files) {
     json report = {{"source", source}, {"accepted", what != nullptr}};
     if (what != nullptr) {
         report["name"] = what->name;
@@ -106,6 +106,9 @@ std::string report_json(const program* what, std::optional<std::int32_t> latency
             report["operations"].push_back(
                 {{"operation", row_of(kind.first).name}, {"format", format_name(kind.second)}, {"count", count}});
         }
+    }
+    if (!files.empty()) {
+        report["files"] = files;
     }
     report["messages"] = json::array();
     for (const diagnostic& message : messages.messages()) {

@@ -13,8 +13,9 @@ namespace xfc::flow {
 /// kind.
 [[nodiscard]] std::string report_text(const program& what, std::int32_t latency, std::string_view source);
 
-/// The same and the messages as JSON; without a program the messages alone.
+/// The same and the messages as JSON, with the files that were written, if any; without a program the messages alone.
 [[nodiscard]] std::string report_json(const program* what, std::optional<std::int32_t> latency,
-                                      const diagnostics& messages, const source_map& places, std::string_view source);
+                                      const diagnostics& messages, const source_map& places, std::string_view source,
+                                      const std::vector<std::string>& files = {});
 
 }  // namespace xfc::flow

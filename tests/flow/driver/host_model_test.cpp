@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <random>
 #include <set>
 #include <sstream>
@@ -147,6 +148,16 @@ TEST(build_with_a_driver, names_its_files_and_refuses_other_languages) {
     for (const char* name : {"sum_model.h", "sum_model.cpp", "sum_model.py"}) {
         EXPECT_NE(out.str().find((folder.path() / name).string() + "\n"), std::string::npos) << name;
         EXPECT_TRUE(fs::exists(folder.path() / name)) << name;
+    }
+    out.str("");
+    EXPECT_EQ(run(std::vector<std::string>{"build", source, "--driver", "c", "--lang", "vhdl", "--json", "-o",
+                                           folder.path().string()},
+                  out, error, false),
+              0);
+    const nlohmann::json files = nlohmann::json::parse(out.str())["files"];
+    EXPECT_EQ(files[files.size() - 1], (folder.path() / "sum_model.cpp").string());
+    for (const nlohmann::json& file : files) {
+        EXPECT_TRUE(fs::exists(file.get<std::string>())) << file;
     }
     EXPECT_EQ(run(std::vector<std::string>{"build", source, "--driver", "fortran"}, out, error, false), 1);
     EXPECT_NE(error.str().find("--driver: fortran not in {c,python}"), std::string::npos) << error.str();
