@@ -156,6 +156,9 @@ private:
     llvm::DenseMap<const clang::IdentifierInfo*, clang::FunctionDecl*> made_;
 };
 
+/// Tokens in arguments of macros, those of nested calls counted anew: each call looks through all of its own.
+constexpr std::size_t most_in_arguments = 20000000;
+
 /// Ends a program whose macros grow without end: there is no token then at which to stop.
 class expansion_counter : public clang::PPCallbacks {
 public:
@@ -176,8 +179,9 @@ public:
         for (unsigned index = 0; arguments != nullptr && index < definition.getMacroInfo()->getNumParams(); ++index) {
             const std::size_t length = clang::MacroArgs::getArgLength(arguments->getUnexpArgument(index));
             longest = std::max(longest, length);
+            in_arguments_ += length;
         }
-        if (++count_ > most_expansions || copies * longest > most_expansions) {
+        if (++count_ > most_expansions || copies * longest > most_expansions || in_arguments_ > most_in_arguments) {
             on_limit_(name.getLocation());
         }
     }
@@ -204,6 +208,7 @@ private:
     std::function<void(clang::SourceLocation)> on_limit_;
     std::vector<expansion> enclosing_;
     std::size_t count_ = 0;
+    std::size_t in_arguments_ = 0;
 };
 
 llvm::IntrusiveRefCntPtr<llvm::vfs::FileSystem> make_file_system() {

@@ -98,6 +98,7 @@ TEST(flow_messages, a_hundred_thousand_levels_of_anything_end_in_a_message) {
         start + "return a*" + repeated("1", count) + "; }",
         "float g(float x) { return x; } " + start + "return " + repeated("g(", count) + "a" + repeated(")", count) +
             "; }",
+        "#define M(x) x\n" + start + "return " + repeated("M(", count) + "a" + repeated(")", count) + "; }",
         repeated("struct s {", count) + "int x;" + repeated("};", count) + start + "return a; }",
         "#define A A B\n#define B A A\n#define C0 B B B B B B B B B B\n#define C1 C0 C0 C0 C0 C0 C0 C0 C0 C0 C0\n"
         "#define C2 C1 C1 C1 C1 C1 C1 C1 C1 C1 C1\n#define C3 C2 C2 C2 C2 C2 C2 C2 C2 C2 C2\n" +

@@ -1,0 +1,1 @@
+float f(float a) { return a; } /* never closed
