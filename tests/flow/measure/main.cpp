@@ -152,8 +152,8 @@ public:
                     library.insert(file.path.string());
                 }
             }
-            text += "(* keep_hierarchy *)\n" + verilog_text(made.back().text);
-            add_to_top(made.back().text, top_ports, top_body);
+            text += "(* keep_hierarchy *)\n" + verilog_text(*made.back().text);
+            add_to_top(*made.back().text, top_ports, top_body);
         }
         text += "module top (input sysclk, reset, enable, startin" + top_ports + ");\n" + top_body + "endmodule\n";
         std::ofstream(folder.path() / "all.v") << text;
@@ -181,9 +181,10 @@ private:
     static void add_to_top(const datapath& what, std::string& ports, std::string& body) {
         std::string connected = ".sysclk(sysclk), .reset(reset), .enable(enable), .startin(startin)";
         const auto add = [&](const bus_text& bus, const char* direction) {
-            const std::string name = what.name + "_" + bus.name;
+            const std::string port(bus.name);
+            const std::string name = what.name + "_" + port;
             ports += std::string(", ") + direction + " [" + std::to_string(bus.width) + ":1] " + name;
-            connected += ", ." + bus.name + "(" + name + ")";
+            connected += ", ." + port + "(" + name + ")";
         };
         for (const bus_text& bus : what.inputs) {
             add(bus, "input");
@@ -319,7 +320,7 @@ int run_clocks(const std::vector<std::string>& words) {
         if (!files || !write_files(folder.path(), *files, messages)) {
             return 2;
         }
-        const synthesis_result result = synthesize(one.text, *family, 1, folder.path());
+        const synthesis_result result = synthesize(*one.text, *family, 1, folder.path());
         if (result.placed) {
             file.add(*key, *family, *counts, result.placed->megahertz);
             file.write(tools_text());

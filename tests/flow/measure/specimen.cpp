@@ -103,7 +103,7 @@ public:
         times_.start[last] = times_.latency - made_[last].latency();
         const source_map places;
         const design_names names = names_of(values_, name, made_, places);
-        result.text = make_datapath(values_, made_, times_, names, places, {});
+        result.text = std::make_shared<const datapath>(make_datapath(values_, made_, times_, names, places, {}));
         result.drivers = drivers_;
         result.chain = times_.latency;
         return result;

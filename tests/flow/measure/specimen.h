@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,7 @@ namespace xfc::flow::test {
 
 /// A design that has nothing but an instance of a key, the conversions of its operands and its ports.
 struct specimen {
-    datapath text = {};
+    std::shared_ptr<const datapath> text = {};
     std::vector<cost_key> drivers = {};  ///< the conversions, each once
     std::int32_t chain = 0;              ///< flip-flops from startin to startout
 };
