@@ -34,7 +34,7 @@ bus_bits fp_invsqr(const component_generics&, const component_operands& operands
     const bus_bits level = row.level - ((slope * position) >> position_bits);
     const bool two = bit(level, level_bits);
     const bus_bits result = two ? 0 : slice(level, level_bits - 1, level_bits - single_fraction_bits);
-    const bus_bits result_field = static_cast<bus_bits>(result_exponent + (two ? 1 : 0));
+    const bus_bits result_field = static_cast<bus_bits>(result_exponent) + static_cast<bus_bits>(two);
 
     // pack
     const bus_bits sign_bit = bus_bits{sign} << 31U;

