@@ -16,7 +16,7 @@ using substitutions = std::map<std::string_view, std::string>;
 /// Gives away what has been written as soon as it fills a block.
 template <class taker>
 void take_full_block(std::string& text, const taker& take) {
-    constexpr std::size_t block = 256 * 1024;  // bytes
+    constexpr std::size_t block = std::size_t{256} * 1024;  // bytes
     if (text.size() >= block) {
         take(text);
         text.clear();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <numeric>
 #include <stdexcept>
+#include <utility>
 
 namespace xfc::flow {
 
@@ -163,24 +164,19 @@ schedule balanced_schedule(const design& made) {
 }
 
 delay_taps delays_of(const design& made, const schedule& times) {
-    struct tap {
-        node_id bus;
-        std::int32_t cycles;
-        auto operator<=>(const tap&) const = default;
-    };
-    std::vector<tap> taps;
+    std::vector<std::pair<node_id, std::int32_t>> taps;  // bus, cycles
     for_each_reading(made, times, [&](node_id bus, std::int32_t delay) {
         if (delay > 0) {
-            taps.push_back({bus, delay});
+            taps.emplace_back(bus, delay);
         }
     });
     std::sort(taps.begin(), taps.end());
     taps.erase(std::unique(taps.begin(), taps.end()), taps.end());
     delay_taps delays;
     delays.first.assign(made.size() + 1, 0);
-    for (const tap& one : taps) {
-        delays.cycles.push_back(one.cycles);
-        ++delays.first[one.bus + 1];
+    for (const auto& [bus, cycles] : taps) {
+        delays.cycles.push_back(cycles);
+        ++delays.first[bus + 1];
     }
     std::partial_sum(delays.first.begin(), delays.first.end(), delays.first.begin());
     return delays;
