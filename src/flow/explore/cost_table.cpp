@@ -90,12 +90,12 @@ void cost_table::add(std::string_view row_text) {
     cells.push_back(row_text);
     row made;
     resource_counts& counts = made.counts;
-    if (cells.size() < 5 || cells.size() > 6 || !read_number(cells[2], counts.look_up_tables) ||
+    if (cells.size() < 5 || cells.size() > 7 || !read_number(cells[2], counts.look_up_tables) ||
         !read_number(cells[3], counts.flip_flops) || !read_number(cells[4], counts.multipliers)) {
         return;
     }
     const auto key = key_of_text(cells[0]);
-    if (!key || (cells.size() == 6 && !read_number(cells[5], made.megahertz))) {
+    if (!key || (cells.size() > 5 && !cells[5].empty() && !read_number(cells[5], made.megahertz))) {
         return;
     }
     made.key = *key;

@@ -25,7 +25,8 @@ struct known_cost {
 };
 
 /// What components take, measured one by one: lines of comment that begin with #, a head, then a line
-/// KEY,FAMILY,look-up tables,flip-flops,multiplier blocks each, and the highest clock in MHz where it is known.
+/// KEY,FAMILY,look-up tables,flip-flops,multiplier blocks each, the highest clock in MHz where it is
+/// known, and a mark of the component's texts, by which a table that is measured anew knows what has changed.
 class cost_table {
 public:
     /// Lines that are no rows are left out.

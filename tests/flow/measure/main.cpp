@@ -11,6 +11,7 @@
 #include <iomanip>
 #include <iostream>
 #include <map>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
@@ -141,7 +142,7 @@ public:
         std::vector<specimen> made;
         for (std::size_t number = 0; number < keys.size(); ++number) {
             made.push_back(specimen_of(keys[number], "specimen" + std::to_string(number)));
-            const auto files = files_of(made.back().text, {language::verilog}, "{}");
+            const auto files = files_of(std::make_shared<const datapath>(made.back().text), {language::verilog}, "{}");
             diagnostics messages;
             if (!files || !write_files(folder.path(), *files, messages)) {
                 std::cerr << "no files of the library\n";
@@ -200,32 +201,55 @@ private:
     std::string seconds_;
 };
 
+/// A mark of the library's texts that make a component; another one when they have changed.
+std::string mark_of(component_id component) {
+    std::uint64_t mark = 0xCBF29CE484222325ULL;
+    const auto files = files_for({row_of(component).name}, library_folder(), language::verilog);
+    for (const fs::path& file : files.value_or(std::vector<fs::path>())) {
+        for (const char letter : read_file(library_folder() / file)) {
+            mark = (mark ^ static_cast<unsigned char>(letter)) * 0x100000001B3ULL;
+        }
+    }
+    std::ostringstream text;
+    text << std::hex << std::setw(8) << std::setfill('0') << (mark >> 32U);
+    return text.str();
+}
+
 /// The file that the costs stand in. Whatever happens while it is written, the old or the new one is there.
 class cost_file {
 public:
     explicit cost_file(std::string path) : path_(std::move(path)), table_(read_file(path_)) {
         std::istringstream old(read_file(path_));
         for (std::string line; std::getline(old, line);) {
-            if (!line.starts_with("#") && !line.starts_with("key,")) {
-                rows_.insert(line);
+            const std::size_t family = line.find(',');
+            if (!line.starts_with("#") && !line.starts_with("key,") && family != std::string::npos) {
+                rows_[line.substr(0, line.find(',', family + 1))] = line;
             }
         }
     }
 
     [[nodiscard]] const cost_table& table() const { return table_; }
 
+    /// Whether the table has the key, of the component as it is now.
+    bool is_measured(const cost_key& key, const family_row& family) {
+        const auto found = rows_.find(name_of(key, family));
+        const auto [mark, added] = marks_.try_emplace(key.component);
+        mark->second = added ? mark_of(key.component) : mark->second;
+        return found != rows_.end() && found->second.ends_with("," + mark->second);
+    }
+
     /// `megahertz` 0: not known.
     void add(const cost_key& key, const family_row& family, const resource_counts& counts, double megahertz = 0) {
-        const std::string row = text_of(key) + "," + std::string(family.name) + "," +
-                                std::to_string(counts.look_up_tables) + "," + std::to_string(counts.flip_flops) + "," +
-                                std::to_string(counts.multipliers);
-        std::ostringstream clock;
-        clock << std::fixed << std::setprecision(1) << "," << megahertz;
-        const std::string whole = megahertz > 0 ? row + clock.str() : row;
-        rows_.erase(row);
-        table_.add(whole);
-        rows_.insert(whole);
-        std::cerr << whole << '\n';
+        std::ostringstream row;
+        row << name_of(key, family) << ',' << counts.look_up_tables << ',' << counts.flip_flops << ','
+            << counts.multipliers << ',';
+        if (megahertz > 0) {
+            row << std::fixed << std::setprecision(1) << megahertz;
+        }
+        row << ',' << mark_of(key.component);
+        table_.add(row.str());
+        rows_[name_of(key, family)] = row.str();
+        std::cerr << row.str() << '\n';
     }
 
     void write(const std::string& tools) const {
@@ -237,8 +261,8 @@ public:
              << tools << ".\n"
              << "# Yosys made them for the families as synth does; clocks are those of an iCE40 HX8K, a component "
                 "alone.\n"
-             << head << "\n";
-        for (const std::string& row : rows_) {
+             << "key,family,look-up tables,flip-flops,multiplier blocks,MHz,texts\n";
+        for (const auto& [name, row] : rows_) {
             file << row << '\n';
         }
         file.close();
@@ -246,11 +270,14 @@ public:
     }
 
 private:
-    static constexpr std::string_view head = "key,family,look-up tables,flip-flops,multiplier blocks,MHz";
+    static std::string name_of(const cost_key& key, const family_row& family) {
+        return text_of(key) + "," + std::string(family.name);
+    }
 
     std::string path_;
     cost_table table_;
-    std::set<std::string> rows_;
+    std::map<std::string, std::string> rows_;  ///< by key and family
+    std::map<component_id, std::string> marks_;
 };
 
 /// What a key's specimen takes without its conversions; nothing when one of these was not measured.
@@ -268,12 +295,12 @@ std::optional<resource_counts> without_drivers(const cost_key& key, resource_cou
     return counts;
 }
 
-/// The keys on the standard input that the table lacks, each behind its conversions.
-std::optional<std::vector<cost_key>> wanted_keys(const cost_table& table, const family_row& family) {
+/// The keys on the standard input that the table lacks or has of other texts, each behind its conversions.
+std::optional<std::vector<cost_key>> wanted_keys(cost_file& file, const family_row& family) {
     std::vector<cost_key> wanted;
     std::set<std::string> seen;
     const auto want = [&](const cost_key& key) {
-        if (seen.insert(text_of(key)).second && table.measured(key, family) == nullptr) {
+        if (seen.insert(text_of(key)).second && !file.is_measured(key, family)) {
             wanted.push_back(key);
         }
     };
@@ -309,14 +336,14 @@ int run_clocks(const std::vector<std::string>& words) {
     for (std::string line; std::getline(std::cin, line);) {
         const auto key = key_of_text(line);
         const resource_counts* counts = key ? file.table().measured(*key, *family) : nullptr;
-        if (counts == nullptr || text_of(*key) != text_of(without_operands(*key)) ||
+        if (counts == nullptr || text_of(*key) != text_of(without_operands(*key)) || !file.is_measured(*key, *family) ||
             file.table().clock_of(*key, *family) > 0) {
             continue;
         }
         const specimen one = specimen_of(*key, "specimen");
         const temporary_folder folder;
         diagnostics messages;
-        const auto files = files_of(one.text, {language::verilog}, "{}");
+        const auto files = files_of(std::make_shared<const datapath>(one.text), {language::verilog}, "{}");
         if (!files || !write_files(folder.path(), *files, messages)) {
             return 2;
         }
@@ -339,7 +366,7 @@ int run_measurements(const std::vector<std::string>& words) {
         std::cerr << (family == nullptr ? "no such family\n" : "yosys is not installed\n");
         return 2;
     }
-    const auto wanted = wanted_keys(file.table(), *family);
+    const auto wanted = wanted_keys(file, *family);
     if (!wanted) {
         return 2;
     }
