@@ -33,7 +33,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 }
 
 extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* first, std::size_t first_size,
-                                                 const std::uint8_t* second, std::size_t second_size,
-                                                 std::uint8_t* out, std::size_t most, unsigned seed) {
+                                                 const std::uint8_t* second, std::size_t second_size, std::uint8_t* out,
+                                                 std::size_t most, unsigned seed) {
     return write(xfc::flow::fuzz::crossed(text_of(first, first_size), text_of(second, second_size), seed), out, most);
 }
