@@ -295,9 +295,10 @@ std::regex pattern_of(std::string_view text) {
 TEST(flow_program_messages, every_row_of_the_catalogue_is_provoked_by_a_test_that_compares_its_text) {
     // The texts above and beside the programs are those that tests compare.
     std::string told;
-    for (const std::string_view text : {unreadable, no_top, no_memory, failed_parser, no_library, no_folder, no_ghdl,
-                                        wrong_language, failed_simulator, empty_table, unknown_column, second_column,
-                                        missing_column, wrong_fields, no_number, same_file, other_program}) {
+    for (const std::string_view text :
+         {unreadable, no_top, no_memory, failed_parser, no_library, no_folder, no_ghdl, wrong_language,
+          failed_simulator, empty_table, unknown_column, second_column, missing_column, wrong_fields, no_number,
+          same_file, other_program, beyond_the_points, missing_points}) {
         told += text;
     }
     const fs::path tests = fs::path(SOURCE_FOLDER) / "tests/flow";
