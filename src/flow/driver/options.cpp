@@ -259,6 +259,13 @@ const option_row options[] = {
      .commands = "check build simulate view synth explore",
      .choices = "1 2 3",
      .word = &command_line::normalizer_speed},
+    {.name = "--multiplier-blocks",
+     .value = "MODE",
+     .text = "products are written so that tools put them into multiplier blocks (on), or out of adders; the same bits "
+             "and cycles",
+     .commands = "check build simulate view synth explore",
+     .choices = "on off",
+     .word = &command_line::multiplier_blocks},
     {.name = "--json",
      .value = "",
      .text = "print report and messages as JSON",
@@ -280,6 +287,7 @@ constexpr library_option_row library_rows[] = {
     {"--output-registers", &command_line::output_registers, &library_options::outputpipe},
     {"--shifter-registers", &command_line::shifter_registers, &library_options::shiftspeed},
     {"--normalizer-speed", &command_line::normalizer_speed, &library_options::normspeed},
+    {"--multiplier-blocks", &command_line::multiplier_blocks, &library_options::synthesize},
 };
 
 constexpr std::string_view program_text = "Makes pipelined floating-point hardware of C programs.";

@@ -43,6 +43,7 @@ struct command_line {
     std::string normalize_inputs = {};
     std::string output_registers = {};
     std::string shifter_registers = {};
+    std::string multiplier_blocks = {};
     std::string normalizer_speed = {};
     bool c_constants = false;
     bool json = false;

@@ -42,9 +42,11 @@ bool same_generics(const cost_key& a, const cost_key& b) {
     });
 }
 
-/// The operands are of the same kinds, whatever the digits of constants.
+/// The operands are of the same kinds, whatever the digits of constants; and of two structures neither tells what the
+/// other takes.
 bool same_kinds(const cost_key& a, const cost_key& b) {
-    return std::equal(a.operands.begin(), a.operands.end(), b.operands.begin(),
+    return a.generics.synthesize == b.generics.synthesize &&
+           std::equal(a.operands.begin(), a.operands.end(), b.operands.begin(),
                       [](const operand_class& one, const operand_class& other) {
                           return one.kind == other.kind && one.from == other.from &&
                                  (one.digits == 0) == (other.digits == 0) &&

@@ -236,6 +236,8 @@ TEST(flow_commands, options_set_the_generics_of_the_components) {
         EXPECT_NE(set.find(generic), std::string::npos) << generic << '\n' << set;
     }
     EXPECT_NE(dumped({"--low-latency", "--shifter-registers", "on"}).find("shiftspeed=1"), std::string::npos);
+    EXPECT_NE(plain.find("synthesize=0"), std::string::npos) << plain;
+    EXPECT_NE(dumped({"--multiplier-blocks", "on"}).find("synthesize=1"), std::string::npos);
     EXPECT_EQ(run_with({"check", source.string(), "--normalizer-speed", "4"}).status, 1);
 }
 

@@ -38,6 +38,7 @@ constexpr std::int32_t digits_of_doubles[] = {1, 15, 27};
 const std::vector<std::vector<std::string>> option_sets = {
     {},
     {"--low-latency"},
+    {"--multiplier-blocks", "on"},
     {"--mantissa", "36"},
     {"--output-registers", "off"},
     {"--shifter-registers", "off"},
