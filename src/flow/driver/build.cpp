@@ -29,8 +29,8 @@ std::vector<std::string> header_of(const compilation_state& state, const design_
     command += line.c_constants ? " --c-constants" : "";
     command += line.driver.empty() ? "" : " --driver " + line.driver;
     return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
-            "Latency " + std::to_string(state.times->latency) +
-                " cycles in which enable is 1; a new vector may enter " + "in every one of them.",
+            "Latency " + counted_cycles(state.times->latency) +
+                " in which enable is 1; a new vector may enter in every one of them.",
             "startout is 1 in the cycle in which the outputs belong to a vector that came with startin."};
 }
 
@@ -49,7 +49,7 @@ std::string summary(const compilation_state& state, const built_design& result) 
         instances += node.kind == node_kind::instance ? 1 : 0;
     }
     const schedule& times = *state.times;
-    std::string text = result.names.design + ": latency " + std::to_string(times.latency) + " cycles, " +
+    std::string text = result.names.design + ": latency " + counted_cycles(times.latency) + ", " +
                        std::to_string(instances) + " components, " + std::to_string(times.register_bits) +
                        " register bits in delays (" + std::to_string(times.register_bits_soonest) +
                        " with every start as soon as possible)\n";

@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "flow/passes/schedule.h"
+
 namespace xfc::flow {
 
 namespace {
@@ -79,7 +81,7 @@ std::string report_text(const program& what, std::int32_t latency, std::string_v
     }
     append_ports(text, "input   ", what.values.inputs(), width);
     append_ports(text, "output  ", what.values.outputs(), width);
-    text += "\n  latency " + std::to_string(latency) + (latency == 1 ? " cycle\n\n" : " cycles\n\n");
+    text += "\n  latency " + counted_cycles(latency) + "\n\n";
     const operation_counts counts = count_operations(what.values);
     for (const auto& [kind, count] : counts) {
         const std::string number = std::to_string(count);

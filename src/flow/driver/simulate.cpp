@@ -165,8 +165,8 @@ private:
             bar_.show("model", expected_.size(), applied_.vectors.size());
         }
         equal_.assign(values().outputs().size(), applied_.vectors.size());
-        const std::string cycles = std::to_string(what_->text->latency);
-        text_ = what_->names.design + ": latency " + cycles + " cycles, " + std::to_string(applied_.vectors.size()) +
+        const std::string cycles = counted_cycles(what_->text->latency);
+        text_ = what_->names.design + ": latency " + cycles + ", " + std::to_string(applied_.vectors.size()) +
                 (simulators_.empty() ? " vectors through the model\n"
                                      : " vectors in every cycle, then with pauses and gaps\n");
         report_["latency"] = what_->text->latency;

@@ -269,7 +269,7 @@ private:
             const std::int32_t delay = delays_[id][tap];
             const tap_names& to = delayed_[delays_.first[id] + tap];
             const std::int32_t width = made_.width_of(id);
-            result_.signals.push_back({to.bus, width, kept_all(bus_name(id), ", ", delay, " cycles later")});
+            result_.signals.push_back({to.bus, width, kept_all(bus_name(id), ", ", counted_cycles(delay), " later")});
             result_.instances.push_back({.label = to.label,
                                          .component = row_of(component_id::delay).name,
                                          .kind = kind_of_delay(width, delay - done),

@@ -152,7 +152,7 @@ std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const dat
     // One language is enough for a tool; the first one is the default.
     const std::string first = names_of_sets.substr(0, names_of_sets.find(','));
     std::string core = "CAPI=2:\nname: ::" + what.name + ":0\ndescription: pipelined datapath of " +
-                       std::to_string(what.latency) + " cycles\nfilesets:\n" + filesets + "targets:\n";
+                       counted_cycles(what.latency) + "\nfilesets:\n" + filesets + "targets:\n";
     core += "  default:\n    filesets: [" + first + "]\n    toplevel: " + what.name + "\n";
     for (const language lang : languages) {
         const std::string name = lang == language::vhdl ? "vhdl" : "verilog";

@@ -17,6 +17,11 @@ struct schedule {
     std::int64_t register_bits_soonest = 0;  ///< what they would be with every start as soon as possible
 };
 
+/// The count as people read it: "1 cycle", "2 cycles".
+[[nodiscard]] inline std::string counted_cycles(std::int32_t cycles) {
+    return std::to_string(cycles) + (cycles == 1 ? " cycle" : " cycles");
+}
+
 /// The cycle in which a node's bus carries what belongs to a vector of cycle 0.
 [[nodiscard]] inline std::int32_t ready_time(const design& made, const schedule& times, node_id id) {
     return times.start[id] + made[id].latency();

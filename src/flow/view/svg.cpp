@@ -74,7 +74,7 @@ std::string bar_text(const bar& one, const view_input& input) {
     if (one.last > one.end) {
         const std::int32_t cycles = one.last - one.end;
         text += rectangle("delay", {x_of(one.end), y + lane_height / 2 - 1, cycles * cycle_width, 2},
-                          name + ": " + std::to_string(one.width) + " bits, " + std::to_string(cycles) + " cycles");
+                          name + ": " + std::to_string(one.width) + " bits, " + counted_cycles(cycles));
     }
     const bool narrow = one.kind == bar_kind::conversion || one.kind == bar_kind::normalization;
     const int inset = narrow ? 5 : 2;
