@@ -276,11 +276,8 @@ private:
             .progress = [&](std::size_t done) { bar_.show("exact results", done, applied_.vectors.size()); }};
         std::vector<output_accuracy> rows = accuracy_of(question);
         bar_.clear();
-        for (std::size_t place = 0; place < rows.size(); ++place) {
-            output_accuracy& row = rows[place];
-            if (!simulators_.empty()) {
-                row.bits_equal = equal_[place];
-            }
+        for (std::size_t place = 0; place < rows.size() && !simulators_.empty(); ++place) {
+            rows[place].bits_equal = equal_[place];
         }
         report_faults(rows, messages_);
         report_["host"] = {{"compiler", host.compiler}, {"ran", host.why_not.empty()}};

@@ -234,12 +234,13 @@ private:
         std::vector<const instance_kind*>& known = kinds_[static_cast<std::size_t>(node.component)];
         const std::string_view control =
             row.operation == component_operation::add_or_subtract ? control_port_of(row) : std::string_view();
+        const auto has_value = [&](const generic_row& generic, const auto& known_generic) -> bool {
+            return generic_value(generic, node.generics) == known_generic.second;
+        };
         for (const instance_kind* one : known) {
             const bool same_control = control.empty() || node.subtract == one->fixed_low.empty();
-            if (same_control && std::equal(row.generics.begin(), row.generics.end(), one->generics.begin(),
-                                           [&](const generic_row& generic, const auto& known_generic) {
-                                               return generic_value(generic, node.generics) == known_generic.second;
-                                           })) {
+            if (same_control &&
+                std::equal(row.generics.begin(), row.generics.end(), one->generics.begin(), has_value)) {
                 return one;
             }
         }
