@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <set>
 #include <sstream>
+#include <tuple>
 
 namespace xfc::flow {
 
@@ -12,6 +14,7 @@ constexpr std::string_view any_text = "any";
 constexpr std::string_view constant_text = "constant";
 constexpr std::string_view same_text = "same";
 constexpr std::string_view minus_text = "minus";
+constexpr std::string_view beside_text = "beside";
 
 /// Conversions that deliver a number of fewer bits than its form has, so that readers shrink.
 bool narrows(const design& made, node_id id) {
@@ -144,8 +147,27 @@ cost_key key_of(const design& made, node_id id) {
     return key;
 }
 
+std::vector<cost_key> keys_of(const design& made, const schedule& times) {
+    std::vector<cost_key> keys(made.size());
+    std::set<std::tuple<component_id, std::int32_t, node_id, node_id>> seen;
+    for (node_id id = 0; id < made.size(); ++id) {
+        const design_node& node = made[id];
+        if (node.kind != node_kind::instance) {
+            continue;
+        }
+        keys[id] = key_of(made, id);
+        const component_operation operation = row_of(node.component).operation;
+        if (operation == component_operation::extreme || operation == component_operation::add_or_subtract) {
+            keys[id].beside_opposite =
+                !seen.emplace(node.component, times.start[id], node.operands[0], node.operands[1]).second;
+        }
+    }
+    return keys;
+}
+
 cost_key without_operands(cost_key key) {
     key.subtract = false;
+    key.beside_opposite = false;
     for (operand_class& operand : key.operands) {
         operand = {.kind = operand.kind == operand_kind::none ? operand_kind::none : operand_kind::any};
     }
@@ -162,7 +184,10 @@ std::string text_of(const cost_key& key) {
     for (const operand_class& operand : key.operands) {
         text += operand.kind == operand_kind::none ? "" : " " + text_of(operand);
     }
-    return text + (key.subtract ? " " + std::string(minus_text) : "");
+    for (const auto& [holds, word] : {std::pair{key.subtract, minus_text}, {key.beside_opposite, beside_text}}) {
+        text.append(holds ? " " : "").append(holds ? word : "");
+    }
+    return text;
 }
 
 std::optional<cost_key> key_of_text(std::string_view text) {
@@ -182,6 +207,8 @@ std::optional<cost_key> key_of_text(std::string_view text) {
     for (std::size_t place = 0; words >> word;) {
         if (word == minus_text) {
             key.subtract = true;
+        } else if (word == beside_text) {
+            key.beside_opposite = true;
         } else if (place == most_operands || !read_operand(word, key.operands.at(place++))) {
             return std::nullopt;
         }

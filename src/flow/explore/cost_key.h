@@ -6,8 +6,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "flow/passes/design.h"
+#include "flow/passes/schedule.h"
 
 namespace xfc::flow {
 
@@ -38,17 +39,22 @@ struct cost_key {
     component_id component = component_id::wire;
     component_generics generics = {};  ///< those that the component does not have are as they are by default
     bool subtract = false;
+    /// The difference of two numbers whose sum is there in the same cycle, or the greater one beside the smaller: half is common.
+    bool beside_opposite = false;
     std::array<operand_class, most_operands> operands = {};
 };
 
-/// The key of an instance of a design.
+/// The key of an instance of a design, which stands alone.
 [[nodiscard]] cost_key key_of(const design& made, node_id id);
 
-/// The same component with all operands of any kind, and adding.
+/// The keys of all instances, by node; others have the key of a wire.
+[[nodiscard]] std::vector<cost_key> keys_of(const design& made, const schedule& times);
+
+/// The same component with all operands of any kind, adding, alone.
 [[nodiscard]] cost_key without_operands(cost_key key);
 
 /// "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | xfc_castftox constant minus": generics of the component's row,
-/// then the operands, `constant:9` with the digits where they count.
+/// then the operands, `constant:9` with the digits where they count, and `minus` and `beside` where they hold.
 [[nodiscard]] std::string text_of(const cost_key& key);
 
 /// The key that a text tells; nothing when it tells none.

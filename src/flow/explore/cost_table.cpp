@@ -26,7 +26,7 @@ known_cost as_known(const resource_counts& counts, cost_basis basis) {
 
 /// How far two sets of a component's generics are apart: those that choose a form or width count most.
 int distance_of(const cost_key& a, const cost_key& b) {
-    int distance = a.subtract == b.subtract ? 0 : 1;
+    int distance = (a.subtract == b.subtract ? 0 : 1) + (a.beside_opposite == b.beside_opposite ? 0 : 2);
     for (const generic_row& generic : row_of(a.component).generics) {
         const int step = std::abs(a.generics.*generic.field - b.generics.*generic.field);
         const bool chooses_form = generic.flag != generic_row::no_flag || generic.name == "target";
@@ -118,7 +118,8 @@ const std::vector<cost_table::row>& cost_table::rows_for(component_id component,
 
 const cost_table::row* cost_table::row_for(const cost_key& key, const family_row& family) const {
     for (const row& one : rows_for(key.component, family)) {
-        if (one.key.subtract == key.subtract && one.key.operands == key.operands && same_generics(one.key, key)) {
+        if (one.key.subtract == key.subtract && one.key.beside_opposite == key.beside_opposite &&
+            one.key.operands == key.operands && same_generics(one.key, key)) {
             return &one;
         }
     }

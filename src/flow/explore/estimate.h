@@ -19,16 +19,6 @@ struct design_estimate {
     friend bool operator==(const design_estimate&, const design_estimate&) = default;
 };
 
-/// What delay lines of so many bits take, each `cycles` long.
-struct delay_cost {
-    std::int64_t look_up_tables = 0;
-    std::int64_t flip_flops = 0;
-};
-
-/// `behind_register`: what drives the line is a flip-flop that nothing else reads, which a shift register takes in.
-[[nodiscard]] delay_cost cost_of_delay(const family_row& family, std::int32_t bits, std::int32_t cycles,
-                                       bool behind_register);
-
 /// The sum over all instances, delay lines and the chain from startin to startout.
 [[nodiscard]] design_estimate estimate_of(const design& made, const schedule& times, const family_row& family,
                                           const cost_table& costs);

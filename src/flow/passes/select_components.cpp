@@ -323,12 +323,22 @@ private:
             const asked_operand& operand = work.operands.at(place);
             node.operands.at(place) = operand.value == no_value ? no_node : provided(operand.value, operand.code);
         }
+        if (row.operation == component_operation::multiply) {
+            put_constant_last(node);
+        }
         if (row.operation == component_operation::add_or_subtract && has_guard_bits(node.code)) {
             limit_summands(node);
         } else if (row.operation == component_operation::multiply && has_guard_bits(node.code)) {
             node.summands = made_.options.outputscale == 1 ? 1 : 2;  // a product is below 4, a sum of two below 4 too
         }
         native_[id] = instance(node, work.generic, work.setting);
+    }
+
+    /// A product has a row for each digit of its second operand, and none for a zero one of a constant.
+    void put_constant_last(design_node& node) const {
+        if (made_[node.operands[0]].kind == node_kind::constant) {
+            std::swap(node.operands[0], node.operands[1]);
+        }
     }
 
     component_generics generics_of(component_id, std::int32_t selector) const {

@@ -68,6 +68,10 @@ std::vector<cost_key> measured_for(const cost_key& key) {
                                       [](const operand_class& operand) { return operand.digits > 0; });
     if (counted == key.operands.end()) {
         keys.push_back(key);
+        if (key.beside_opposite) {  // whichever of the two comes first
+            keys.push_back(key);
+            keys.back().subtract = !key.subtract && row_of(key.component).operation != component_operation::extreme;
+        }
         return keys;
     }
     const auto place = static_cast<std::size_t>(counted - key.operands.begin());
@@ -91,9 +95,10 @@ bool count_keys(const std::string& program, const std::vector<std::string>& opti
         std::cerr << program << ": " << parsed.text << rendered(messages, places);
         return false;
     }
+    const std::vector<cost_key> keys = keys_of(*state.made, state.times.value());
     for (node_id id = 0; id < state.made->size(); ++id) {
         if ((*state.made)[id].kind == node_kind::instance) {
-            const cost_key key = key_of(*state.made, id);
+            const cost_key& key = keys[id];
             for (const cost_key& one : options.empty() ? measured_for(key) : std::vector{without_operands(key)}) {
                 ++counts[text_of(one)];
             }

@@ -83,15 +83,20 @@ public:
         }
         const bool selects = row.operation == component_operation::select;
         node.code = selects ? reads(0) : result_coding(key_.component, key_.generics);
+        if (key_.beside_opposite) {
+            add_opposite(node);
+        }
         const node_id last = append(node);
-        made_.outputs = {last};
+        made_.outputs.push_back(last);
         values_.add_output({.name = "y", .format = format_of(node.code), .value = some_value_});
         for (node_id id = 0; id < made_.size(); ++id) {
             times_.start[id] = made_[id].kind == node_kind::input && feeds(id, last) ? conversion_cycles_ : 0;
         }
         times_.start[last] = conversion_cycles_;
         for (node_id id = 0; id < last; ++id) {
-            if (made_[id].kind == node_kind::instance) {  // all ready in the same cycle
+            if (key_.beside_opposite && id == made_.outputs.front()) {
+                times_.start[id] = conversion_cycles_;
+            } else if (made_[id].kind == node_kind::instance) {  // all ready in the same cycle
                 const std::int32_t start = conversion_cycles_ - made_[id].latency();
                 times_.start[id] = start;
                 times_.start[made_[id].operands[0]] = start;
@@ -110,6 +115,19 @@ public:
     }
 
 private:
+    /// The instance beside which this one is counted, with an output of its own.
+    void add_opposite(design_node node) {
+        if (row_of(node.component).operation == component_operation::extreme) {
+            node.generics.greatest = 1 - node.generics.greatest;
+        } else {
+            node.subtract = !node.subtract;
+        }
+        const node_id opposite = append(node);
+        made_.outputs.push_back(opposite);
+        values_.add_output({.name = "opposite", .format = format_of(node.code), .value = some_value_});
+        drivers_.push_back(key_of(made_, opposite));
+    }
+
     coding reads(std::size_t place) const {
         if (row_of(key_.component).operation != component_operation::select) {
             return operand_coding(key_.component, place);

@@ -12,7 +12,7 @@ namespace xfc::flow::test {
 /// A design that has nothing but an instance of a key, the conversions of its operands and its ports.
 struct specimen {
     std::shared_ptr<const datapath> text = {};
-    std::vector<cost_key> drivers = {};  ///< the conversions, each once
+    std::vector<cost_key> drivers = {};  ///< whose cost is taken off again: conversions, the opposite
     std::int32_t chain = 0;              ///< flip-flops from startin to startout
 };
 
