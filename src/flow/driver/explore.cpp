@@ -9,6 +9,7 @@
 #include <ostream>
 #include <thread>
 
+#include "base/fnv_hash.h"
 #include "flow/driver/build.h"
 #include "flow/driver/progress.h"
 #include "flow/driver/version.h"
@@ -65,14 +66,6 @@ std::string common_options(const command_line& line) {
     return text;
 }
 
-std::uint64_t number_of(std::string_view text) {
-    std::uint64_t number = 0xCBF29CE484222325ULL;
-    for (const char letter : text) {
-        number = (number ^ static_cast<unsigned char>(letter)) * 0x100000001B3ULL;
-    }
-    return number;
-}
-
 class exploration_run {
 public:
     exploration_run(const command_line& line, std::ostream& out, std::ostream& error)
@@ -123,9 +116,9 @@ private:
     /// What is explored and with what: results of anything else are not taken.
     [[nodiscard]] std::string identity() const {
         return "xfcflow " + std::string(version) + ", " + state_.current->name + " (" +
-               std::to_string(number_of(dump(program(), nullptr))) + ") " + common_options(line_) + ", " +
+               std::to_string(fnv_hash(dump(program(), nullptr))) + ") " + common_options(line_) + ", " +
                std::to_string(line_.vectors) + " vectors from " + std::to_string(line_.seed) + ", " + line_.family +
-               " (" + std::to_string(number_of(component_costs_text())) + "), " + std::to_string(points_.size()) +
+               " (" + std::to_string(fnv_hash(component_costs_text())) + "), " + std::to_string(points_.size()) +
                " points";
     }
 

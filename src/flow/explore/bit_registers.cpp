@@ -4,6 +4,7 @@
 #include <array>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace xfc::flow {
@@ -135,6 +136,7 @@ public:
         // A register's successor in a shift register: the copy that alone reads it.
         std::vector<bool> follows(bits_.size(), false);
         bit_counts sum;
+        std::unordered_set<bit_id> conditions;  // of those that are reset
         const bool free_inverters =
             std::any_of(family.cells.begin(), family.cells.end(), [](const cell_row& cell) { return cell.each == 0; });
         for (bit_id bit = one + 1; bit < bits_.size(); ++bit) {
@@ -143,7 +145,12 @@ public:
                 continue;
             }
             sum.flip_flops += kind == bit_kind::component ? 0 : 1;
-            sum.look_up_tables += kind > bit_kind::inverted || (kind == bit_kind::inverted && !free_inverters) ? 1 : 0;
+            if (family.resets_to_choose && is_reset_by_choice(bits_[bit])) {
+                conditions.insert(bits_[bit].inputs[2]);
+            } else {
+                sum.look_up_tables +=
+                    kind > bit_kind::inverted || (kind == bit_kind::inverted && !free_inverters) ? 1 : 0;
+            }
             if (!family.shift_registers || follows[bit] || is_reset_by_choice(bits_[bit])) {
                 continue;
             }
@@ -158,6 +165,7 @@ public:
                 sum.look_up_tables += (length + registers_in_a_table - 1) / registers_in_a_table;
             }
         }
+        sum.look_up_tables += static_cast<std::int64_t>(conditions.size());
         return sum;
     }
 

@@ -39,7 +39,8 @@ struct cost_key {
     component_id component = component_id::wire;
     component_generics generics = {};  ///< those that the component does not have are as they are by default
     bool subtract = false;
-    /// The difference of two numbers whose sum is there in the same cycle, or the greater one beside the smaller: half is common.
+    /// The difference of two numbers whose sum is there in the same cycle, or the greater one beside the smaller: half
+    /// is common.
     bool beside_opposite = false;
     std::array<operand_class, most_operands> operands = {};
 };

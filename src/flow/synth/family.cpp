@@ -22,10 +22,10 @@ constexpr cell_row intel_cells[] = {{"MISTRAL_ALUT", look_up_table},
                                     {"MISTRAL_MUL", multiplier}};
 
 constexpr family_row rows[] = {
-    {"ice40", "iCE40", "synth_ice40 -dsp -abc2", ice40_cells, false, true},
-    {"ecp5", "ECP5", "synth_ecp5", ecp5_cells, false, false},
-    {"xilinx", "Xilinx 7", "synth_xilinx -flatten", xilinx_cells, true, false},
-    {"intel", "Intel Cyclone V", "synth_intel_alm -family cyclonev", intel_cells, false, false},
+    {"ice40", "iCE40", "synth_ice40 -dsp -abc2", ice40_cells, false, true, true},
+    {"ecp5", "ECP5", "synth_ecp5", ecp5_cells, false, false, false},
+    {"xilinx", "Xilinx 7", "synth_xilinx -flatten", xilinx_cells, true, false, false},
+    {"intel", "Intel Cyclone V", "synth_intel_alm -family cyclonev", intel_cells, false, true, false},
 };
 
 }  // namespace

@@ -22,8 +22,9 @@ struct family_row {
     std::string_view text;       ///< as people know it
     std::string_view synthesis;  ///< Yosys' command but for the top
     std::span<const cell_row> cells;
-    bool shift_registers;  ///< chains of registers become look-up tables
-    bool places;           ///< nextpnr-ice40 places it, on an HX8K in the package ct256
+    bool shift_registers;   ///< chains of registers become look-up tables
+    bool resets_to_choose;  ///< a register that is a bit or a constant is reset for that: a look-up table a condition
+    bool places;            ///< nextpnr-ice40 places it, on an HX8K in the package ct256
 };
 
 [[nodiscard]] std::span<const family_row> family_rows();

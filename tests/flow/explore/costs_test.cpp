@@ -289,12 +289,13 @@ TEST(bit_registers, equal_registers_are_one) {
     const value_id b = w.input("b", number_format::integer);
     w.output("sum", w.add(a, b));
     const bit_counts alone = counted(w.made, "ice40");
-    EXPECT_EQ(alone.flip_flops, 64 + 33 + 16 + 16 + 16);  // complement, lower with its carry and the upper halves, upper
+    EXPECT_EQ(alone.flip_flops,
+              64 + 33 + 16 + 16 + 16);  // complement, lower with its carry and the upper halves, upper
     EXPECT_EQ(alone.look_up_tables, 32);
     w.output("difference", w.subtract(a, b));
     const bit_counts both = counted(w.made, "ice40");
-    EXPECT_EQ(both.flip_flops, 2 * alone.flip_flops - 32 - 16);  // a's copies are those of the sum
-    EXPECT_EQ(both.look_up_tables, 3 * 32);                      // b is inverted
+    EXPECT_EQ(both.flip_flops, 2 * alone.flip_flops - 32 - 16);   // a's copies are those of the sum
+    EXPECT_EQ(both.look_up_tables, 3 * 32);                       // b is inverted
     EXPECT_EQ(counted(w.made, "xilinx").look_up_tables, 2 * 32);  // which is no table there
 }
 
@@ -317,12 +318,13 @@ TEST(bit_registers, a_choice_of_a_constant_is_no_start_of_a_shift_register) {
     graph_writer w;
     const value_id a = w.input("a", number_format::integer);
     const value_id condition = w.make(operation::less, number_format::boolean, {a, w.made.make_integer(9)});
-    const value_id chosen =
-        w.make(operation::select, number_format::integer, {condition, a, w.made.make_integer(0)});
+    const value_id chosen = w.make(operation::select, number_format::integer, {condition, a, w.made.make_integer(0)});
     w.output("y", w.make(operation::shift_left, number_format::integer, {chosen, w.made.make_integer(1)}));
     // The comparison's cycle, the choice, and two registers of the shift, too few for a shift register; the highest bit
     // is shifted out.
     EXPECT_EQ(counted(w.made, "xilinx").flip_flops, 4 * 31);
+    EXPECT_EQ(counted(w.made, "xilinx").look_up_tables, 31);
+    EXPECT_EQ(counted(w.made, "ice40").look_up_tables, 1);
 }
 
 TEST(bit_registers, long_delay_lines_of_xilinx_are_shift_registers) {

@@ -15,6 +15,7 @@
 #include <set>
 #include <sstream>
 
+#include "base/fnv_hash.h"
 #include "flow/driver/stages.h"
 #include "flow/emit/files.h"
 #include "flow/explore/cost_table.h"
@@ -208,12 +209,10 @@ private:
 
 /// A mark of the library's texts that make a component; another one when they have changed.
 std::string mark_of(component_id component) {
-    std::uint64_t mark = 0xCBF29CE484222325ULL;
+    std::uint64_t mark = fnv_hash("");
     const auto files = files_for({row_of(component).name}, library_folder(), language::verilog);
     for (const fs::path& file : files.value_or(std::vector<fs::path>())) {
-        for (const char letter : read_file(library_folder() / file)) {
-            mark = (mark ^ static_cast<unsigned char>(letter)) * 0x100000001B3ULL;
-        }
+        mark = fnv_hash(read_file(library_folder() / file), mark);
     }
     std::ostringstream text;
     text << std::hex << std::setw(8) << std::setfill('0') << (mark >> 32U);
