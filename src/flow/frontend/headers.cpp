@@ -21,7 +21,7 @@ std::string math_functions() {
             text += row.name;
             text += single ? "f(" : "(";
             text += type;
-            if (row.arguments == 2) {
+            for (int place = 1; place < row.arguments; ++place) {
                 text += row.second_integer ? ", int" : ", " + type;
             }
             text += ");\n";

@@ -48,7 +48,7 @@ constexpr known_function rows[] = {
     {"hypot", missing, none, 2, false},
     {"fmod", missing, none, 2, false},
     {"remainder", missing, none, 2, false},
-    {"fdim", missing, none, 2, false},
+    {"fma", missing, none, 3, false},
     {"erf", missing, none, 1, false},
     {"erfc", missing, none, 1, false},
     {"tgamma", missing, none, 1, false},

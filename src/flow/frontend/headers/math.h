@@ -29,3 +29,25 @@
 #define isunordered(x, y) __builtin_isunordered(x, y)
 typedef float float_t;
 typedef double double_t;
+int ilogb(double);
+int ilogbf(float);
+double frexp(double, int *);
+float frexpf(float, int *);
+double trunc(double);
+float truncf(float);
+double round(double);
+float roundf(float);
+double copysign(double, double);
+float copysignf(float, float);
+static inline long lround(double x) { return (long)round(x); }
+static inline long lroundf(float x) { return (long)roundf(x); }
+static inline double fdim(double x, double y) { return x <= y ? 0.0 : x - y; }
+static inline float fdimf(float x, float y) { return x <= y ? 0.0f : x - y; }
+static inline double modf(double x, double *whole) {
+  *whole = trunc(x);
+  return copysign(isinf(x) ? 0.0 : x - *whole, x);
+}
+static inline float modff(float x, float *whole) {
+  *whole = truncf(x);
+  return copysignf(isinf(x) ? 0.0f : x - *whole, x);
+}

@@ -33,6 +33,22 @@ int once(float a, int n) {
     const int found = isnan(x[k++] / x[k++]) + isfinite(a + i++);
     return found + 10 * k + i;
 }
+// A host's long may have 64 bits: only what has room in 32 is alike.
+int nearest(float a, double b) { return lroundf(fminf(fmaxf(a, -99), 99) * 8) - 3 * lround(fmin(fmax(b, -99), 99) * 8); }
+float parts(float a, float b) {
+    float units;
+    const float rest = modff(a * 4, &units);
+    return rest + 2 * units + fdimf(a, b) - 8 * fdimf(b, a);
+}
+double halves(double a, double b) {
+    double units;
+    const double rest = modf(b / 2, &units);
+    return rest - units + fdim(a, b);
+}
+int sign_of_rest(float a) {
+    float units;
+    return signbit(modff(floorf(a), &units)) != 0;
+}
 int whole(int a, long b) { return abs(a) - labs(b) + __builtin_abs(a - 3); }
 int quotients(int a) { return div(a, 7).quot * 10 + div(a, 7).rem; }
 float builtins(float a, float b) { return __builtin_fabsf(a) + __builtin_sqrtf(__builtin_fabsf(b)) + __builtin_fmaxf(a, b); }
