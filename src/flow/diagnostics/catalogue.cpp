@@ -37,8 +37,6 @@ constexpr message_row rows[] = {
      "use float, double, integers of up to 32 bits, or bool"},
     {id::variable_size, "variable-size", error, "the size of '%0' is not known at compile time",
      "give the array a constant size"},
-    {id::unsigned_differs, "unsigned", error, "%0 of unsigned integers is not available for unknown values",
-     "use int; +, -, *, <<, >>, &, |, ^, == and != work on unsigned"},
     {id::read_as_other_type, "read-as-other-type", error, "what is read here as '%0' was not written as that type",
      "read members and objects as they were written; convert values with casts"},
 

@@ -27,7 +27,6 @@ enum class message_id : std::uint8_t {
     volatile_object,
     other_type,
     variable_size,
-    unsigned_differs,
     read_as_other_type,
     // statements
     goto_statement,

@@ -191,7 +191,7 @@ result executor::converted(const result& from, const clang::QualType& from_type,
     if (is_floating(target.format)) {
         if (large_unsigned && values_[from.number].format == number_format::integer) {
             if (!known) {
-                refuse(message_id::unsigned_differs, where, {"conversion to floating point"});
+                return number(unsigned_to_floating(from.number, target.format, where));
             }
             const auto exact = static_cast<double>(static_cast<std::uint32_t>(*values_.known_integer(from.number)));
             const known_number wide = known_double(exact);
@@ -203,7 +203,7 @@ result executor::converted(const result& from, const clang::QualType& from_type,
     if (is_floating(values_[from.number].format)) {
         if (!target.is_signed && target.bytes == 4) {
             if (!known) {
-                refuse(message_id::unsigned_differs, where, {"conversion from floating point"});
+                return number(floating_to_unsigned(from.number, where));
             }
             const double exact = values_.double_of(from.number);
             const auto bits = exact > -1 && exact < 4294967296.0 ? static_cast<std::uint32_t>(exact) : 0U;

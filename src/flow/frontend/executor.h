@@ -214,6 +214,12 @@ private:
                                const result& right, const clang::QualType& right_type, const clang::Expr& expression);
     result operate_on_integers(clang::BinaryOperatorKind kind, const result& left, const result& right,
                                const scalar_type& type, const clang::Expr& expression);
+    bool is_never_negative(value_id integer, int level = 0) const;
+    result order_unsigned(clang::BinaryOperatorKind kind, value_id a, value_id b, const asked_range& where);
+    value_id divide_unsigned(value_id a, value_id b, const asked_range& where);
+    value_id remainder_unsigned(value_id a, value_id b, const asked_range& where);
+    value_id unsigned_to_floating(value_id integer, number_format format, const asked_range& where);
+    value_id floating_to_unsigned(value_id floating, const asked_range& where);
     result operate_on_floats(clang::BinaryOperatorKind kind, const result& left, const result& right,
                              const clang::Expr& expression);
     result compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,

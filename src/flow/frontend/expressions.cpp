@@ -550,24 +550,6 @@ result executor::compare(clang::BinaryOperatorKind kind, number_format format, v
 
 namespace {
 
-/// Unsigned results that differ from signed ones, of known operands.
-std::uint32_t unsigned_result(clang::BinaryOperatorKind kind, std::uint32_t a, std::uint32_t b) {
-    switch (kind) {
-        case clang::BO_Div:
-            return a / b;
-        case clang::BO_Rem:
-            return a % b;
-        case clang::BO_LT:
-            return a < b ? 1 : 0;
-        case clang::BO_GT:
-            return a > b ? 1 : 0;
-        case clang::BO_LE:
-            return a <= b ? 1 : 0;
-        default:
-            return a >= b ? 1 : 0;
-    }
-}
-
 operation integer_operation(clang::BinaryOperatorKind kind, bool is_signed) {
     switch (kind) {
         case clang::BO_Add:
@@ -600,24 +582,19 @@ result executor::operate_on_integers(clang::BinaryOperatorKind kind, const resul
     const asked_range where = range(expression);
     const value_id a = in_format(left, number_format::integer, where);
     const value_id b = in_format(right, number_format::integer, where);
-    const auto known_a = values_.known_integer(a);
     const auto known_b = values_.known_integer(b);
     const bool divides = kind == clang::BO_Div || kind == clang::BO_Rem;
-    const bool orders = clang::BinaryOperator::isRelationalOp(kind);
     if (divides && known_b == 0) {
         refuse(message_id::division_by_zero, where);
     }
-    if (!type.is_signed && (divides || orders)) {
-        if (!known_a || !known_b) {
-            refuse(message_id::unsigned_differs, where, {divides ? "division" : "the order"});
-        }
-        const std::uint32_t given =
-            unsigned_result(kind, static_cast<std::uint32_t>(*known_a), static_cast<std::uint32_t>(*known_b));
-        return number(orders ? conditions_.boolean(given != 0)
-                             : values_.make_integer(static_cast<std::int32_t>(given)));
-    }
     if (divides && !conditions_.differs_from_zero(b)) {
         refuse(message_id::division_by_unknown, where);
+    }
+    if (!type.is_signed && divides) {
+        return number(kind == clang::BO_Div ? divide_unsigned(a, b, where) : remainder_unsigned(a, b, where));
+    }
+    if (!type.is_signed && clang::BinaryOperator::isRelationalOp(kind)) {
+        return order_unsigned(kind, a, b, where);
     }
     if ((kind == clang::BO_Shl || kind == clang::BO_Shr) && known_b && (*known_b < 0 || *known_b > 31)) {
         refuse(message_id::shift_too_far, where, {std::to_string(*known_b)});

@@ -147,3 +147,36 @@ int constants(int a) {
     return a + (int)(big / 3u) + (int)(big % 7u) + (big > 5u) + (-1 < 0u) + '\377' + 0x7fffffff + -2147483647 +
            (int)sizeof(char) + (int)sizeof(short) + (int)sizeof(double) + (int)sizeof 'a';
 }
+unsigned unsigned_larger(unsigned a, unsigned b) { return a > b ? a : b; }
+int unsigned_order(unsigned a, unsigned b) {
+    return (a < b) + 2 * (a <= b) + 4 * (a > 5u) + 8 * (a >= 4000000000u) + 16 * (b < 0x80000000u);
+}
+int order_beside_zero(unsigned a) {
+    return (a > 0) + 2 * (a >= 0) + 4 * (0 < a) + 8 * (a <= 0) + 16 * (a < 0) + 32 * (0u <= a) + 64 * (0u > a) +
+           128 * (0u >= a);
+}
+unsigned unsigned_quotient(unsigned a, unsigned b) { return b ? a / b : 7; }
+unsigned unsigned_rest(unsigned a, unsigned b) { return a % (b | 1); }
+unsigned known_divisors(unsigned a) {
+    return a / 3 + a % 10 * 3 + a / 12 + a % 48 + a / 4000000000u + a % 4000000000u + a / 65536 + a % 65536 + a / 2 +
+           a / 1 + a % 1 + a / 0x80000000u;
+}
+unsigned known_dividend(unsigned a) { return 4000000000u / (a | 1) + 4000000000u % (a | 1); }
+unsigned short_numbers(unsigned a, unsigned b) {
+    const unsigned x = a & 0xffff;
+    const unsigned y = b >> 20;
+    return (x < y ? x : y) + (y != 0 ? x / y + x % y : 0) + (y > 0 ? 3 : 4);
+}
+double unsigned_to_double(unsigned a) { return a; }
+float unsigned_to_float(unsigned a) { return a; }
+float short_to_float(unsigned a) { return (a & 1023) * 0.5f; }
+unsigned double_to_unsigned(double a) { return a < 0 ? 0 : a > 4294967295.0 ? 1 : a; }
+unsigned float_to_unsigned(float a) { return a < 0 ? 0 : a > 4294967000.0f ? 1 : (unsigned)a; }
+int square_root(unsigned x) {
+    unsigned root = 0;
+    for (int bit = 15; bit >= 0; bit--) {
+        const unsigned tried = root | (1u << bit);
+        if (tried * tried <= x) root = tried;
+    }
+    return root;
+}

@@ -1,3 +1,0 @@
-unsigned f(unsigned a, unsigned b) {
-    return a < b ? a : b;
-}
