@@ -118,7 +118,7 @@ private:
         return "xfcflow " + std::string(version) + ", " + state_.current->name + " (" +
                std::to_string(fnv_hash(dump(program(), nullptr))) + ") " + common_options(line_) + ", " +
                std::to_string(line_.vectors) + " vectors from " + std::to_string(line_.seed) + ", " + line_.family +
-               " (" + std::to_string(fnv_hash(component_costs_text())) + "), " + std::to_string(points_.size()) +
+               " (" + std::to_string(fnv_hash(component_costs_text(family()))) + "), " + std::to_string(points_.size()) +
                " points";
     }
 
@@ -129,7 +129,7 @@ private:
 
     [[nodiscard]] std::vector<point_result> measured() {
         const stimulus applied = vectors();
-        const measuring with{program(), applied, family(), component_costs()};
+        const measuring with{program(), applied, family(), component_costs(family())};
         std::vector<point_result> results(points_.size());
         std::atomic<std::size_t> next = 0;
         std::mutex guard;
@@ -190,7 +190,7 @@ private:
             return false;
         }
         const stimulus applied = vectors();
-        const measuring with{program(), applied, family(), component_costs()};
+        const measuring with{program(), applied, family(), component_costs(family())};
         const std::string text = result_file(measured_point(with, points_[number - 1], number), identity());
         if (line_.result.empty()) {
             out_ << text;
@@ -249,7 +249,7 @@ private:
                                     .vectors = static_cast<std::size_t>(line_.vectors),
                                     .seed = line_.seed,
                                     .top = common_options(line_),
-                                    .costs = component_costs().comments()};
+                                    .costs = component_costs(family()).comments()};
         const std::string text = line_.html   ? exploration_page(head, results)
                                  : line_.json ? exploration_json(head, results)
                                  : line_.csv  ? exploration_csv(results)

@@ -243,6 +243,7 @@ private:
 
     [[nodiscard]] std::vector<bit_id> constant(node_id id) const {
         std::vector<bit_id> bus;
+        bus.reserve(static_cast<std::size_t>(made_.width_of(id)));
         for (std::int32_t place = 0; place < made_.width_of(id); ++place) {
             bus.push_back(bit(made_[id].bits, place) ? one : zero);
         }

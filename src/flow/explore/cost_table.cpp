@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <map>
 #include <sstream>
 
 #include "flow/explore/explore_texts.h"
@@ -195,11 +196,23 @@ known_cost cost_table::cost_of(const cost_key& key, const family_row& family) co
     return scaled(plain, alike, whole);
 }
 
-const cost_table& component_costs() {
-    static const cost_table table(component_costs_csv);
-    return table;
+std::string_view component_costs_text(const family_row& family) {
+    static const std::map<std::string_view, std::string_view> texts = {{"ice40", component_costs_ice40},
+                                                                       {"ecp5", component_costs_ecp5},
+                                                                       {"xilinx", component_costs_xilinx},
+                                                                       {"intel", component_costs_intel}};
+    return texts.at(family.name);
 }
 
-std::string_view component_costs_text() { return component_costs_csv; }
+const cost_table& component_costs(const family_row& family) {
+    static const auto tables = [] {
+        std::map<std::string_view, cost_table> made;
+        for (const family_row& one : family_rows()) {
+            made.emplace(one.name, component_costs_text(one));
+        }
+        return made;
+    }();
+    return tables.at(family.name);
+}
 
 }  // namespace xfc::flow

@@ -64,8 +64,8 @@ private:
     std::vector<std::string> comments_;
 };
 
-/// The table that comes with the program, and its text.
-[[nodiscard]] const cost_table& component_costs();
-[[nodiscard]] std::string_view component_costs_text();
+/// The table of a family that comes with the program, and its text.
+[[nodiscard]] const cost_table& component_costs(const family_row& family);
+[[nodiscard]] std::string_view component_costs_text(const family_row& family);
 
 }  // namespace xfc::flow

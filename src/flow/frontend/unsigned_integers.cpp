@@ -1,5 +1,5 @@
-// Unsigned integers of 32 bits. Their bits are those of signed ones, and so are sums, products and logic; what differs -
-// order, quotients, conversions to and from floating numbers - is put together of signed operations.
+// Unsigned integers of 32 bits. Their bits are those of signed ones, and so are sums, products and logic; what differs
+// - order, quotients, conversions to and from floating numbers - is put together of signed operations.
 
 #include <limits>
 
@@ -136,8 +136,7 @@ value_id executor::remainder_unsigned(value_id a, value_id b, const asked_range&
     if (is_never_negative(a) && is_never_negative(b)) {
         return make(operation::remainder, number_format::integer, {a, b}, where);
     }
-    const value_id whole =
-        make(operation::multiply, number_format::integer, {divide_unsigned(a, b, where), b}, where);
+    const value_id whole = make(operation::multiply, number_format::integer, {divide_unsigned(a, b, where), b}, where);
     return make(operation::subtract, number_format::integer, {a, whole}, where);
 }
 
@@ -152,8 +151,8 @@ value_id executor::unsigned_to_floating(value_id integer, number_format format, 
     const value_id low =
         make(operation::bit_and, number_format::integer, {integer, values_.make_integer(~sign_bit)}, where);
     const value_id large = make(operation::less, number_format::boolean, {integer, values_.make_integer(0)}, where);
-    const value_id high = in_double(operation::select, {large, values_.make_double(two_to_31, where),
-                                                        values_.make_double(0, where)});
+    const value_id high =
+        in_double(operation::select, {large, values_.make_double(two_to_31, where), values_.make_double(0, where)});
     const value_id exact = in_double(operation::add, {in_double(operation::convert, {low}), high});
     return format == number_format::double_float ? exact : make(operation::convert, format, {exact}, where);
 }
@@ -166,10 +165,9 @@ value_id executor::floating_to_unsigned(value_id floating, const asked_range& wh
                                : values_.make_double(two_to_31, where);
     const value_id large = make(operation::less_equal, number_format::boolean, {limit, floating}, where);
     const value_id less = make(operation::subtract, format, {floating, limit}, where);
-    const value_id upper = make(operation::bit_xor, number_format::integer,
-                                {make(operation::convert, number_format::integer, {less}, where),
-                                 values_.make_integer(sign_bit)},
-                                where);
+    const value_id upper =
+        make(operation::bit_xor, number_format::integer,
+             {make(operation::convert, number_format::integer, {less}, where), values_.make_integer(sign_bit)}, where);
     const value_id lower = make(operation::convert, number_format::integer, {floating}, where);
     return make(operation::select, number_format::integer, {large, upper, lower}, where);
 }

@@ -128,6 +128,10 @@ private:
     std::string floating_call(kind type, int depth) {
         const std::string f = type == kind::single ? "f" : "";
         const auto inner = [&] { return expression(type, depth - 1); };
+        if (chance(8)) {
+            return "(" + std::string(type == kind::single ? "float" : "double") + ")(unsigned)" +
+                   expression(kind::whole, depth - 1);
+        }
         switch (below(allow_functions_ ? 12 : 6)) {
             case 0:
                 return "fabs" + f + "(" + inner() + ")";
@@ -156,6 +160,19 @@ private:
         }
     }
 
+    std::string unsigned_expression(int depth) {
+        constexpr std::array<std::string_view, 12> operators{"+", "-", "*",  "&", "|",  "^",
+                                                             "+", "<", "<=", ">", ">=", "<"};
+        const auto inner = [&] { return "(unsigned)" + expression(kind::whole, depth - 1); };
+        if (chance(20)) {
+            return "(int)(" + inner() + (chance(50) ? " / " : " % ") + std::to_string(below(4000000000U) + 1) + "u)";
+        }
+        if (chance(10)) {
+            return "(int)(" + inner() + (chance(50) ? " / (" : " % (") + inner() + " | 1u))";
+        }
+        return "(int)(" + inner() + " " + std::string(one_of(operators)) + " " + inner() + ")";
+    }
+
     std::string whole_expression(int depth) {
         constexpr std::array<std::string_view, 8> operators{"+", "-", "*", "&", "|", "^", "+", "-"};
         const auto inner = [&] { return expression(kind::whole, depth - 1); };
@@ -171,8 +188,7 @@ private:
             case 4:
                 return "(" + inner() + (chance(50) ? " / " : " % ") + std::to_string(below(30) + 2) + ")";
             case 5:
-                return "(int)((unsigned)" + inner() + " " + std::string(one_of(operators)) + " (unsigned)" + inner() +
-                       ")";
+                return unsigned_expression(depth);
             default:
                 return "(" + inner() + " " + std::string(one_of(operators)) + " " + inner() + ")";
         }

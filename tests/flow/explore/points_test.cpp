@@ -138,7 +138,7 @@ TEST(results, an_infinite_error_comes_back) {
 TEST(results, a_point_is_measured_by_the_model) {
     const graph program = sum_of_floats();
     const stimulus applied = make_stimulus(program, 200, 1, 1);
-    const measuring with{program, applied, *family_named("xilinx"), component_costs()};
+    const measuring with{program, applied, *family_named("xilinx"), component_costs(*family_named("xilinx"))};
     const auto points = all_points(program);
     const point_result defaults = measured_point(with, points[0], 1);
     EXPECT_EQ(defaults.latency, 14);  // castftox 2, alufp1x 5, castxtof 7

@@ -263,8 +263,7 @@ public:
         std::ofstream file(path_ + ".new");
         file << "# Costs are those of single components, measured until " << std::put_time(&day, "%Y-%m-%d") << " with "
              << tools << ".\n"
-             << "# Yosys made them for the families as synth does; clocks are those of an iCE40 HX8K, a component "
-                "alone.\n"
+             << "# Yosys made them as synth does; clocks are what nextpnr reaches with a component alone.\n"
              << "key,family,look-up tables,flip-flops,multiplier blocks,MHz,texts\n";
         for (const auto& [name, row] : rows_) {
             file << row << '\n';
