@@ -41,8 +41,9 @@ operand_class class_of(const design& made, const design_node& reader, std::size_
     const design_node& driver = made[operand];
     if (driver.kind == node_kind::constant) {
         const bit_range mantissa = layout_of(driver.code, made.options.mantissa).mantissa;
-        const std::int32_t digits = mantissa.high == 0 ? nonzero_digits(driver.bits, made.width_of(operand))
-                                                       : nonzero_digits(field(driver.bits, mantissa), mantissa.width());
+        const std::int32_t digits = mantissa.high == 0
+                                        ? rows_of_product(driver.bits, made.width_of(operand))
+                                        : rows_of_product(field(driver.bits, mantissa), mantissa.width());
         operand_class constant{.kind = operand_kind::constant};
         constant.digits = digits == 0 || counts_digits(reader.component) ? digits : operand_class::uncounted;
         return constant;
@@ -123,15 +124,37 @@ std::string text_of(const operand_class& operand) {
 
 bool counts_digits(component_id component) { return row_of(component).operation == component_operation::multiply; }
 
-std::int32_t nonzero_digits(bus_bits number, std::int32_t width) {
-    std::int32_t count = 0;
+std::int32_t rows_of_product(bus_bits number, std::int32_t width) {
+    std::vector<std::int32_t> digits;
     std::int32_t carry = 0;
     for (std::int32_t place = 0; place < width; place += 2) {
         const auto pair = static_cast<std::int32_t>(slice(number, std::min(place + 1, width - 1), place)) + carry;
-        count += pair % 4 != 0 ? 1 : 0;
+        digits.push_back(pair > 2 ? pair - 4 : pair);
         carry = pair > 2 ? 1 : 0;
     }
-    return count;
+    // Each stretch that two parts make, by its digits.
+    std::set<std::vector<std::int32_t>> sums;
+    const auto is_zero = [](const std::vector<std::int32_t>& part) {
+        return std::all_of(part.begin(), part.end(), [](std::int32_t digit) { return digit == 0; });
+    };
+    std::vector<std::vector<std::int32_t>> parts;
+    for (const std::int32_t digit : digits) {
+        parts.push_back({digit});
+    }
+    while (parts.size() > 1) {
+        std::vector<std::vector<std::int32_t>> joined;
+        for (std::size_t place = 0; place < parts.size(); place += 2) {
+            joined.push_back(parts[place]);
+            if (place + 1 < parts.size()) {
+                joined.back().insert(joined.back().end(), parts[place + 1].begin(), parts[place + 1].end());
+                if (!is_zero(parts[place]) && !is_zero(parts[place + 1])) {
+                    sums.insert(joined.back());
+                }
+            }
+        }
+        parts = std::move(joined);
+    }
+    return is_zero(parts.front()) ? 0 : 1 + static_cast<std::int32_t>(sums.size());
 }
 
 cost_key key_of(const design& made, node_id id) {

@@ -24,8 +24,7 @@ enum class operand_kind : std::uint8_t {
 struct operand_class {
     operand_kind kind = operand_kind::none;
     component_id from = component_id::wire;  ///< the conversion, of what is converted
-    /// Of a constant: 0 when it is zero; of one that is multiplied how many of its digits of two bits, from -1 to 2,
-    /// are not zero, which is how many rows the product has; else `uncounted`.
+    /// Of a constant: 0 when it is zero; of one that is multiplied how many rows the product has; else `uncounted`.
     std::int32_t digits = uncounted;
 
     static constexpr std::int32_t uncounted = -1;
@@ -55,16 +54,18 @@ struct cost_key {
 [[nodiscard]] cost_key without_operands(cost_key key);
 
 /// "xfc_alufp1x mantissa=32 shiftspeed=1 outputpipe=1 | xfc_castftox constant minus": generics of the component's row,
-/// then the operands, `constant:9` with the digits where they count, and `minus` and `beside` where they hold.
+/// then the operands, `constant:9` with the rows where they count, and `minus` and `beside` where they hold.
 [[nodiscard]] std::string text_of(const cost_key& key);
 
 /// The key that a text tells; nothing when it tells none.
 [[nodiscard]] std::optional<cost_key> key_of_text(std::string_view text);
 
-/// Whether a constant operand's digits tell what the component costs.
+/// Whether a constant operand's rows tell what the component costs.
 [[nodiscard]] bool counts_digits(component_id component);
 
-/// Digits of two bits from -1 to 2 (the highest one from -2 to 2) that are not zero, of a number in two's complement.
-[[nodiscard]] std::int32_t nonzero_digits(bus_bits number, std::int32_t width);
+/// How many rows a product with this number in two's complement adds up: digits of two bits from -1 to 2 (the highest
+/// one from -2 to 2) that are not zero, less those whose sums with their neighbours are there already. Rows are added
+/// in pairs, these in pairs and so on, and equal stretches of digits, as 0.1 has them, are added once.
+[[nodiscard]] std::int32_t rows_of_product(bus_bits number, std::int32_t width);
 
 }  // namespace xfc::flow

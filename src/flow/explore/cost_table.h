@@ -41,7 +41,7 @@ public:
     /// The highest clock of this key, or of the component with all operands of any kind, in MHz; 0 when nobody knows.
     [[nodiscard]] double clock_of(const cost_key& key, const family_row& family) const;
 
-    /// What the key costs, derived where it is not measured. Constants are interpolated between digits that were; for
+    /// What the key costs, derived where it is not measured. Constants are interpolated between rows that were; for
     /// other generics the nearest ones that were count; for operands the factor by which they change the component
     /// with the nearest generics.
     [[nodiscard]] known_cost cost_of(const cost_key& key, const family_row& family) const;

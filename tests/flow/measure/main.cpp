@@ -31,9 +31,9 @@ using json = nlohmann::json;
 
 constexpr std::size_t specimens_a_run = 2;
 
-/// Constants of products are measured at these digits; others are interpolated. Doubles have more of them.
+/// Constants of products are measured with so many rows; others are interpolated. Doubles have more of them.
 constexpr std::int32_t digits_of_singles[] = {1, 7, 12};
-constexpr std::int32_t digits_of_doubles[] = {1, 15, 27};
+constexpr std::int32_t digits_of_doubles[] = {1, 14, 20};
 
 /// Sets of options whose components are measured, the first one with all kinds of operands.
 const std::vector<std::vector<std::string>> option_sets = {

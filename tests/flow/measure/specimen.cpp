@@ -27,7 +27,7 @@ number_format format_of(coding code) {
     return number_format::boolean;
 }
 
-/// A number from 1 to 2 whose mantissa in `code` has so many digits that are not zero; the first that is drawn.
+/// A number from 1 to 2 whose product in `code` has so many rows; the first that is drawn.
 bus_bits constant_with(coding code, std::int32_t digits, std::int32_t mantissa_bits) {
     const number_format format = format_of(code);
     const bool is_integer = format == number_format::integer;
@@ -45,7 +45,7 @@ bus_bits constant_with(coding code, std::int32_t digits, std::int32_t mantissa_b
         const std::uint64_t bits = is_integer ? drawn : (exponent << static_cast<unsigned>(fraction)) | drawn;
         const bus_bits coded = encoded_constant(format, bits, code, mantissa_bits);
         const std::int32_t has =
-            is_integer ? nonzero_digits(coded, 32) : nonzero_digits(field(coded, mantissa), mantissa.width());
+            is_integer ? rows_of_product(coded, 32) : rows_of_product(field(coded, mantissa), mantissa.width());
         if (has == digits) {
             return coded;
         }
