@@ -54,19 +54,37 @@ std::int64_t bits_of_delays(const design& made, const schedule& times) {
     return bits;
 }
 
-/// The linear program as the flow that is dual to it. Its variables are cycles: one for the inputs (cycle 0), one for
-/// the outputs, one for each instance's start, and one for the last reader of each bus.
+/// The last cycles in which the nodes can start when the outputs come after `latency` cycles; inputs come in cycle 0.
+std::vector<std::int32_t> latest_starts(const design& made, std::int32_t latency) {
+    std::vector<std::int32_t> start(made.size());
+    for (node_id id = 0; id < made.size(); ++id) {
+        start[id] = made[id].kind == node_kind::instance ? latency - made[id].latency() : 0;
+    }
+    for (node_id id = made.size(); id-- > 0;) {
+        for (const node_id operand : made[id].operand_span()) {
+            if (made[operand].kind == node_kind::instance) {
+                start[operand] = std::min(start[operand], start[id] - made[operand].latency());
+            }
+        }
+    }
+    return start;
+}
+
+/// The linear program as the flow that is dual to it. Its variables are cycles: one for cycle 0, one for the start of
+/// each instance that can start in more than one cycle, and one for the last reader of each bus of which it is not
+/// known who that is.
 class balancing_flow {
 public:
-    balancing_flow(const design& made, std::int32_t latency) : made_(made), supply_(net_, 0), cost_(net_) {
-        const net::Node first = net_.addNode();
-        const net::Node last = net_.addNode();
+    balancing_flow(const design& made, const std::vector<std::int32_t>& soonest, std::int32_t latency)
+        : made_(made), supply_(net_, 0), cost_(net_), zero_(net_.addNode()) {
+        const std::vector<std::int32_t> latest = latest_starts(made, latency);
         for (node_id id = 0; id < made.size(); ++id) {
-            start_.push_back(made[id].kind == node_kind::instance ? net_.addNode() : first);
+            start_.push_back(
+                soonest[id] < latest[id]
+                    ? moment{.node = net_.addNode(), .soonest = soonest[id], .latest = latest[id]}
+                    : moment{.node = zero_, .after = soonest[id], .soonest = soonest[id], .latest = soonest[id]});
         }
-        not_before(first, last, latency);
-        not_before(last, first, -latency);
-        add_buses(first, last);
+        add_buses({.node = zero_, .after = latency, .soonest = latency, .latest = latency});
     }
 
     /// The cycle of every node's start.
@@ -93,45 +111,80 @@ private:
         if (solver.run() != simplex::OPTIMAL) {
             throw std::logic_error("a design has no schedule");
         }
-        const std::int64_t zero = solver.potential(net::nodeFromId(0));
+        const std::int64_t zero = solver.potential(zero_);
         std::vector<std::int32_t> cycles;
-        for (const net::Node node : start_) {
-            cycles.push_back(static_cast<std::int32_t>(zero - solver.potential(node)));
+        for (const moment& start : start_) {
+            cycles.push_back(static_cast<std::int32_t>(zero - solver.potential(start.node)) + start.after);
         }
         return cycles;
     }
 
+    /// A cycle: so many after that of a variable, and within which bounds.
+    struct moment {
+        net::Node node;
+        std::int32_t after = 0;
+        std::int32_t soonest = 0;
+        std::int32_t latest = 0;
+    };
+
     /// `later` >= `earlier` + cycles.
-    void not_before(net::Node earlier, net::Node later, std::int32_t cycles) {
-        cost_[net_.addArc(earlier, later)] = -cycles;
+    void not_before(const moment& earlier, const moment& later, std::int32_t cycles) {
+        if (earlier.node != later.node) {
+            cost_[net_.addArc(earlier.node, later.node)] = later.after - earlier.after - cycles;
+        }
     }
 
-    void add_buses(net::Node first, net::Node last) {
-        std::vector<net::Node> last_reader(made_.size(), lemon::INVALID);
-        const auto read = [&](node_id bus, net::Node reader) {
-            if (is_constant(made_, bus)) {
-                return;
+    void add_buses(const moment& last) {
+        // By bus: who reads it.
+        std::vector<std::vector<moment>> readers(made_.size());
+        const auto read = [&](node_id bus, const moment& reader) {
+            if (!is_constant(made_, bus) && (readers[bus].empty() || readers[bus].back().node != reader.node ||
+                                             readers[bus].back().after != reader.after)) {
+                readers[bus].push_back(reader);
             }
-            if (last_reader[bus] == lemon::INVALID) {
-                const net::Node end = last_reader[bus] = net_.addNode();
-                // The line costs its width in every cycle from ready to end.
-                supply_[end] -= made_.width_of(bus);
-                supply_[start_[bus]] += made_.width_of(bus);
-                not_before(start_[bus], end, made_[bus].latency());
-            }
-            not_before(start_[bus], reader, made_[bus].latency());
-            not_before(reader, last_reader[bus], 0);
         };
         for (node_id id = 0; id < made_.size(); ++id) {
             for (const node_id operand : made_[id].operand_span()) {
                 read(operand, start_[id]);
             }
             if (made_[id].kind == node_kind::instance) {
-                not_before(first, start_[id], 0);
+                add_lower_bound(id);
             }
         }
         for (const node_id output : made_.outputs) {
             read(output, last);
+        }
+        for (node_id id = 0; id < made_.size(); ++id) {
+            if (!readers[id].empty()) {
+                add_line(id, readers[id]);
+            }
+        }
+    }
+
+    /// What reads constants alone follows nothing else.
+    void add_lower_bound(node_id id) {
+        const auto operands = made_[id].operand_span();
+        if (std::all_of(operands.begin(), operands.end(),
+                        [&](node_id operand) { return is_constant(made_, operand); })) {
+            not_before({.node = zero_}, start_[id], 0);
+        }
+    }
+
+    /// The line costs its width in every cycle from the bus's being ready to its last reader.
+    void add_line(node_id bus, const std::vector<moment>& readers) {
+        const auto candidate = std::max_element(readers.begin(), readers.end(),
+                                                [](const moment& a, const moment& b) { return a.soonest < b.soonest; });
+        const bool is_last = std::all_of(readers.begin(), readers.end(), [&](const moment& other) {
+            return &other == &*candidate || other.latest <= candidate->soonest;
+        });
+        const moment end = is_last ? *candidate : moment{.node = net_.addNode()};
+        supply_[end.node] -= made_.width_of(bus);
+        supply_[start_[bus].node] += made_.width_of(bus);
+        for (const moment& reader : readers) {
+            not_before(start_[bus], reader, made_[bus].latency());
+            if (!is_last) {
+                not_before(reader, end, 0);
+            }
         }
     }
 
@@ -139,7 +192,8 @@ private:
     net net_;
     net::NodeMap<std::int64_t> supply_;
     net::ArcMap<std::int64_t> cost_;
-    std::vector<net::Node> start_;  ///< by node of the design
+    net::Node zero_;             ///< cycle 0
+    std::vector<moment> start_;  ///< by node of the design
 };
 
 }  // namespace
@@ -158,7 +212,7 @@ schedule balanced_schedule(const design& made) {
     times.start = soonest_starts(made);
     times.latency = least_latency(made);
     times.register_bits_soonest = bits_of_delays(made, times);
-    times.start = balancing_flow(made, times.latency).solve();
+    times.start = balancing_flow(made, times.start, times.latency).solve();
     times.register_bits = bits_of_delays(made, times);
     return times;
 }
