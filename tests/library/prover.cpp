@@ -264,9 +264,9 @@ private:
             lines.size() < 100'000 ? " -MAKEFLAGS 'OPT_FAST=-O0 OPT_GLOBAL=-O0'" : " -O3 -MAKEFLAGS OPT_FAST=-O1";
         const std::map<std::string, std::string> commands{
             {"icarus", "iverilog -g2001 -o icarus.vvp -s bench bench.v" + verilog + " && vvp -n icarus.vvp"},
-            {"verilator",
-             "verilator --binary -Wno-lint -Wno-style --output-split 100000" + optimization +
-                 " --top-module bench -Mdir verilated -o bench bench.v" + verilog + " >verilated.log || { cat verilated.log; exit 1; }; verilated/bench"},
+            {"verilator", "verilator --binary -Wno-lint -Wno-style --output-split 100000" + optimization +
+                              " --top-module bench -Mdir verilated -o bench bench.v" + verilog +
+                              " >verilated.log || { cat verilated.log; exit 1; }; verilated/bench"},
             {"ghdl", "ghdl -i --std=93" + vhdl + " '" + (settings_.benches / "bench_text.vhd").string() +
                          "' bench.vhd && ghdl -m --std=93 bench && ghdl -r --std=93 bench --ieee-asserts=disable"},
         };

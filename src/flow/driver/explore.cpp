@@ -118,8 +118,8 @@ private:
         return "xfcflow " + std::string(version) + ", " + state_.current->name + " (" +
                std::to_string(fnv_hash(dump(program(), nullptr))) + ") " + common_options(line_) + ", " +
                std::to_string(line_.vectors) + " vectors from " + std::to_string(line_.seed) + ", " + line_.family +
-               " (" + std::to_string(fnv_hash(component_costs_text(family()))) + "), " + std::to_string(points_.size()) +
-               " points";
+               " (" + std::to_string(fnv_hash(component_costs_text(family()))) + "), " +
+               std::to_string(points_.size()) + " points";
     }
 
     [[nodiscard]] stimulus vectors() const {

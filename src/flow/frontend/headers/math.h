@@ -31,8 +31,8 @@ typedef float float_t;
 typedef double double_t;
 int ilogb(double);
 int ilogbf(float);
-double frexp(double, int *);
-float frexpf(float, int *);
+double frexp(double, int*);
+float frexpf(float, int*);
 double trunc(double);
 float truncf(float);
 double round(double);
@@ -43,11 +43,11 @@ static inline long lround(double x) { return (long)round(x); }
 static inline long lroundf(float x) { return (long)roundf(x); }
 static inline double fdim(double x, double y) { return x <= y ? 0.0 : x - y; }
 static inline float fdimf(float x, float y) { return x <= y ? 0.0f : x - y; }
-static inline double modf(double x, double *whole) {
-  *whole = trunc(x);
-  return copysign(isinf(x) ? 0.0 : x - *whole, x);
+static inline double modf(double x, double* whole) {
+    *whole = trunc(x);
+    return copysign(isinf(x) ? 0.0 : x - *whole, x);
 }
-static inline float modff(float x, float *whole) {
-  *whole = truncf(x);
-  return copysignf(isinf(x) ? 0.0f : x - *whole, x);
+static inline float modff(float x, float* whole) {
+    *whole = truncf(x);
+    return copysignf(isinf(x) ? 0.0f : x - *whole, x);
 }
