@@ -79,6 +79,14 @@ result executor::order_unsigned(clang::BinaryOperatorKind kind, value_id a, valu
         return below ? number(conditions_.boolean(equal_holds))
                      : compare(equal_holds ? clang::BO_EQ : clang::BO_NE, number_format::integer, a, b, where);
     }
+    // Below 1 is 0 alone; so a guard of a division is seen as one.
+    const bool one_a = known_a == 1 && (kind == clang::BO_LE || kind == clang::BO_GT);
+    const bool one_b = known_b == 1 && (kind == clang::BO_GE || kind == clang::BO_LT);
+    if (one_a || one_b) {
+        const bool differs = kind == clang::BO_LE || kind == clang::BO_GE;
+        return compare(differs ? clang::BO_NE : clang::BO_EQ, number_format::integer, one_a ? b : a,
+                       values_.make_integer(0), where);
+    }
     if (is_never_negative(a) && is_never_negative(b)) {
         return compare(kind, number_format::integer, a, b, where);
     }

@@ -155,6 +155,11 @@ int order_beside_zero(unsigned a) {
     return (a > 0) + 2 * (a >= 0) + 4 * (0 < a) + 8 * (a <= 0) + 16 * (a < 0) + 32 * (0u <= a) + 64 * (0u > a) +
            128 * (0u >= a);
 }
+int order_beside_one(unsigned a) {
+    return (a >= 1) + 2 * (a < 1) + 4 * (1 <= a) + 8 * (1 > a) + 16 * (a > 1) + 32 * (a <= 1) + 64 * (1 < a) +
+           128 * (1 >= a);
+}
+unsigned guarded_quotient(unsigned a, unsigned b) { return (b >= 1 ? a / b : 3) + (1 <= a ? b % a : 5); }
 unsigned unsigned_quotient(unsigned a, unsigned b) { return b ? a / b : 7; }
 unsigned unsigned_rest(unsigned a, unsigned b) { return a % (b | 1); }
 unsigned known_divisors(unsigned a) {
