@@ -138,6 +138,7 @@ std::int32_t rows_of_product(bus_bits number, std::int32_t width) {
         return std::all_of(part.begin(), part.end(), [](std::int32_t digit) { return digit == 0; });
     };
     std::vector<std::vector<std::int32_t>> parts;
+    parts.reserve(digits.size());
     for (const std::int32_t digit : digits) {
         parts.push_back({digit});
     }
