@@ -359,6 +359,37 @@ TEST(bit_registers, a_shift_register_takes_in_a_component_s_register_that_nothin
     EXPECT_EQ(counts.look_up_tables, 32 + 1);
 }
 
+TEST(bit_registers, a_register_that_is_cleared_stays_one) {
+    graph_writer w;
+    w.output("least", w.make(operation::minimum, number_format::single_float, {w.input("a"), w.input("b")}));
+    const value_id c = w.input("c", number_format::integer);
+    w.output("cube", w.multiply(w.multiply(c, c), c));
+    const bit_counts counts = counted(w.made, "xilinx");
+    // The smaller number is four cycles early, c is late by three; neither shift register takes in another register.
+    EXPECT_EQ(counts.flip_flops, 0);
+    EXPECT_EQ(counts.look_up_tables, 32 + 32);
+}
+
+TEST(estimate, a_product_of_short_numbers_has_fewer_columns_or_rows) {
+    // As many tables as columns: 32 + 30 + ... + 2.
+    const cost_table table("xfc_mullong | any any,ice40,272,0,0\n");
+    const auto tables_of_square = [&](operation first, std::int32_t by, operation second) {
+        graph_writer w;
+        const value_id a = w.input("a", number_format::integer);
+        const value_id amount = w.made.make_integer(by);
+        const value_id once = w.make(first, number_format::integer, {a, amount});
+        const value_id twice = w.make(second, number_format::integer, {once, amount});
+        w.output("y", w.multiply(twice, twice));
+        const design made = selected(w.made);
+        return estimate_of(made, balanced_schedule(made), *family_named("ice40"), table).look_up_tables;
+    };
+    EXPECT_EQ(tables_of_square(operation::shift_left, 0, operation::shift_right), 272);
+    // The sign extended from 12 bits: 13 columns in each of 16 rows, as far as there are so many.
+    EXPECT_EQ(tables_of_square(operation::shift_left, 20, operation::shift_right), 10 * 13 + 12 + 10 + 8 + 6 + 4 + 2);
+    // 12 bits behind zeros: no more than six rows.
+    EXPECT_EQ(tables_of_square(operation::shift_left, 20, operation::shift_right_unsigned), 6 * 13);
+}
+
 TEST(estimate, is_the_sum_of_components_delays_and_the_start_chain) {
     graph_writer w;
     const value_id a = w.input("a", number_format::integer);
