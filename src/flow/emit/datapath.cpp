@@ -119,8 +119,12 @@ private:
         }
         for (node_id id = 0; id < made_.size(); ++id) {
             const std::string& name = names_.nodes[id];
-            book.announce(derived(name, "_i"));
-            book.announce(derived(name, "_unused"));
+            if (made_[id].kind == node_kind::instance) {
+                book.announce(derived(name, "_i"));
+            }
+            if (has_unread(id)) {
+                book.announce(derived(name, "_unused"));
+            }
             for (const std::int32_t delay : delays_[id]) {
                 book.announce(derived(name, "_d", delay));
                 book.announce(derived(name, "_d", delay, "_i"));
@@ -130,13 +134,24 @@ private:
             (void)book.next();  // they are legal already
         }
         for (node_id id = 0; id < made_.size(); ++id) {
-            labels_.push_back(book.next());
-            unread_.push_back(book.next());
+            labels_.push_back(made_[id].kind == node_kind::instance ? book.next() : std::string_view());
+            unread_.push_back(has_unread(id) ? book.next() : std::string_view());
             for (std::size_t tap = 0; tap < delays_[id].size(); ++tap) {
                 const std::string_view bus = book.next();
                 delayed_.push_back({bus, book.next()});
             }
         }
+    }
+
+    /// Whether the instance delivers flags that its coding has no place for.
+    bool has_unread(node_id id) {
+        const design_node& node = made_[id];
+        return node.kind == node_kind::instance && !result_group(node)->open.empty();
+    }
+
+    const port_group* result_group(const design_node& node) {
+        const component_row& row = row_of(node.component);
+        return group_of(row, most_operands, row.cc, node.code);
     }
 
     template <class... parts>
@@ -211,7 +226,7 @@ private:
             instance.connections.at(place) = {group_of(row, place, shapes[place], made_[operand].code),
                                               bus_at(operand, start)};
         }
-        instance.connections.at(place) = {group_of(row, most_operands, row.cc, node.code), bus_name(id)};
+        instance.connections.at(place) = {result_group(node), bus_name(id)};
         instance.connection_count = place + 1;
         instance.unread = unread_[id];
         result_.instances.push_back(instance);

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
+#include <utility>
 
 #include "flow/emit/template.h"
 
@@ -53,12 +53,6 @@ void append_value(std::string& text, const value& one, const design_node& node, 
     text += "\n    }";
 }
 
-std::string read_file(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
 std::set<std::string_view> components_of(const datapath& what) {
     std::set<std::string_view> components;
     for (const instance_text& one : what.instances) {
@@ -101,6 +95,7 @@ std::string design_json(const graph& values, const design& made, const schedule&
     std::string text = head.dump(2, ' ', false, json::error_handler_t::replace);
     text.resize(text.size() - std::string_view("\n}").size());
     text += ",\n  \"values\": ";
+    text.reserve(text.size() + made.size() * 300);  // about what a value takes
     std::string_view between = "[\n";
     // Written by hand, since there may be hundreds of thousands.
     for (node_id id = 0; id < made.size(); ++id) {
@@ -122,13 +117,13 @@ std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const dat
     std::string names_of_sets;
     const fs::path library = library_folder();
     for (const language lang : languages) {
-        const auto needed = files_for(components_of(what), library, lang);
+        auto needed = files_for(components_of(what), library, lang);
         if (!needed) {
             return std::nullopt;
         }
         std::vector<std::string> order;
-        for (const fs::path& file : *needed) {
-            files.push_back({fs::path("library") / file.filename(), read_file(file)});
+        for (library_file& file : *needed) {
+            files.push_back({fs::path("library") / file.path.filename(), std::move(file.text)});
             order.push_back(files.back().path.string());
         }
         const bool is_vhdl = lang == language::vhdl;
@@ -172,13 +167,17 @@ std::string whole_text(const output_file& file) {
 }
 
 bool write_files(const fs::path& folder, const std::vector<output_file>& files, diagnostics& messages) {
+    std::optional<fs::path> there;  // the folder of the file before
     for (const output_file& file : files) {
         const fs::path path = folder / file.path;
-        std::error_code failed;
-        fs::create_directories(path.parent_path().empty() ? fs::path(".") : path.parent_path(), failed);
-        if (failed) {
-            messages.report(message_id::cannot_write, {}, {path.parent_path().string(), failed.message()});
-            return false;
+        if (!there || *there != path.parent_path()) {
+            there = path.parent_path();
+            std::error_code failed;
+            fs::create_directories(there->empty() ? fs::path(".") : *there, failed);
+            if (failed) {
+                messages.report(message_id::cannot_write, {}, {there->string(), failed.message()});
+                return false;
+            }
         }
         errno = 0;
         std::ofstream stream(path, std::ios::binary);

@@ -1,12 +1,14 @@
 #include "flow/emit/library_files.h"
 
 #include <algorithm>
-#include <cctype>
+#include <array>
 #include <fstream>
 #include <functional>
-#include <map>
 #include <sstream>
+#include <unordered_map>
+#include <utility>
 
+#include "base/fnv_hash.h"
 #include "flow/emit/library_place.h"
 
 namespace xfc::flow {
@@ -15,46 +17,113 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string read_file(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
+struct text_hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return fnv_hash(text); }
+};
+
+constexpr bool is_of_name(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9') ||
+           letter == '_';
 }
 
-/// The names in a source text, outside comments and in lower case.
-std::set<std::string> names_in(const std::string& text, std::string_view comment) {
-    std::set<std::string> names;
-    std::string word;
-    for (std::size_t at = 0; at <= text.size(); ++at) {
-        const char letter = at < text.size() ? text[at] : '\n';
-        if (std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_') {
-            word += static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-            continue;
+constexpr char lower_case(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+/// Calls `take` with every name in a source text that is outside comments, in lower case.
+template <class taker>
+void for_names_in(std::string_view text, std::string_view comment, const taker& take) {
+    std::string name;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        name.clear();
+        for (; at < text.size() && is_of_name(text[at]); ++at) {
+            name += lower_case(text[at]);
         }
-        if (!word.empty()) {
-            names.insert(std::move(word));
-            word.clear();
+        if (!name.empty()) {
+            take(name);
         }
-        if (text.compare(at, comment.size(), comment) == 0) {
+        if (text.substr(at, comment.size()) == comment) {
             at = std::min(text.find('\n', at), text.size());
         }
     }
-    return names;
 }
 
-/// All files of a language by the name that their text defines: the file's own without its extension.
-std::map<std::string, fs::path> files_by_name(const fs::path& library, language lang) {
-    std::map<std::string, fs::path> files;
-    std::error_code ignored;
-    for (const auto& folder : fs::directory_iterator(library, ignored)) {
-        for (const auto& entry : fs::directory_iterator(folder, ignored)) {
-            if (entry.path().extension() == extension_of(lang)) {
-                files[entry.path().stem().string()] = entry.path();
+/// What the library has in a language. A component's folder is listed when its name first occurs: most designs need
+/// few.
+class library_reader {
+public:
+    library_reader(const fs::path& library, language lang)
+        : extension_(extension_of(lang)), comment_(lang == language::vhdl ? "--" : "//") {
+        const std::array<std::string_view, 2> shared = {"common", lang == language::vhdl ? "vhdl" : "verilog"};
+        std::error_code ignored;
+        for (const auto& folder : fs::directory_iterator(library, ignored)) {
+            const std::string name = folder.path().filename().string();
+            if (std::find(shared.begin(), shared.end(), name) != shared.end()) {
+                list(folder.path());
+            } else if (!places_.contains(name)) {
+                places_[name] = {folder.path(), true};
             }
         }
     }
-    return files;
-}
+
+    /// Appends the file that defines the name, behind all that it needs; false when there is none.
+    bool visit(const std::string& name) {
+        if (visited_.contains(name)) {
+            return true;
+        }
+        auto found = places_.find(name);
+        if (found != places_.end() && found->second.is_folder) {
+            const fs::path folder = found->second.path;
+            places_.erase(found);
+            list(folder);
+            found = places_.find(name);
+        }
+        if (found == places_.end()) {
+            return false;
+        }
+        visited_.insert(name);
+        const fs::path path = found->second.path;
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        library_file file{path, text.str()};
+        std::set<std::string> needed;
+        for_names_in(file.text, comment_, [&](const std::string& other) {
+            if (places_.contains(other)) {
+                needed.insert(other);
+            }
+        });
+        for (const std::string& other : needed) {
+            visit(other);
+        }
+        files_.push_back(std::move(file));
+        return true;
+    }
+
+    /// The visited files in compile order; leaves none.
+    std::vector<library_file> take() { return std::exchange(files_, {}); }
+
+private:
+    struct place {
+        fs::path path;
+        bool is_folder = false;
+    };
+
+    void list(const fs::path& folder) {
+        std::error_code ignored;
+        for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+            if (entry.path().extension() == extension_) {
+                places_[entry.path().stem().string()] = {entry.path(), false};
+            }
+        }
+    }
+
+    fs::path extension_;
+    std::string_view comment_;
+    std::unordered_map<std::string, place, text_hash, std::equal_to<>> places_;
+    std::set<std::string> visited_;
+    std::vector<library_file> files_;
+};
 
 }  // namespace
 
@@ -72,31 +141,15 @@ fs::path library_folder() {
     return fs::is_directory(library_source, failed) ? fs::path(library_source) : fs::path();
 }
 
-std::optional<std::vector<fs::path>> files_for(const std::set<std::string_view>& components, const fs::path& library,
-                                               language lang) {
-    const std::map<std::string, fs::path> files = files_by_name(library, lang);
-    std::vector<fs::path> ordered;
-    std::set<std::string> visited;
-    const std::function<void(const std::string&)> visit = [&](const std::string& name) {
-        if (!visited.insert(name).second) {
-            return;
-        }
-        const fs::path& file = files.at(name);
-        for (const std::string& needed : names_in(read_file(file), lang == language::vhdl ? "--" : "//")) {
-            if (files.contains(needed)) {
-                visit(needed);
-            }
-        }
-        ordered.push_back(file);
-    };
+std::optional<std::vector<library_file>> files_for(const std::set<std::string_view>& components,
+                                                   const fs::path& library, language lang) {
+    library_reader reader(library, lang);
     for (const std::string_view component : components) {
-        const std::string name(component);
-        if (!files.contains(name)) {
+        if (!reader.visit(std::string(component))) {
             return std::nullopt;
         }
-        visit(name);
     }
-    return ordered;
+    return reader.take();
 }
 
 }  // namespace xfc::flow

@@ -18,10 +18,14 @@ enum class language : std::uint8_t { vhdl, verilog };
 /// none.
 [[nodiscard]] std::filesystem::path library_folder();
 
+struct library_file {
+    std::filesystem::path path;
+    std::string text;
+};
+
 /// The library's files that these components need, each behind those that it needs itself: compile order. A file needs
 /// another one when it names it outside comments. Empty when a component has no file.
-[[nodiscard]] std::optional<std::vector<std::filesystem::path>> files_for(const std::set<std::string_view>& components,
-                                                                          const std::filesystem::path& library,
-                                                                          language lang);
+[[nodiscard]] std::optional<std::vector<library_file>> files_for(const std::set<std::string_view>& components,
+                                                                 const std::filesystem::path& library, language lang);
 
 }  // namespace xfc::flow

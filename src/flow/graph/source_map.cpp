@@ -35,8 +35,8 @@ source_position source_map::position_of(source_range range) const {
     const std::uint32_t offset = range.begin - found->begin;
     const auto behind = std::upper_bound(found->line_starts.begin(), found->line_starts.end(), offset);
     const std::uint32_t start = *(behind - 1);
-    std::string_view line = found->text;
-    line = line.substr(start, line.find('\n', start) - start);
+    const std::size_t next = behind == found->line_starts.end() ? std::string_view::npos : *behind - 1U;
+    std::string_view line = std::string_view(found->text).substr(start, next - start);
     if (!line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
     }

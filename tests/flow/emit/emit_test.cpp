@@ -93,7 +93,8 @@ TEST(library_files, stand_behind_those_that_they_need) {
         ASSERT_TRUE(files.has_value());
         std::vector<std::string> names;
         for (const auto& file : *files) {
-            names.push_back(file.stem().string());
+            names.push_back(file.path.stem().string());
+            EXPECT_FALSE(file.text.empty());
         }
         const auto place = [&](const char* name) {
             return std::find(names.begin(), names.end(), name) - names.begin();

@@ -211,8 +211,8 @@ private:
 std::string mark_of(component_id component) {
     std::uint64_t mark = fnv_hash("");
     const auto files = files_for({row_of(component).name}, library_folder(), language::verilog);
-    for (const fs::path& file : files.value_or(std::vector<fs::path>())) {
-        mark = fnv_hash(read_file(library_folder() / file), mark);
+    for (const library_file& file : files.value_or(std::vector<library_file>())) {
+        mark = fnv_hash(file.text, mark);
     }
     std::ostringstream text;
     text << std::hex << std::setw(8) << std::setfill('0') << (mark >> 32U);
