@@ -95,7 +95,7 @@ std::string design_json(const graph& values, const design& made, const schedule&
     std::string text = head.dump(2, ' ', false, json::error_handler_t::replace);
     text.resize(text.size() - std::string_view("\n}").size());
     text += ",\n  \"values\": ";
-    text.reserve(text.size() + made.size() * 300);  // about what a value takes
+    text.reserve(text.size() + std::size_t{made.size()} * 300);  // about what a value takes
     std::string_view between = "[\n";
     // Written by hand, since there may be hundreds of thousands.
     for (node_id id = 0; id < made.size(); ++id) {
