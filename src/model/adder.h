@@ -20,8 +20,8 @@ constexpr bus_bits add_internal(const component_operands& operands, const bus_la
     const bus_bits b_mantissa = field(operands.bb, layout.mantissa);
     const bool a_zero = a_flags.zip || a_exponent == 0;
     const bool b_zero = b_flags.zip || b_exponent == 0;
-    // A zero never leads another operand.
-    const bool b_leads = a_zero || (!b_zero && a_exponent < b_exponent);
+    // A zero never leads another operand; of equal exponents b leads.
+    const bool b_leads = a_zero || (!b_zero && a_exponent <= b_exponent);
 
     // order: a zero is shifted as zero
     const std::int32_t difference = b_leads ? b_exponent - a_exponent : a_exponent - b_exponent;
