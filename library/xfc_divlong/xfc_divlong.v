@@ -26,24 +26,29 @@ module xfc_divlong
   wire [width-1:0] divisor_d = (bb ^ {width{bb[width]}}) + {{width-1{1'b0}}, bb[width]};
   wire negate_d = remainder == 1 ? aa[width] : aa[width] ^ bb[width];
 
-  wire [state_bits*(width+1)-1:0] states;
+  wire [state_bits-1:0] first_state_d = {{width+1{1'b0}}, divisor_d, dividend_d};
+
+  wire [state_bits-1:0] first_state;
   wire negate_early, negate;
-  xfc_register #(state_bits, 1) magnitude_0
-    (sysclk, enable, {{width+1{1'b0}}, divisor_d, dividend_d}, states[state_bits-1:0]);
+  xfc_register #(state_bits, 1) magnitude_0 (sysclk, enable, first_state_d, first_state);
   xfc_register #(1, 1) magnitude_1 (sysclk, enable, negate_d, negate_early);
 
-  // digit
-  genvar i;
+  // digit: what is known in front of the first and behind each, on wires of its own
+  genvar known;
   generate
-    for (i = 0; i < width; i = i + 1) begin : digits
-      xfc_divlong_digit #(width) each
-        (sysclk, enable, states[state_bits*i +: state_bits], states[state_bits*(i+1) +: state_bits]);
+    for (known = 0; known <= width; known = known + 1) begin : after
+      wire [state_bits-1:0] state;
+      if (known == 0) begin : first
+        assign state = first_state;
+      end else begin : next
+        xfc_divlong_digit #(width) digit (sysclk, enable, after[known-1].state, state);
+      end
     end
   endgenerate
   xfc_registers #(1, width) digit_0 (sysclk, enable, negate_early, negate);
   wire [width:0] left;
   wire [width-1:0] divisor, digits_but_last;
-  assign {left, divisor, digits_but_last} = states[state_bits*width +: state_bits];
+  assign {left, divisor, digits_but_last} = after[width].state;
 
   // restore
   wire [width-1:0] restored = left[width-1:0] + (divisor & {width{left[width]}});

@@ -22,15 +22,18 @@ architecture rtl of xfc_divlong is
   constant state_bits : positive := 3 * width + 1;
 
   subtype word_field is std_logic_vector(width - 1 downto 0);
+  subtype state_field is std_logic_vector(state_bits - 1 downto 0);
+  -- What is known in front of the first digit and behind each.
+  type state_array is array (0 to width) of state_field;
   constant no_left : std_logic_vector(width downto 0) := (others => '0');
 
   -- magnitude
   signal a_word, b_word, dividend_d, divisor_d : word_field;
-  signal first_state_d : std_logic_vector(state_bits - 1 downto 0);
+  signal first_state_d : state_field;
   signal negate_d, negate_early, negate : std_logic_vector(0 downto 0);
 
   -- digit
-  signal states : std_logic_vector(state_bits * (width + 1) - 1 downto 0);
+  signal states : state_array;
   signal left : std_logic_vector(width downto 0);
   signal divisor, digits_but_last : word_field;
 
@@ -52,19 +55,18 @@ begin
   first_state_d <= no_left & divisor_d & dividend_d;
 
   magnitude_0 : entity work.xfc_register generic map (state_bits, 1)
-    port map (sysclk, enable, first_state_d, states(state_bits - 1 downto 0));
+    port map (sysclk, enable, first_state_d, states(0));
   magnitude_1 : entity work.xfc_register generic map (1, 1) port map (sysclk, enable, negate_d, negate_early);
 
   -- digit
-  digits : for i in 0 to width - 1 generate
-    each : entity work.xfc_divlong_digit generic map (width)
-      port map (sysclk, enable, states(state_bits * (i + 1) - 1 downto state_bits * i),
-                states(state_bits * (i + 2) - 1 downto state_bits * (i + 1)));
+  digits : for known in 1 to width generate
+    digit : entity work.xfc_divlong_digit generic map (width)
+      port map (sysclk, enable, states(known - 1), states(known));
   end generate;
   digit_0 : entity work.xfc_registers generic map (1, width) port map (sysclk, enable, negate_early, negate);
-  left <= states(state_bits * (width + 1) - 1 downto state_bits * width + 2 * width);
-  divisor <= states(state_bits * width + 2 * width - 1 downto state_bits * width + width);
-  digits_but_last <= states(state_bits * width + width - 1 downto state_bits * width);
+  left <= states(width)(state_bits - 1 downto 2 * width);
+  divisor <= states(width)(2 * width - 1 downto width);
+  digits_but_last <= states(width)(width - 1 downto 0);
 
   -- restore
   given_back <= divisor when left(width) = '1' else (others => '0');
