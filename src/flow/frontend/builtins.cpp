@@ -137,11 +137,14 @@ std::optional<result> executor::classify(llvm::StringRef name, const clang::Call
     return number(conditions_.both(finite, relation(operation::less_equal, constant(smallest), size), where));
 }
 
-/// The element type behind a pointer that was perhaps converted to void*.
-clang::QualType executor::element_type(const clang::Expr& pointer) const {
+/// The element type behind a pointer that was perhaps converted to void*; behind one that is void* that of the object.
+clang::QualType executor::element_type(const clang::Expr& pointer, const place& where) const {
     clang::QualType type = pointer.IgnoreParenCasts()->getType();
     if (type->isPointerType()) {
         type = type->getPointeeType();
+    }
+    if (type->isVoidType()) {
+        type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[where.object].type));
     }
     return context_.getBaseElementType(type).getUnqualifiedType();
 }
@@ -150,7 +153,7 @@ clang::QualType executor::element_type(const clang::Expr& pointer) const {
 std::int64_t executor::element_count(const clang::CallExpr& expression, const clang::QualType& type) {
     const result bytes = evaluate(*expression.getArg(2));
     const auto known = values_.known_integer(bytes.number);
-    const auto size = static_cast<std::int64_t>(type->isVoidType() ? 1 : bytes_of(type));
+    const auto size = static_cast<std::int64_t>(bytes_of(type));
     const std::int64_t count = known ? static_cast<std::int64_t>(static_cast<std::uint32_t>(*known)) : -1;
     if (count < 0 || count % size != 0) {
         refuse(message_id::copy_size, range(*expression.getArg(2)), {type.getAsString()});
@@ -161,13 +164,13 @@ std::int64_t executor::element_count(const clang::CallExpr& expression, const cl
 /// memcpy and memmove between elements of one type; the value is the first argument's.
 result executor::copy_elements(const clang::CallExpr& expression) {
     const asked_range where = range(expression);
-    const clang::QualType type = element_type(*expression.getArg(0));
-    const clang::QualType from_type = element_type(*expression.getArg(1));
+    const place to = pointed_at(*expression.getArg(0));
+    const place from = pointed_at(*expression.getArg(1));
+    const clang::QualType type = element_type(*expression.getArg(0), to);
+    const clang::QualType from_type = element_type(*expression.getArg(1), from);
     if (!context_.hasSameType(type, from_type)) {
         refuse(message_id::copy_of_other_type, where, {from_type.getAsString(), type.getAsString()});
     }
-    const place to = pointed_at(*expression.getArg(0));
-    const place from = pointed_at(*expression.getArg(1));
     const std::int64_t count = element_count(expression, type);
     const auto size = static_cast<std::int64_t>(bytes_of(type));
     const bool backward = to.object == from.object && to.offset > from.offset;  // what is read later stays whole
@@ -183,8 +186,8 @@ result executor::copy_elements(const clang::CallExpr& expression) {
 /// memset to zero; the value is the first argument's.
 result executor::clear_elements(const clang::CallExpr& expression) {
     const asked_range where = range(expression);
-    const clang::QualType type = element_type(*expression.getArg(0));
     const place to = pointed_at(*expression.getArg(0));
+    const clang::QualType type = element_type(*expression.getArg(0), to);
     if (values_.known_integer(evaluate(*expression.getArg(1)).number) != 0) {
         refuse(message_id::set_to_bytes, range(*expression.getArg(1)));
     }

@@ -53,6 +53,8 @@ struct scalar_type {
     bool is_signed = true;
 
     [[nodiscard]] bool is_integer() const { return format == number_format::integer; }
+    /// Whether 32 bits hold its numbers with their sign; of those that have 32 themselves it makes no difference.
+    [[nodiscard]] bool sign_extended() const { return !is_integer() || is_signed || bytes >= 4; }
 };
 
 /// The number type of one of C's own types, as the target has it; nothing for types without a format in hardware.
@@ -165,7 +167,6 @@ private:
                  const std::function<void()>& no = {});
     void merge(value_id condition, const asked_range& where, std::span<const memory::change> yes,
                std::span<const memory::change> no);
-    value_id input_in_place(std::uint32_t index, const cell& shape);
     value_id chosen(value_id condition, value_id yes, value_id no, const asked_range& where);
     cell merged(value_id condition, std::uint32_t index, const cell& yes, const cell& no, const asked_range& where);
 
@@ -185,6 +186,8 @@ private:
     result load_pointer(const cell& found, const asked_range& range);
     void copy(const place& to, const place& from, const clang::QualType& type, const asked_range& range);
     value_id unset_value(std::uint32_t index, const place& where, const scalar_type& type);
+    [[nodiscard]] std::optional<cell> input_cell(const place& where);
+    value_id value_as(const cell& found, const scalar_type& type, const asked_range& where);
     void check_place(const place& where, std::uint32_t bytes, const asked_range& range);
     [[nodiscard]] place place_of_index(std::uint32_t index) const;
     [[nodiscard]] std::uint32_t bytes_of(const clang::QualType& type) const;
@@ -226,6 +229,7 @@ private:
                    const asked_range& where);
     result moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,
                  const clang::Expr& expression);
+    place element_of(const clang::ArraySubscriptExpr& expression, bool may_be_behind);
 
     // ---- conversions.cpp: numbers from one format to another ----
     [[nodiscard]] std::optional<scalar_type> find_scalar(const clang::QualType& type) const;
@@ -257,7 +261,7 @@ private:
     std::optional<result> call_builtin(llvm::StringRef name, const clang::CallExpr& expression);
     std::optional<result> classify(llvm::StringRef name, const clang::CallExpr& expression);
     void check_assertion(const clang::Expr& condition);
-    [[nodiscard]] clang::QualType element_type(const clang::Expr& pointer) const;
+    [[nodiscard]] clang::QualType element_type(const clang::Expr& pointer, const place& where) const;
     std::int64_t element_count(const clang::CallExpr& expression, const clang::QualType& type);
     result copy_elements(const clang::CallExpr& expression);
     result clear_elements(const clang::CallExpr& expression);

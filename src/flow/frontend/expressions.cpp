@@ -139,12 +139,8 @@ place executor::address_of(const clang::Expr& expression) {
             base.offset += static_cast<std::int64_t>(layout.getFieldOffset(field->getFieldIndex()) / 8);
             return base;
         }
-        case clang::Stmt::ArraySubscriptExprClass: {
-            const auto& subscript = llvm::cast<clang::ArraySubscriptExpr>(expression);
-            const result base = evaluate(*subscript.getBase());
-            const result index = evaluate(*subscript.getIdx());
-            return moved(base, subscript.getBase()->getType(), index, false, *subscript.getIdx()).where;
-        }
+        case clang::Stmt::ArraySubscriptExprClass:
+            return element_of(llvm::cast<clang::ArraySubscriptExpr>(expression), false);
         case clang::Stmt::UnaryOperatorClass: {
             const auto& unary = llvm::cast<clang::UnaryOperator>(expression);
             if (unary.getOpcode() == clang::UO_Deref) {
@@ -241,7 +237,9 @@ result executor::evaluate_unary(const clang::UnaryOperator& expression) {
             if (inner.getType()->isFunctionType()) {
                 return evaluate(inner);
             }
-            return {.is = result::kind::pointer, .where = address_of(inner)};
+            const auto* element = llvm::dyn_cast<clang::ArraySubscriptExpr>(inner.IgnoreParens());
+            return {.is = result::kind::pointer,
+                    .where = element != nullptr ? element_of(*element, true) : address_of(inner)};
         }
         case clang::UO_Deref:
             if (expression.getType()->isFunctionType()) {
@@ -603,6 +601,30 @@ result executor::operate_on_integers(clang::BinaryOperatorKind kind, const resul
         return compare(kind, number_format::integer, a, b, where);
     }
     return number(make(integer_operation(kind, type.is_signed), number_format::integer, {a, b}, where));
+}
+
+/// The place of x[i]. An index of an array inside another one stays inside it; one behind it may be pointed at.
+place executor::element_of(const clang::ArraySubscriptExpr& expression, bool may_be_behind) {
+    const result base = evaluate(*expression.getBase());
+    const result index = evaluate(*expression.getIdx());
+    const place at = moved(base, expression.getBase()->getType(), index, false, *expression.getIdx()).where;
+    const auto* decay = llvm::dyn_cast<clang::ImplicitCastExpr>(expression.getBase()->IgnoreParens());
+    if (decay == nullptr || decay->getCastKind() != clang::CK_ArrayToPointerDecay) {
+        return at;
+    }
+    const auto* array = context_.getAsConstantArrayType(decay->getSubExpr()->getType());
+    const object& one = memory_[at.object];
+    const std::int64_t bytes = array != nullptr ? bytes_of(decay->getSubExpr()->getType()) : one.bytes;
+    const std::int64_t offset = at.offset - base.where.offset;
+    if (bytes < one.bytes && (offset < 0 || offset > bytes || (offset == bytes && !may_be_behind))) {
+        const auto* member = llvm::dyn_cast<clang::MemberExpr>(decay->getSubExpr()->IgnoreParens());
+        const std::string count = std::to_string(array->getSize().getZExtValue()) + " elements";
+        refuse_with_note(message_id::outside_object, range(*expression.getIdx()),
+                         {member != nullptr ? member->getMemberDecl()->getName().str() : one.name,
+                          member != nullptr ? count : count + " in a row"},
+                         message_id::declared_here, one.where, {one.name});
+    }
+    return at;
 }
 
 result executor::moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,

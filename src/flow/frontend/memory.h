@@ -28,6 +28,7 @@ struct cell {
     cell_kind kind = cell_kind::unset;
     std::uint8_t bytes = 0;      ///< size of the scalar whose head this is
     bool initial = true;         ///< never written since the program began
+    bool sign_extended = true;   ///< false: a narrow integer without a sign
     std::uint32_t content = 0;   ///< value, object or function
     std::int32_t offset = 0;     ///< of a pointer, bytes
     decision set_when = always;  ///< on which ways anything was written

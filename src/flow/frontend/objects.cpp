@@ -24,6 +24,9 @@ std::uint32_t executor::bytes_of(const clang::QualType& type) const {
     if (const auto scalar = find_scalar(type)) {
         return scalar->bytes;  // without a search in the parser's tables
     }
+    if (type->isVoidType() || type->isFunctionType()) {
+        return 1;  // what GNU C counts pointers to them by
+    }
     return static_cast<std::uint32_t>(context_.getTypeSizeInChars(type).getQuantity());
 }
 
@@ -347,6 +350,7 @@ void executor::store(const place& where, const clang::QualType& type, const resu
         case result::kind::number: {
             const scalar_type scalar = scalar_of(type, range);
             content.kind = cell_kind::number;
+            content.sign_extended = scalar.sign_extended();
             content.content = in_format(what, scalar.format, range);
             break;
         }
@@ -430,12 +434,21 @@ result executor::load_number(const place& where, const scalar_type& type, const 
             refuse_with_note(message_id::not_assigned, range, {one.name}, message_id::declared_here, one.where,
                              {one.name});
         }
-        return number(unset_value(memory_.index_of(where), where, type));
+        const std::optional<cell> declared = input_cell(where);
+        if (!declared || declared->bytes != type.bytes) {
+            refuse(message_id::read_as_other_type, range, {std::string(format_name(type.format))});
+        }
+        return number(value_as(*declared, type, range));
     }
+    return number(conditions_.known_choice(value_as(found, type, range)));
+}
+
+/// What a cell holds, read as a type of its size.
+value_id executor::value_as(const cell& found, const scalar_type& type, const asked_range& where) {
     if (found.kind != cell_kind::number || values_[found.content].format != type.format) {
-        refuse(message_id::read_as_other_type, range, {std::string(format_name(type.format))});
+        refuse(message_id::read_as_other_type, where, {std::string(format_name(type.format))});
     }
-    return number(conditions_.known_choice(found.content));
+    return found.sign_extended == type.sign_extended() ? found.content : wrapped(found.content, type, where);
 }
 
 /// Refuses what only some of the ways to here have written.
@@ -468,6 +481,18 @@ value_id executor::unset_value(std::uint32_t index, const place& where, const sc
     return id;
 }
 
+/// The input that a scalar without value stands for, as it was declared; nothing for pointers and gaps.
+std::optional<cell> executor::input_cell(const place& where) {
+    const auto scalar = scalar_at(type_of(memory_[where.object]), static_cast<std::uint32_t>(where.offset));
+    if (!scalar) {
+        return std::nullopt;
+    }
+    return cell{.kind = cell_kind::number,
+                .bytes = static_cast<std::uint8_t>(scalar->bytes),
+                .sign_extended = scalar->sign_extended(),
+                .content = unset_value(memory_.index_of(where), where, *scalar)};
+}
+
 void executor::copy(const place& to, const place& from, const clang::QualType& type, const asked_range& range) {
     const std::uint32_t bytes = bytes_of(type);
     check_place(from, bytes, range);
@@ -480,6 +505,7 @@ void executor::copy(const place& to, const place& from, const clang::QualType& t
         cell content;
     };
     std::vector<scalar_copy> scalars;
+    std::vector<std::int64_t> without_value;  // offsets
     const std::uint32_t first = memory_.index_of(from);
     for (std::uint32_t step = 0; step < bytes / source.granule; ++step) {
         const std::uint32_t index = first + step;
@@ -490,18 +516,27 @@ void executor::copy(const place& to, const place& from, const clang::QualType& t
         }
         const std::int64_t offset = static_cast<std::int64_t>(step) * source.granule;
         if (content.kind == cell_kind::unset && source.rule == unset_rule::input) {
-            const auto scalar = scalar_at(type, static_cast<std::uint32_t>(offset));
-            if (!scalar) {
+            const auto input = input_cell({from.object, from.offset + offset});
+            if (!input) {
                 continue;
             }
-            content = {.kind = cell_kind::number,
-                       .bytes = static_cast<std::uint8_t>(scalar->bytes),
-                       .content = unset_value(index, {from.object, from.offset + offset}, *scalar)};
+            content = *input;
+        }
+        if (content.kind == cell_kind::unset) {
+            for (std::int64_t part = offset; part < offset + source.granule; part += target.granule) {
+                without_value.push_back(part);
+            }
         }
         if (content.kind != cell_kind::tail && content.kind != cell_kind::unset) {
             content.initial = false;
             content.bytes = std::max<std::uint8_t>(content.bytes, static_cast<std::uint8_t>(target.granule));
             scalars.push_back({offset, content});
+        }
+    }
+    if (target.rule == unset_rule::refuse) {  // for an input, what it began with is as good as any other value
+        const std::uint32_t start = memory_.index_of(to);
+        for (const std::int64_t offset : without_value) {
+            memory_.set(start + static_cast<std::uint32_t>(offset) / target.granule, {.initial = false});
         }
     }
     for (const scalar_copy& one : scalars) {

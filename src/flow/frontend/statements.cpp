@@ -123,7 +123,8 @@ cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, 
     if (yes.set_when != always || no.set_when != always) {
         both.set_when = decisions_.choose(decisions_.of(condition), yes.set_when, no.set_when);
     }
-    if (yes.kind == no.kind && yes.content == no.content && yes.offset == no.offset && yes.bytes == no.bytes) {
+    if (yes.kind == no.kind && yes.content == no.content && yes.offset == no.offset && yes.bytes == no.bytes &&
+        yes.sign_extended == no.sign_extended) {
         return both;
     }
     const bool with_input = yes.kind == cell_kind::unset || no.kind == cell_kind::unset;
@@ -144,26 +145,24 @@ cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, 
     }
     both.kind = cell_kind::number;
     both.bytes = std::max(yes.bytes, no.bytes);
-    const cell& shape = yes.kind == cell_kind::number ? yes : no;
     const auto number_in = [&](const cell& one) {
-        return one.kind == cell_kind::number ? one.content : input_in_place(index, shape);
+        return one.kind == cell_kind::number ? one : input_cell(place_of_index(index)).value_or(one);
     };
-    both.content = chosen(condition, number_in(yes), number_in(no), where);
+    const cell from_yes = number_in(yes);
+    const cell from_no = number_in(no);
+    if (from_yes.kind != from_no.kind || from_yes.bytes != from_no.bytes) {
+        both.kind = cell_kind::torn;
+        return both;
+    }
+    both.sign_extended = from_yes.sign_extended;
+    const bool same_signs = from_yes.sign_extended == from_no.sign_extended;
+    const scalar_type as_yes{number_format::integer, from_yes.bytes, from_yes.sign_extended};
+    both.content = chosen(condition, from_yes.content,
+                          same_signs ? from_no.content : wrapped(from_no.content, as_yes, where), where);
     if (both.content == no_value) {
         both.kind = cell_kind::torn;
     }
     return both;
-}
-
-/// The input that a cell of a parameter stands for, in the shape of what another way has written there.
-value_id executor::input_in_place(std::uint32_t index, const cell& shape) {
-    const place at = place_of_index(index);
-    const clang::QualType type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[at.object].type));
-    scalar_type scalar{values_[shape.content].format, shape.bytes, true};
-    if (const auto declared = scalar_at(type, static_cast<std::uint32_t>(at.offset))) {
-        scalar = *declared;
-    }
-    return unset_value(index, at, scalar);
 }
 
 /// condition ? yes : no of two numbers; no_value when their formats differ.

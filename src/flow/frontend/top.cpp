@@ -313,7 +313,7 @@ value_id executor::output_value(const port_place& one) {
         refuse(message_id::read_as_other_type, owner.where, {one.c_type});
     }
     check_set(one.where, found, owner.where);
-    return found.content;
+    return value_as(found, one.type, owner.where);
 }
 
 void executor::finish_graph() {

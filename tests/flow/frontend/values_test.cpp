@@ -79,6 +79,10 @@ TEST(flow_values, narrow_integers_wrap_as_in_c) {
               -56 * 1000 + 200);
     EXPECT_EQ(result_of("int f(short a) { return a; }", {{"a", 65535}}), -1);
     EXPECT_EQ(result_of("_Bool f(float a) { return a; }", {{"a", 0.25}}), 1);
+    const std::string read_twice = "int f(short *p, int *o) { *o = *(unsigned short *)p; return *p; }";
+    EXPECT_EQ(result_of(read_twice, {{"p", -27}}), -27);
+    EXPECT_EQ(result_of(read_twice, {{"p", -27}}, "o"), 65509);
+    EXPECT_EQ(result_of("void f(int a, unsigned char *o) { *(signed char *)o = a; }", {{"a", 217}}, "o"), 217);
 }
 
 TEST(flow_values, division_is_accepted_where_the_divisor_differs_from_zero) {

@@ -185,3 +185,27 @@ int square_root(unsigned x) {
     }
     return root;
 }
+
+// The same bytes with the other sign.
+int char_read_without_sign(int a) {
+    signed char c = a;
+    return *(unsigned char*)&c;
+}
+int members_of_either_sign(int a, int b) {
+    union {
+        signed char with;
+        unsigned char without;
+    } u;
+    union {
+        unsigned short without;
+        short with;
+    } w;
+    if (b > 0) {
+        u.with = a;
+        w.without = a;
+    } else {
+        u.without = b;
+        w.with = b;
+    }
+    return u.without + 1000 * u.with + 3 * w.with + 7 * w.without;
+}

@@ -1,6 +1,7 @@
 // Arrays, structures and pointers between functions, in the ways in which people write them.
 #include <stddef.h>
 #include <stdint.h>
+#include <string.h>
 
 #define SIZE 4
 #define SQUARE(x) ((x) * (x))
@@ -190,4 +191,29 @@ float newton(float a) {
     float x = a > 1.0f ? a * 0.5f : 1.0f;
     for (int i = 0; i < 5; i++) x = 0.5f * (x + a / x);
     return x;
+}
+
+static void copied(void* to, const void* from, size_t bytes) { memcpy(to, from, bytes); }
+
+int through_void_pointers(int a, int b) {
+    int x[2] = {1, 2};
+    int y[2] = {a, b};
+    copied(x, y, sizeof x);
+    void* rest = &y[1];
+    memset(rest, 0, sizeof(int));
+    return x[0] * 3 + x[1] + y[0] * 5 + y[1];
+}
+int void_pointer_moved(int a, int b) {
+    int x[3] = {7, a, b};
+    const void* p = x;
+    p = p + sizeof(int);
+    return *(const int*)p * 10 + *(const int*)(p + 4);
+}
+float row_up_to_its_end(float a, float b) {
+    const float m[2][3] = {{1, 2, 3}, {a, b, 4}};
+    float sum = 0;
+    for (const float* p = m[1]; p != &m[1][3]; ++p) {
+        sum += *p;
+    }
+    return sum;
 }

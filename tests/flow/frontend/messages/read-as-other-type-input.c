@@ -1,0 +1,3 @@
+int f(float a) {
+    return *(int*)&a;
+}

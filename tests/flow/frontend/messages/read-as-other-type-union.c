@@ -1,0 +1,7 @@
+union number {
+    int i;
+    float f;
+};
+float f(union number x) {
+    return x.f;
+}
