@@ -5,6 +5,7 @@
 #include <clang/AST/Expr.h>
 #include <clang/AST/Stmt.h>
 #include <llvm/ADT/DenseMap.h>
+#include <llvm/ADT/DenseSet.h>
 
 #include <functional>
 #include <optional>
@@ -323,6 +324,8 @@ private:
     std::unordered_map<value_id, source_range> branch_places_;  ///< where a condition was asked
     std::unordered_map<std::uint32_t, source_range> initial_reads_;
     std::unordered_map<std::uint32_t, source_range> kept_writes_;
+
+    llvm::DenseSet<const clang::VarDecl*> switch_variables_;  ///< made, and not met yet
 
     std::vector<candidate> candidates_;  ///< in the order of their declarations
     bool older_ = false;                 ///< the file is followed as older sources are written

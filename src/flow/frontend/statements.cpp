@@ -287,7 +287,8 @@ flow_of executor::execute_declarations(const clang::DeclStmt& statement) {
         if (variable == nullptr || variable->isStaticLocal() || variable->hasExternalStorage()) {
             continue;  // types, functions, and what stands since the beginning
         }
-        const object_id id = declare(*variable);
+        // A switch has made its variables already.
+        const object_id id = switch_variables_.erase(variable) ? object_of(*variable) : declare(*variable);
         if (older_ && frames_.size() == 1 && scope_depth_ == 1) {
             add_variable(id, *variable);
         }
@@ -429,6 +430,20 @@ flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
         }
     }
     ++scope_depth_;
+    // A label may stand behind a declaration, whose initializer is left out then.
+    std::vector<const clang::VarDecl*> variables;
+    for (const clang::Stmt* one : body) {
+        if (const auto* declarations = llvm::dyn_cast<clang::DeclStmt>(one)) {
+            for (const clang::Decl* declared : declarations->decls()) {
+                const auto* variable = llvm::dyn_cast<clang::VarDecl>(declared);
+                if (variable != nullptr && variable->hasLocalStorage()) {
+                    (void)declare(*variable);
+                    switch_variables_.insert(variable);
+                    variables.push_back(variable);
+                }
+            }
+        }
+    }
     flow_of total = straight_on();
     value_id alive = no_;
     for (std::size_t index = 0; index < body.size(); ++index) {
@@ -448,6 +463,9 @@ flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
             add_flow(total, under(alive, flow, here), here);
             alive = conditions_.both(alive, conditions_.inverse(gone, here), here);
         }
+    }
+    for (const clang::VarDecl* variable : variables) {
+        switch_variables_.erase(variable);
     }
     --scope_depth_;
     total.broke = no_;

@@ -300,3 +300,38 @@ int switch_inside_a_loop(int a) {
 int generic(int a, float b) {
     return _Generic(a, int : 1, float : 2) * 10 + _Generic(b, int : 1, float : 2) + (_Bool)a;
 }
+
+int switch_with_variables(int n, int x) {
+    int y = 0;
+    switch (n & 3) {
+        int t;
+        case 0:
+            t = x + 1;
+            y = t * 2;
+            break;
+        case 1:;
+            int u = x;
+            y = u;
+            break;
+        case 2:
+            u = 3 * x;
+            t = u - 1;
+            y = t;
+    }
+    return y;
+}
+int known_switch_with_variables(int x) {
+    int y = 0;
+    for (int n = 0; n < 3; ++n) {
+        switch (n) {
+            case 0:;
+                int t = x;
+                y += t;
+                break;
+            case 1:
+                t = 2 * x;
+                y ^= t;
+        }
+    }
+    return y;
+}
