@@ -172,8 +172,15 @@ void executor::run_body(const clang::FunctionDecl& function) {
     }
     const int outer_depth = scope_depth_;
     scope_depth_ = 0;
-    (void)execute(*function.getBody());
+    const flow_of flow = execute(*function.getBody());
     scope_depth_ = outer_depth;
+    // A number is set by every return: where all ways end in one, its conditions need not be followed.
+    if (flow.returned == yes_ && find_scalar(type) && !frames_.back().left_without_value) {
+        const std::uint32_t index = memory_.index_of(frames_.back().returned);
+        cell content = memory_.at(index);
+        content.set_when = always;
+        memory_.set(index, content);
+    }
 }
 
 }  // namespace xfc::flow

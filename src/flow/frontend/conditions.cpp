@@ -69,10 +69,21 @@ std::optional<bool> conditions::truth_of(value_id condition) const {
 decision conditions::path(decisions& all) const {
     decision whole = always;
     for (const value_id id : learned_) {
-        const decision one = all.of(id);
-        whole = all.both(whole, facts_.at(id) ? one : all.inverse(one));
+        const bool holds = facts_.at(id);
+        whole = all.choose(id, holds ? whole : never, holds ? never : whole);
     }
     return whole;
+}
+
+decision conditions::known_choice(const decisions& all, decision what) const {
+    while (all.condition_of(what) != no_value) {
+        const auto truth = truth_of(all.condition_of(what));
+        if (!truth) {
+            break;
+        }
+        what = all.side_of(what, *truth);
+    }
+    return what;
 }
 
 value_id conditions::known_choice(value_id id) const {
@@ -148,12 +159,25 @@ bool conditions::learned_to_differ_from_zero(value_id integer) const {
     return false;
 }
 
+bool conditions::are_inverse(value_id left, value_id right) const {
+    const auto is_inverse_of = [&](value_id one, value_id other) {
+        return values_[one].op == operation::bit_not && values_[one].operands[0] == other;
+    };
+    return is_inverse_of(left, right) || is_inverse_of(right, left);
+}
+
 value_id conditions::both(value_id left, value_id right, source_range where) {
+    if (are_inverse(left, right)) {
+        return false_;
+    }
     const std::array<value_id, 2> operands = {left, right};
     return make_folded(values_, operation::bit_and, number_format::boolean, operands, where);
 }
 
 value_id conditions::either(value_id left, value_id right, source_range where) {
+    if (are_inverse(left, right)) {
+        return true_;
+    }
     const std::array<value_id, 2> operands = {left, right};
     return make_folded(values_, operation::bit_or, number_format::boolean, operands, where);
 }

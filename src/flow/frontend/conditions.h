@@ -21,13 +21,16 @@ public:
 
     [[nodiscard]] std::optional<bool> truth_of(value_id condition) const;
 
-    /// The way that is being followed, as one condition.
+    /// The way that is being followed.
     [[nodiscard]] decision path(decisions& all) const;
+
+    /// The choice without those around it that are known here.
+    [[nodiscard]] decision known_choice(const decisions& all, decision what) const;
 
     /// The value without those selects around it whose choice is known here.
     [[nodiscard]] value_id known_choice(value_id id) const;
 
-    /// Whether it is certain here that the integer is not 0.
+    /// Whether it is certain here that the integer is not 0, as far as a look at what was learned tells.
     [[nodiscard]] bool differs_from_zero(value_id integer) const;
 
     value_id both(value_id left, value_id right, source_range where);
@@ -41,6 +44,7 @@ private:
     bool differs_from_zero(value_id integer, std::unordered_map<value_id, bool>& known) const;
     [[nodiscard]] bool learned_to_differ_from_zero(value_id integer) const;
     void learn(value_id condition, bool truth);
+    [[nodiscard]] bool are_inverse(value_id left, value_id right) const;
 
     graph& values_;
     value_id true_ = values_.make_boolean(true);

@@ -233,18 +233,11 @@ value_id executor::truth(const result& from, const clang::Expr& expression) {
 }
 
 value_id executor::truth(const result& from, const asked_range& where) {
-    const value& one = values_[from.number];
-    if (one.format == number_format::boolean) {
+    const number_format format = values_[from.number].format;
+    if (format == number_format::boolean) {
         return from.number;
     }
-    if (one.op == operation::select && values_.is_constant(one.operands[1]) && values_.is_constant(one.operands[2])) {
-        const std::array<value_id, 3> operands = one.operands;  // a boolean that became a number
-        const value_id yes = truth(number(operands[1]), where);
-        return conditions_.choose(operands[0], yes, truth(number(operands[2]), where), where);
-    }
-    const value_id zero = values_.make_constant(one.format, 0);
-    const value_id is_zero = make(operation::equal, number_format::boolean, {from.number, zero}, where);
-    return conditions_.inverse(is_zero, where);
+    return compare(clang::BO_NE, format, from.number, values_.make_constant(format, 0), where).number;
 }
 
 /// The format in which floating operands meet: C's, but for constants without suffix, which take the other's.

@@ -6,92 +6,156 @@ namespace xfc::flow {
 
 namespace {
 
-constexpr std::size_t most_nodes = 200000;
+constexpr std::size_t most_choices = 4000000;
+constexpr int most_zero_questions = 2000;  ///< about parts of one divisor
 
 }  // namespace
 
 decisions::decisions(const graph& values)
-    : values_(values), nodes_{{no_value, never, never}, {no_value, always, always}, {no_value, 2, 2}} {}
+    : values_(values),
+      choices_{{no_value, never, never}, {no_value, always, always}, {no_value, too_complex, too_complex}},
+      drawings_{drawing{diagrams(values, atom_order::last_first)}, drawing{diagrams(values, atom_order::first_first)}} {
+}
 
-decision decisions::make(value_id atom, decision low, decision high) {
-    if (low == high) {
-        return low;
+decision decisions::choose(value_id condition, decision yes, decision no) {
+    if (yes == no) {
+        return yes;
     }
-    const auto [found, is_new] = known_nodes_.try_emplace({atom, low, high}, static_cast<decision>(nodes_.size()));
+    if (const auto known = values_.known_boolean(condition)) {
+        return *known ? yes : no;
+    }
+    if (choices_.size() > most_choices) {
+        return too_complex;
+    }
+    const choice one{condition, yes, no};
+    const auto [found, is_new] = known_choices_.try_emplace(one, static_cast<decision>(choices_.size()));
     if (is_new) {
-        nodes_.push_back({atom, low, high});
+        choices_.push_back(one);
     }
     return found->second;
 }
 
-value_id decisions::top_of(decision condition) const { return nodes_[condition].atom; }
-
-decision decisions::choose(decision condition, decision yes, decision no) {
-    if (condition == too_complex || yes == too_complex || no == too_complex || nodes_.size() > most_nodes) {
-        return too_complex;
+diagram decisions::draw(drawing& in, decision what) {
+    // Choices are made of earlier ones: all that are not drawn yet, by rising number.
+    std::vector<decision> wanted = {what};
+    for (std::size_t next = 0; next < wanted.size(); ++next) {
+        const decision one = wanted[next];
+        if (one <= too_complex || !in.of_choice.emplace(one, unknown_diagram).second) {
+            continue;
+        }
+        wanted.push_back(choices_[one].yes);
+        wanted.push_back(choices_[one].no);
     }
-    if (condition == always || yes == no) {
-        return yes;
+    const auto drawn = [&](decision one) { return one <= too_complex ? diagram{one} : in.of_choice.at(one); };
+    std::erase_if(wanted, [](decision one) { return one <= too_complex; });
+    std::sort(wanted.begin(), wanted.end());
+    for (const decision one : wanted) {
+        if (in.of_choice.at(one) == unknown_diagram) {
+            const choice& parts = choices_[one];
+            in.of_choice[one] = in.all.choose(in.all.of(parts.condition), drawn(parts.yes), drawn(parts.no));
+        }
     }
-    if (condition == never) {
-        return no;
-    }
-    if (yes == always && no == never) {
-        return condition;
-    }
-    const question asked{condition, yes, no};
-    if (const auto known = answers_.find(asked); known != answers_.end()) {
-        return known->second;
-    }
-    value_id top = nodes_[condition].atom;
-    for (const decision side : {yes, no}) {
-        const value_id atom = nodes_[side].atom;
-        top = atom != no_value && atom > top ? atom : top;
-    }
-    const auto part = [&](decision whole, bool high) {
-        const node& one = nodes_[whole];
-        return one.atom != top ? whole : high ? one.high : one.low;
-    };
-    const decision low = choose(part(condition, false), part(yes, false), part(no, false));
-    const decision high = choose(part(condition, true), part(yes, true), part(no, true));
-    const decision given = low == too_complex || high == too_complex ? too_complex : make(top, low, high);
-    answers_.emplace(asked, given);
-    return given;
+    return drawn(what);
 }
 
-decision decisions::of(value_id condition) {
-    if (const auto known = of_value_.find(condition); known != of_value_.end()) {
-        return known->second;
+/// Asks in one order of the atoms, then in the other; where diagrams of earlier questions take the room, once more
+/// without them. The question gives nothing where there was too much to follow.
+template <class question>
+bool decisions::answer(const question& ask) {
+    for (drawing& in : drawings_) {
+        const bool was_used = in.all.is_used();
+        std::optional<bool> given = ask(in);
+        if (!given) {
+            in.all.clear();
+            in.of_choice.clear();
+            if (was_used) {
+                given = ask(in);
+            }
+        }
+        if (given) {
+            return *given;
+        }
     }
-    const value one = values_[condition];
-    decision given = never;
+    return false;
+}
+
+bool decisions::follows(decision path, decision what) {
+    if (what <= too_complex) {
+        return what == always;
+    }
+    return answer([&](drawing& in) -> std::optional<bool> {
+        const diagram set = draw(in, what);
+        if (set == true_diagram) {
+            return true;
+        }
+        const diagram rest = in.all.both(draw(in, path), in.all.inverse(set));
+        return in.all.is_impossible(rest);
+    });
+}
+
+/// A divisor and all that was found out about its parts.
+struct decisions::zero_question {
+    drawing& in;
+    std::map<std::pair<diagram, value_id>, bool> known = {};
+    bool unclear = false;
+};
+
+bool decisions::differs_from_zero(zero_question& question, diagram path, value_id integer) {
+    if (path == false_diagram) {
+        return true;
+    }
+    if (const auto constant = values_.known_integer(integer)) {
+        return *constant != 0;
+    }
+    const auto [found, is_new] = question.known.try_emplace({path, integer}, false);
+    if (!is_new) {
+        return found->second;
+    }
+    if (question.known.size() > most_zero_questions) {
+        question.unclear = true;
+        return false;
+    }
+    const value& one = values_[integer];
+    const auto part = [&](diagram way, std::size_t place) {
+        return differs_from_zero(question, way, one.operands.at(place));
+    };
+    diagrams& all = question.in.all;
+    bool differs = false;
     switch (one.op) {
-        case operation::constant:
-            given = one.operands[0] != 0 ? always : never;
-            break;
-        case operation::bit_not:
-            given = inverse(of(one.operands[0]));
-            break;
-        case operation::bit_and:
-            given = both(of(one.operands[0]), of(one.operands[1]));
-            break;
-        case operation::bit_or:
-            given = choose(of(one.operands[0]), always, of(one.operands[1]));
-            break;
-        case operation::bit_xor: {
-            const decision right = of(one.operands[1]);
-            given = choose(of(one.operands[0]), inverse(right), right);
+        case operation::select: {
+            const diagram condition = all.of(one.operands[0]);
+            differs = part(all.both(path, condition), 1) && part(all.both(path, all.inverse(condition)), 2);
             break;
         }
-        case operation::select:
-            given = choose(of(one.operands[0]), of(one.operands[1]), of(one.operands[2]));
+        case operation::bit_or:
+            differs = part(path, 0) || part(path, 1);
+            break;
+        case operation::negate:
+            differs = part(path, 0);
             break;
         default:
-            given = make(condition, never, always);
             break;
     }
-    of_value_.emplace(condition, given);
-    return given;
+    if (!differs) {
+        const auto impossible = all.is_impossible(path, integer);
+        question.unclear = question.unclear || !impossible;
+        differs = impossible == true;
+    }
+    question.known[{path, integer}] = differs;
+    return differs;
+}
+
+bool decisions::differs_from_zero(decision path, value_id integer) {
+    return answer([&](drawing& in) -> std::optional<bool> {
+        zero_question question{in};
+        const bool differs = differs_from_zero(question, draw(in, path), integer);
+        return differs || !question.unclear ? std::optional(differs) : std::nullopt;
+    });
+}
+
+value_id decisions::top_of(decision what) {
+    const diagram drawn = draw(drawings_[0], what);
+    return drawings_[0].all.top_of(drawn);
 }
 
 }  // namespace xfc::flow

@@ -1,61 +1,73 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
+#include "flow/frontend/diagrams.h"
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
 
-/// A condition in a form in which equal ones are the same: 0 never holds, 1 always holds.
+/// On which ways through the program something happened: a choice between two others, by number. 0: on none, 1: on
+/// every one.
 using decision = std::uint32_t;
 
 inline constexpr decision never = 0;
 inline constexpr decision always = 1;
 inline constexpr decision too_complex = 2;  ///< counted as not certain
 
-/// Conditions over booleans of the graph as ordered binary decision diagrams, so that "set on every way" is found
-/// exactly. The largest atom stands on top: a way through the program grows there.
+/// Choices are only noted down, so that they cost nothing where nobody asks; questions turn them into diagrams, so that
+/// "set on every way" is found exactly, as far as conditions do not exclude each other in ways that comparisons.h does
+/// not see.
 class decisions {
 public:
     explicit decisions(const graph& values);
 
-    /// The diagram of a boolean, whose atoms are what is not made of booleans by and, or, xor, not, select.
-    decision of(value_id condition);
+    /// What `yes` is where the condition holds, and elsewhere what `no` is.
+    decision choose(value_id condition, decision yes, decision no);
 
-    decision choose(decision condition, decision yes, decision no);
-    decision both(decision left, decision right) { return choose(left, right, never); }
-    decision inverse(decision condition) { return choose(condition, never, always); }
+    /// The condition that was chosen by last, no_value if none was, and what was chosen.
+    [[nodiscard]] value_id condition_of(decision what) const { return choices_[what].condition; }
+    [[nodiscard]] decision side_of(decision what, bool truth) const {
+        return truth ? choices_[what].yes : choices_[what].no;
+    }
 
-    /// Whether `what` holds wherever `path` does.
-    bool follows(decision path, decision what) { return both(path, inverse(what)) == never; }
+    /// Whether `what` happens wherever the path leads.
+    bool follows(decision path, decision what);
 
-    /// The atom that decides first; no_value for a constant.
-    [[nodiscard]] value_id top_of(decision condition) const;
+    /// Whether it is certain on the path that the integer is not 0.
+    bool differs_from_zero(decision path, value_id integer);
+
+    /// The atom that decides first; no_value if there is none, or too many to tell.
+    [[nodiscard]] value_id top_of(decision what);
 
 private:
-    struct node {
-        value_id atom;
-        decision low;
-        decision high;
-        auto operator<=>(const node&) const = default;  // NOLINT(modernize-use-nullptr): the 0 is the compiler's
-    };
-    struct question {
-        decision condition;
+    struct choice {
+        value_id condition;
         decision yes;
         decision no;
-        auto operator<=>(const question&) const = default;  // NOLINT(modernize-use-nullptr): likewise
+        auto operator<=>(const choice&) const = default;  // NOLINT(modernize-use-nullptr): the 0 is the compiler's
     };
+    /// The diagrams of one order, and of choices in it.
+    struct drawing {
+        diagrams all;
+        std::unordered_map<decision, diagram> of_choice = {};
+    };
+    struct zero_question;
 
-    decision make(value_id atom, decision low, decision high);
+    diagram draw(drawing& in, decision what);
+    template <class question>
+    bool answer(const question& ask);
+    bool differs_from_zero(zero_question& question, diagram path, value_id integer);
 
     const graph& values_;
-    std::vector<node> nodes_;
-    std::map<node, decision> known_nodes_;
-    std::map<question, decision> answers_;
-    std::unordered_map<value_id, decision> of_value_;
+    std::vector<choice> choices_;
+    std::map<choice, decision> known_choices_;
+    std::array<drawing, 2> drawings_;
 };
 
 }  // namespace xfc::flow

@@ -8,6 +8,7 @@
 #include <llvm/ADT/DenseSet.h>
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -228,6 +229,9 @@ private:
                              const clang::Expr& expression);
     result compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,
                    const asked_range& where);
+    bool is_choice_of_constants(value_id number);
+    value_id on_each_choice(value_id number, std::unordered_map<value_id, value_id>& known, const asked_range& where,
+                            const std::function<value_id(value_id)>& of_constant);
     result moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,
                  const clang::Expr& expression);
     place element_of(const clang::ArraySubscriptExpr& expression, bool may_be_behind);
@@ -287,6 +291,7 @@ private:
         source_range call_place = {};
         call_id call = 0;
         place returned = {};
+        bool left_without_value = false;  ///< by a return that should have had one
         llvm::DenseMap<const clang::VarDecl*, object_id> locals{};
     };
 
@@ -326,6 +331,16 @@ private:
     std::unordered_map<std::uint32_t, source_range> kept_writes_;
 
     llvm::DenseSet<const clang::VarDecl*> switch_variables_;  ///< made, and not met yet
+
+    /// A comparison with a constant.
+    struct question {
+        clang::BinaryOperatorKind kind;
+        value_id constant;
+        bool swapped;
+        auto operator<=>(const question&) const = default;
+    };
+    std::unordered_map<value_id, bool> of_constants_;                     ///< whether a value is a choice of constants
+    std::map<question, std::unordered_map<value_id, value_id>> answers_;  ///< for each choice of constants
 
     std::vector<candidate> candidates_;  ///< in the order of their declarations
     bool older_ = false;                 ///< the file is followed as older sources are written

@@ -2,6 +2,7 @@
 
 #include <clang/AST/RecordLayout.h>
 
+#include <algorithm>
 #include <array>
 
 #include "flow/frontend/executor.h"
@@ -512,20 +513,19 @@ result executor::operate_on_floats(clang::BinaryOperatorKind kind, const result&
 }
 
 /// The relation of two values, on each side of a choice among constants by itself: so a flag that became a number is
-/// asked for at no cost.
+/// asked for at no cost, however many ways set it.
 result executor::compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,
                          const asked_range& where) {
     for (const bool swapped : {false, true}) {
-        const value one = values_[swapped ? right : left];
+        const value_id chosen = swapped ? right : left;
         const value_id other = swapped ? left : right;
-        if (one.op == operation::select && values_.is_constant(other) && values_.is_constant(one.operands[1]) &&
-            values_.is_constant(one.operands[2])) {
-            const auto side = [&](value_id id) {
-                return compare(kind, format, swapped ? other : id, swapped ? id : other, where).number;
-            };
-            const value_id yes = side(one.operands[1]);
-            return number(conditions_.choose(one.operands[0], yes, side(one.operands[2]), where));
+        if (!values_.is_constant(other) || values_[chosen].op != operation::select || !is_choice_of_constants(chosen)) {
+            continue;
         }
+        const question asked{kind, other, swapped};
+        return number(on_each_choice(chosen, answers_[asked], where, [&](value_id constant) {
+            return compare(kind, format, swapped ? other : constant, swapped ? constant : other, where).number;
+        }));
     }
     const auto relation = [&](operation op, value_id a, value_id b) {
         return make(op, number_format::boolean, {a, b}, where);
@@ -544,6 +544,57 @@ result executor::compare(clang::BinaryOperatorKind kind, number_format format, v
         default:
             return number(conditions_.inverse(relation(operation::equal, left, right), where));
     }
+}
+
+/// Whether a number is one of several constants, by selections alone.
+bool executor::is_choice_of_constants(value_id number) {
+    // Operands are older than what is made of them: those not known yet are looked at by rising number.
+    std::vector<value_id> unknown = {number};
+    for (std::size_t next = 0; next < unknown.size(); ++next) {
+        const value_id id = unknown[next];
+        const value& one = values_[id];
+        if (!of_constants_.emplace(id, one.op == operation::constant).second || one.op != operation::select) {
+            continue;
+        }
+        unknown.push_back(one.operands[1]);
+        unknown.push_back(one.operands[2]);
+    }
+    std::sort(unknown.begin(), unknown.end());
+    for (const value_id id : unknown) {
+        const value& one = values_[id];
+        if (one.op == operation::select) {
+            of_constants_[id] = of_constants_.at(one.operands[1]) && of_constants_.at(one.operands[2]);
+        }
+    }
+    return of_constants_.at(number);
+}
+
+/// The boolean that a choice of constants becomes when each of these becomes one.
+value_id executor::on_each_choice(value_id number, std::unordered_map<value_id, value_id>& known,
+                                  const asked_range& where, const std::function<value_id(value_id)>& of_constant) {
+    std::vector<value_id> wanted = {number};
+    for (std::size_t next = 0; next < wanted.size(); ++next) {
+        const value_id id = wanted[next];
+        const value& one = values_[id];
+        if (known.contains(id)) {
+            continue;
+        }
+        if (one.op != operation::select) {
+            known.emplace(id, of_constant(id));
+            continue;
+        }
+        known.emplace(id, no_value);
+        wanted.push_back(one.operands[1]);
+        wanted.push_back(one.operands[2]);
+    }
+    std::sort(wanted.begin(), wanted.end());
+    for (const value_id id : wanted) {
+        if (known.at(id) == no_value) {
+            const std::array<value_id, most_operands> parts = values_[id].operands;
+            known[id] = conditions_.choose(parts[0], known.at(parts[1]), known.at(parts[2]), where);
+        }
+    }
+    return known.at(number);
 }
 
 namespace {
@@ -585,7 +636,8 @@ result executor::operate_on_integers(clang::BinaryOperatorKind kind, const resul
     if (divides && known_b == 0) {
         refuse(message_id::division_by_zero, where);
     }
-    if (divides && !conditions_.differs_from_zero(b)) {
+    if (divides && !conditions_.differs_from_zero(b) &&
+        !decisions_.differs_from_zero(conditions_.path(decisions_), b)) {
         refuse(message_id::division_by_unknown, where);
     }
     if (!type.is_signed && divides) {

@@ -111,17 +111,19 @@ cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, 
         const place at = place_of_index(index);
         return memory_[at.object].rule == unset_rule::input;
     };
+    const auto set_when = [&](const cell& one) {
+        return one.kind == cell_kind::unset ? never : conditions_.known_choice(decisions_, one.set_when);
+    };
     if ((yes.kind == cell_kind::unset || no.kind == cell_kind::unset) && !is_input()) {
         cell set = yes.kind == cell_kind::unset ? no : yes;
-        const decision decided = decisions_.of(condition);
-        set.set_when = decisions_.choose(decided, yes.kind == cell_kind::unset ? never : yes.set_when,
-                                         no.kind == cell_kind::unset ? never : no.set_when);
+        set.set_when = decisions_.choose(condition, set_when(yes), set_when(no));
         return set;
     }
     cell both = yes;
     both.initial = yes.initial || no.initial;
     if (yes.set_when != always || no.set_when != always) {
-        both.set_when = decisions_.choose(decisions_.of(condition), yes.set_when, no.set_when);
+        both.set_when = decisions_.choose(condition, conditions_.known_choice(decisions_, yes.set_when),
+                                          conditions_.known_choice(decisions_, no.set_when));
     }
     if (yes.kind == no.kind && yes.content == no.content && yes.offset == no.offset && yes.bytes == no.bytes &&
         yes.sign_extended == no.sign_extended) {
@@ -170,6 +172,16 @@ value_id executor::chosen(value_id condition, value_id yes, value_id no, const a
     const auto same_choice = [&](value_id id) {
         return values_[id].op == operation::select && values_[id].operands[0] == condition;
     };
+    // A choice that is known here need not be carried along: a loop that is left early would gather all of its flags.
+    const auto without_known = [&](value_id id) {
+        if (values_[id].format != number_format::boolean) {
+            return conditions_.known_choice(id);
+        }
+        const auto truth = conditions_.truth_of(id);
+        return truth ? conditions_.boolean(*truth) : id;
+    };
+    yes = without_known(yes);
+    no = without_known(no);
     while (same_choice(yes)) {
         yes = values_[yes].operands[1];
     }
@@ -325,6 +337,8 @@ flow_of executor::execute_return(const clang::ReturnStmt& statement) {
         if (given.is != result::kind::nothing && frames_.back().returned.object != no_object) {
             store(frames_.back().returned, frames_.back().function->getReturnType(), given, range(*what));
         }
+    } else {
+        frames_.back().left_without_value = true;
     }
     return {yes_, no_, no_};
 }

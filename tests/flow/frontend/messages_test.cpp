@@ -45,6 +45,34 @@ TEST(flow_messages, of_each_program_read_as_written_down) {
     }
 }
 
+TEST(flow_messages, what_only_seems_to_be_guarded_is_refused) {
+    const auto refused = [](const std::string& program, const std::string& message) {
+        return messages_of("x.c", program).find("[" + message + "]") != std::string::npos;
+    };
+    for (const std::string body : {
+             "if (b <= 0) b = 0; return a / b;",
+             "if (b < -5 || b > -1) return a / b; return 0;",
+             "if (b + 1 > 0) return a / b; return 0;",
+             "int d = b; if (d == 1) d = 2; return a / d;",
+             "int d = a > 0 ? b : 3; if (a > 1 && b == 0) return 0; return a / d;",
+             "unsigned u = b; if (u >= 0x80000000u || u < 7) return a / u; return 0;",
+         }) {
+        EXPECT_TRUE(refused("int f(int a, int b) { " + body + " }", "division-by-unknown")) << body;
+    }
+    for (const std::string body : {
+             "int r; if (a > 0) r = 1; if (a < 0) r = b; return r;",
+             "int r; if (a > b) r = 1; if (a < b) r = 3; return r;",
+             "int r; switch (a & 3) { case 0: r = 1; break; case 1: r = b; break; case 3: r = 3; } return r;",
+             "int found = 0, r; for (int i = 0; i < 9; i++) if (a == i) { found = 1; if (i < 8) r = i; } "
+             "return found ? r : -1;",
+             "for (int i = 0; i < 30; i++) { if (a == i) return i; if (b == i) break; } if (a > b) return 3;",
+         }) {
+        EXPECT_TRUE(refused("int f(int a, int b) { " + body + " }", "not-always-assigned")) << body;
+    }
+    const std::string no_number = "int f(float x) { int r; if (x > 0) r = 1; if (x <= 0) r = 2; return r; }";
+    EXPECT_TRUE(refused(no_number, "not-always-assigned"));
+}
+
 TEST(flow_messages, so_many_values_are_told) {
     const std::string program = "float f(float a) { for (int i = 0; i < 1000; i++) a = a * i + a; return a; }";
     EXPECT_EQ(messages_of("x.c", program, {.most_values = 100}),

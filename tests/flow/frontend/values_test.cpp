@@ -91,6 +91,83 @@ TEST(flow_values, division_is_accepted_where_the_divisor_differs_from_zero) {
     EXPECT_EQ(result_of(text, {{"a", 9}, {"b", 0}}), 7);
 }
 
+TEST(flow_values, division_is_accepted_where_a_guard_leaves_no_zero) {
+    const auto quotient = [](const std::string& body, double a, double b) {
+        return result_of("int f(int a, int b) { " + body + " }", {{"a", a}, {"b", b}});
+    };
+    const std::string replaced = "int d = b; if (d == 0) d = 1; return a / d;";
+    EXPECT_EQ(quotient(replaced, 9, 0), 9);
+    EXPECT_EQ(quotient(replaced, 9, -2), -4);
+    const std::string raised = "if (b <= 0) b = 1; return a / b;";
+    EXPECT_EQ(quotient(raised, 9, -2), 9);
+    EXPECT_EQ(quotient(raised, 9, 2), 4);
+    const std::string outside = "if (b < -5 || b > 5) return a / b; return 0;";
+    EXPECT_EQ(quotient(outside, 60, -6), -10);
+    EXPECT_EQ(quotient(outside, 60, 0), 0);
+    const std::string flag = "_Bool set = b; if (set) return a / set; return -1;";
+    EXPECT_EQ(quotient(flag, 60, 7), 60);
+    EXPECT_EQ(quotient(flag, 60, 0), -1);
+    const std::string elsewhere = "int d = a > 0 ? b : 3; if (a > 0 && b == 0) return 0; return a / d;";
+    EXPECT_EQ(quotient(elsewhere, 8, 2), 4);
+    EXPECT_EQ(quotient(elsewhere, -9, 0), -3);
+    EXPECT_EQ(
+        result_of("unsigned f(unsigned a, unsigned b) { if (b > 5) return a / b; return 1; }", {{"a", 21}, {"b", 7}}),
+        3);
+}
+
+TEST(flow_values, a_variable_is_set_where_its_flag_tells_so) {
+    for (const char* flag : {"_Bool", "int"}) {
+        const std::string last = std::string("int f(const int x[20], int k) { ") + flag +
+                                 " found = 0; int at; for (int i = 0; i < 20; i++) if (x[i] == k) { at = i; found = 1; "
+                                 "} return found ? at : -1; }";
+        EXPECT_EQ(result_of(last, {{"x_3", 5}, {"x_17", 5}, {"k", 5}}), 17);
+        EXPECT_EQ(result_of(last, {{"k", 5}}), -1);
+        const std::string first = std::string("int f(const int x[1000], int k) { ") + flag +
+                                  " found = 0; int at; for (int i = 0; i < 1000; i++) if (x[i] == k) { at = i; found = "
+                                  "1; break; } if (found) return at; return -1; }";
+        EXPECT_EQ(result_of(first, {{"x_3", 5}, {"x_700", 5}, {"k", 5}}), 3);
+        EXPECT_EQ(result_of(first, {{"k", 5}}), -1);
+    }
+    const std::string state =
+        "int f(const int x[20], int k) { int state = 0, at; for (int i = 0; i < 20; i++) if (x[i] == k) { at = i; "
+        "state "
+        "= 2; } else if (state == 2) state = 3; if (state == 2) return at; if (state == 3) return -at; return 100; }";
+    EXPECT_EQ(result_of(state, {{"x_3", 5}, {"k", 5}}), -3);
+    EXPECT_EQ(result_of(state, {{"x_19", 5}, {"k", 5}}), 19);
+    EXPECT_EQ(result_of(state, {{"k", 5}}), 100);
+}
+
+TEST(flow_values, comparisons_that_leave_no_way_out_set_a_variable) {
+    const std::string two = "int f(int a, int b) { int r; if (a > 0) r = 1; if (a <= 0) r = b; return r; }";
+    EXPECT_EQ(result_of(two, {{"a", 1}, {"b", 7}}), 1);
+    EXPECT_EQ(result_of(two, {{"a", 0}, {"b", 7}}), 7);
+    const std::string three =
+        "int f(int a, int b) { int r; if (a > b) r = 1; if (a == b) r = 2; if (a < b) r = 3; return r; }";
+    EXPECT_EQ(result_of(three, {{"a", 4}, {"b", 4}}), 2);
+    EXPECT_EQ(result_of(three, {{"a", 3}, {"b", 4}}), 3);
+    const std::string cases =
+        "int f(int a, int b) { int r; switch (a & 3) { case 0: r = b; break; case 1: r = 10; break; case 2: r = 20; "
+        "break; case 3: r = 30; } return r; }";
+    EXPECT_EQ(result_of(cases, {{"a", 4}, {"b", 7}}), 7);
+    EXPECT_EQ(result_of(cases, {{"a", -1}, {"b", 7}}), 30);
+    const std::string left =
+        "int f(int a) { switch (a % 2) { case 0: return 5; case 1: return 6; case -1: return 7; } }";
+    EXPECT_EQ(result_of(left, {{"a", -3}}), 7);
+}
+
+TEST(flow_values, loops_of_many_rounds_are_left_early) {
+    const std::string search =
+        "int f(const int x[2000], int k) { for (int i = 0; i < 2000; i++) { if (x[i] == k) return i; } return -1; }";
+    EXPECT_EQ(result_of(search, {{"x_1234", 5}, {"x_1300", 5}, {"k", 5}}), 1234);
+    EXPECT_EQ(result_of(search, {{"k", 5}}), -1);
+    const std::string nested =
+        "int f(int a, int b) { int s = 0; for (int i = 0; i < 40; i++) { if (a == i * 3) { if (b == -i) break; } s ^= "
+        "b; "
+        "if (s > 1000) { s -= 500; if (a == i) return s; } } return s; }";
+    EXPECT_EQ(result_of(nested, {{"a", 9}, {"b", -3}}), -3);
+    EXPECT_EQ(result_of(nested, {{"a", 0}, {"b", 1500}}), 1000);
+}
+
 TEST(flow_values, a_constant_without_suffix_takes_the_other_format) {
     const std::string text = "float f(float a) { return a * 0.1; }";
     EXPECT_EQ(dump(followed(text).values),
