@@ -14,21 +14,11 @@ namespace {
 
 std::vector<std::string> header_of(const compilation_state& state, const design_names& names) {
     const command_line& line = state.line;
-    std::string command = "xfcflow build " + line.source;
-    for (const auto& [option, value] :
-         {std::pair<const char*, const std::string&>{"--top", line.top}, {"--name", line.name}}) {
-        command += value.empty() ? "" : std::string(" ") + option + " " + value;
-    }
-    command += line.mantissa != 32 ? " --mantissa " + std::to_string(line.mantissa) : "";
-    command += line.low_latency ? " --low-latency" : "";
-    command += line.fast_reciprocal ? " --fast-reciprocal" : "";
-    for (const library_option_row& row : library_option_rows()) {
-        const std::string& word = line.*row.word;
-        command += word.empty() ? "" : " " + std::string(row.name) + " " + word;
-    }
-    command += line.c_constants ? " --c-constants" : "";
-    command += line.driver.empty() ? "" : " --driver " + line.driver;
-    return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
+    const std::string options = design_options(line, "build");
+    const std::string command = "xfcflow build " + shell_word(line.source) + (options.empty() ? "" : " " + options);
+    // A tool may take a comment that begins with its name for an order, and a design may be called like it.
+    return {"Pipelined datapath " + names.design + ", written by xfcflow " + std::string(version),
+            "  " + comment_text(command),
             "Latency " + counted_cycles(state.times->latency) +
                 " in which enable is 1; a new vector may enter in every one of them.",
             "startout is 1 in the cycle in which the outputs belong to a vector that came with startin."};

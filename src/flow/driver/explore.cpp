@@ -24,47 +24,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A word as a shell reads it.
-std::string quoted(const std::string& word) {
-    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./:,@%";
-    if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) {
-        return word;
-    }
-    std::string text = "'";
-    for (const char letter : word) {
-        text += letter == '\'' ? "'\\''" : std::string(1, letter);
-    }
-    return text + "'";
-}
-
 /// The options that every point has, as `build` takes them.
-std::string common_options(const command_line& line) {
-    std::string text;
-    const auto add = [&](std::string_view option, const std::string& value) {
-        text += (text.empty() ? "" : " ") + std::string(option) + (value.empty() ? "" : " " + quoted(value));
-    };
-    if (!line.top.empty()) {
-        add("--top", line.top);
-    }
-    if (line.c_constants) {
-        add("--c-constants", "");
-    }
-    if (line.unroll != command_line().unroll) {
-        add("--unroll", std::to_string(line.unroll));
-    }
-    for (const std::string& folder : line.include_folders) {
-        add("--include", folder);
-    }
-    for (const std::string& definition : line.definitions) {
-        add("--define", definition);
-    }
-    for (const library_option_row& row : library_option_rows()) {
-        if (!(line.*row.word).empty()) {
-            add(row.name, line.*row.word);
-        }
-    }
-    return text;
-}
+std::string common_options(const command_line& line) { return design_options(line, "explore"); }
 
 class exploration_run {
 public:
@@ -164,10 +125,10 @@ private:
 
     [[nodiscard]] std::string job(std::size_t number, const std::string& folder) const {
         const std::string common = common_options(line_);
-        return "xfcflow explore " + quoted(line_.source) + (common.empty() ? "" : " " + common) + " --vectors " +
+        return "xfcflow explore " + shell_word(line_.source) + (common.empty() ? "" : " " + common) + " --vectors " +
                std::to_string(line_.vectors) + " --seed " + std::to_string(line_.seed) + " --family " + line_.family +
                " --point " + std::to_string(number) + " --result " +
-               quoted((fs::path(folder) / file_of(number)).string()) + "\n";
+               shell_word((fs::path(folder) / file_of(number)).string()) + "\n";
     }
 
     bool write_jobs() {

@@ -113,7 +113,7 @@ TEST_F(explore_command, lines_to_run_name_every_option_that_matters) {
     std::string first;
     std::getline(lines, first);
     EXPECT_EQ(first, "xfcflow explore " + source_.string() +
-                         " --top f --c-constants --unroll 7 --define 'A=it'\\''s' --normalizer-speed 2 --vectors 30 "
+                         " --top f --c-constants --unroll 7 --define 'A=it'\"'\"'s' --normalizer-speed 2 --vectors 30 "
                          "--seed 3 --family ecp5 --point 1 --result " +
                          file("jobs.results/point_1.json"));
 }
