@@ -49,20 +49,6 @@ std::string summary(const compilation_state& state, const built_design& result) 
     return text;
 }
 
-/// A header of the program may be called like a file that is written.
-bool keeps_what_is_read(const compilation_state& state, const built_design& result) {
-    for (const std::string& path : paths_of(state.line, result)) {
-        for (const std::string& read : state.places.file_names()) {
-            std::error_code none;
-            if (std::filesystem::equivalent(path, read, none)) {
-                state.messages.report(message_id::same_file, {}, {path});
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 }  // namespace
 
 std::string design_name(const compilation_state& state) {
@@ -75,6 +61,23 @@ std::string design_name(const compilation_state& state) {
         }
     }
     return name;
+}
+
+bool keeps_what_is_read(const compilation_state& state, const std::vector<std::string>& written,
+                        std::vector<std::string> also_read) {
+    // Headers of the program too.
+    const std::vector<std::string> sources = state.places.file_names();
+    also_read.insert(also_read.end(), sources.begin(), sources.end());
+    for (const std::string& path : written) {
+        for (const std::string& read : also_read) {
+            std::error_code none;
+            if (std::filesystem::equivalent(path, read, none)) {
+                state.messages.report(message_id::same_file, {}, {path});
+                return false;
+            }
+        }
+    }
+    return true;
 }
 
 std::vector<language> languages_of(const command_line& line) {
@@ -119,7 +122,8 @@ int build(const command_line& line, std::ostream& out, std::ostream& error, bool
     if (run_stages(state, true)) {
         result = built(state);
     }
-    const bool done = result && keeps_what_is_read(state, *result) && write_files(line.folder, result->files, messages);
+    const bool done = result && keeps_what_is_read(state, paths_of(line, *result)) &&
+                      write_files(line.folder, result->files, messages);
     if (line.json) {
         out << report_json(done ? &*state.current : nullptr, done ? std::optional(state.times->latency) : std::nullopt,
                            messages, places, line.source, done ? paths_of(line, *result) : std::vector<std::string>{});

@@ -119,6 +119,11 @@ private:
         return results;
     }
 
+    bool write(const std::string& file, const std::string& text) {
+        const std::vector<std::string> written{file};
+        return keeps_what_is_read(state_, written, results_read_) && write_files("", {{file, text}}, messages_);
+    }
+
     // ---- Elsewhere ----
 
     [[nodiscard]] static std::string file_of(std::size_t number) { return "point_" + std::to_string(number) + ".json"; }
@@ -137,7 +142,7 @@ private:
         for (std::size_t number = 1; number <= points_.size(); ++number) {
             text += job(number, folder);
         }
-        if (!write_files("", {{line_.jobs_file, text}}, messages_)) {
+        if (!write(line_.jobs_file, text)) {
             return false;
         }
         out_ << line_.jobs_file << ": " << points_.size() << " lines, whose results go into " << folder << '\n';
@@ -159,7 +164,7 @@ private:
         }
         // Whoever ends this process half-way leaves no half of a result.
         const std::string part = line_.result + ".part";
-        if (!write_files("", {{part, text}}, messages_)) {
+        if (!keeps_what_is_read(state_, std::vector{line_.result}) || !write(part, text)) {
             return false;
         }
         std::error_code failed;
@@ -181,7 +186,9 @@ private:
         std::string jobs;
         std::size_t lacking = 0;
         for (std::size_t number = 1; number <= points_.size(); ++number) {
-            auto result = result_of_file(read_file(fs::path(line_.merge) / file_of(number)), of);
+            const fs::path file = fs::path(line_.merge) / file_of(number);
+            results_read_.push_back(file.string());
+            auto result = result_of_file(read_file(file), of);
             if (result && result->number == number) {
                 results.push_back(std::move(*result));
                 continue;
@@ -220,7 +227,7 @@ private:
             out_ << text;
             return true;
         }
-        if (!write_files("", {{file, text}}, messages_)) {
+        if (!write(file, text)) {
             return false;
         }
         out_ << file << '\n';
@@ -234,6 +241,7 @@ private:
     source_map places_;
     compilation_state state_{line_, messages_, places_};
     std::vector<design_point> points_;
+    std::vector<std::string> results_read_;  ///< files, of a merge
 };
 
 }  // namespace
