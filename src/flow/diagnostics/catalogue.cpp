@@ -117,6 +117,8 @@ constexpr message_row rows[] = {
      "install it with: apt-get install %0"},
     {id::simulator_language, "simulator-language", error, "%0 does not simulate the language of --lang %1",
      "ghdl simulates VHDL, iverilog and verilator simulate Verilog"},
+    {id::no_waveforms, "no-waveforms", error, "--simulator none makes no waveforms for --wave",
+     "name a simulator, or leave --wave out"},
     {id::simulation_failed, "simulation-failed", error, "%0 failed: %1", ""},
     {id::no_such_point, "no-such-point", error, "there is no point %0: the program has %1", ""},
     {id::points_missing, "points-missing", error, "%0 of %1 points have no result in '%2': %3",

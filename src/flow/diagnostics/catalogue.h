@@ -77,6 +77,7 @@ enum class message_id : std::uint8_t {
     no_simulator,
     no_placer,
     simulator_language,
+    no_waveforms,
     simulation_failed,
     no_such_point,
     points_missing,

@@ -14,21 +14,11 @@ namespace {
 
 std::vector<std::string> header_of(const compilation_state& state, const design_names& names) {
     const command_line& line = state.line;
-    std::string command = "xfcflow build " + line.source;
-    for (const auto& [option, value] :
-         {std::pair<const char*, const std::string&>{"--top", line.top}, {"--name", line.name}}) {
-        command += value.empty() ? "" : std::string(" ") + option + " " + value;
-    }
-    command += line.mantissa != 32 ? " --mantissa " + std::to_string(line.mantissa) : "";
-    command += line.low_latency ? " --low-latency" : "";
-    command += line.fast_reciprocal ? " --fast-reciprocal" : "";
-    for (const library_option_row& row : library_option_rows()) {
-        const std::string& word = line.*row.word;
-        command += word.empty() ? "" : " " + std::string(row.name) + " " + word;
-    }
-    command += line.c_constants ? " --c-constants" : "";
-    command += line.driver.empty() ? "" : " --driver " + line.driver;
-    return {names.design + ": a pipelined datapath, written by xfcflow " + std::string(version), "  " + command,
+    const std::string options = design_options(line, "build");
+    const std::string command = "xfcflow build " + shell_word(line.source) + (options.empty() ? "" : " " + options);
+    // A tool may take a comment that begins with its name for an order, and a design may be called like it.
+    return {"Pipelined datapath " + names.design + ", written by xfcflow " + std::string(version),
+            "  " + comment_text(command),
             "Latency " + counted_cycles(state.times->latency) +
                 " in which enable is 1; a new vector may enter in every one of them.",
             "startout is 1 in the cycle in which the outputs belong to a vector that came with startin."};
@@ -59,20 +49,6 @@ std::string summary(const compilation_state& state, const built_design& result) 
     return text;
 }
 
-/// A header of the program may be called like a file that is written.
-bool keeps_what_is_read(const compilation_state& state, const built_design& result) {
-    for (const std::string& path : paths_of(state.line, result)) {
-        for (const std::string& read : state.places.file_names()) {
-            std::error_code none;
-            if (std::filesystem::equivalent(path, read, none)) {
-                state.messages.report(message_id::same_file, {}, {path});
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 }  // namespace
 
 std::string design_name(const compilation_state& state) {
@@ -85,6 +61,23 @@ std::string design_name(const compilation_state& state) {
         }
     }
     return name;
+}
+
+bool keeps_what_is_read(const compilation_state& state, const std::vector<std::string>& written,
+                        std::vector<std::string> also_read) {
+    // Headers of the program too.
+    const std::vector<std::string> sources = state.places.file_names();
+    also_read.insert(also_read.end(), sources.begin(), sources.end());
+    for (const std::string& path : written) {
+        for (const std::string& read : also_read) {
+            std::error_code none;
+            if (std::filesystem::equivalent(path, read, none)) {
+                state.messages.report(message_id::same_file, {}, {path});
+                return false;
+            }
+        }
+    }
+    return true;
 }
 
 std::vector<language> languages_of(const command_line& line) {
@@ -129,7 +122,8 @@ int build(const command_line& line, std::ostream& out, std::ostream& error, bool
     if (run_stages(state, true)) {
         result = built(state);
     }
-    const bool done = result && keeps_what_is_read(state, *result) && write_files(line.folder, result->files, messages);
+    const bool done = result && keeps_what_is_read(state, paths_of(line, *result)) &&
+                      write_files(line.folder, result->files, messages);
     if (line.json) {
         out << report_json(done ? &*state.current : nullptr, done ? std::optional(state.times->latency) : std::nullopt,
                            messages, places, line.source, done ? paths_of(line, *result) : std::vector<std::string>{});

@@ -21,6 +21,10 @@ struct built_design {
 /// The files of a compilation that has come to its schedule; without a result the messages say why.
 [[nodiscard]] std::optional<built_design> built(const compilation_state& state);
 
+/// Whether none of the files to write is one that the compilation has read, or one of `also_read`; a message names it.
+[[nodiscard]] bool keeps_what_is_read(const compilation_state& state, const std::vector<std::string>& written,
+                                      std::vector<std::string> also_read = {});
+
 /// The languages that the command line asks for.
 [[nodiscard]] std::vector<language> languages_of(const command_line& line);
 

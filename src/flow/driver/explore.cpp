@@ -24,47 +24,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A word as a shell reads it.
-std::string quoted(const std::string& word) {
-    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./:,@%";
-    if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) {
-        return word;
-    }
-    std::string text = "'";
-    for (const char letter : word) {
-        text += letter == '\'' ? "'\\''" : std::string(1, letter);
-    }
-    return text + "'";
-}
-
 /// The options that every point has, as `build` takes them.
-std::string common_options(const command_line& line) {
-    std::string text;
-    const auto add = [&](std::string_view option, const std::string& value) {
-        text += (text.empty() ? "" : " ") + std::string(option) + (value.empty() ? "" : " " + quoted(value));
-    };
-    if (!line.top.empty()) {
-        add("--top", line.top);
-    }
-    if (line.c_constants) {
-        add("--c-constants", "");
-    }
-    if (line.unroll != command_line().unroll) {
-        add("--unroll", std::to_string(line.unroll));
-    }
-    for (const std::string& folder : line.include_folders) {
-        add("--include", folder);
-    }
-    for (const std::string& definition : line.definitions) {
-        add("--define", definition);
-    }
-    for (const library_option_row& row : library_option_rows()) {
-        if (!(line.*row.word).empty()) {
-            add(row.name, line.*row.word);
-        }
-    }
-    return text;
-}
+std::string common_options(const command_line& line) { return design_options(line, "explore"); }
 
 class exploration_run {
 public:
@@ -158,16 +119,21 @@ private:
         return results;
     }
 
+    bool write(const std::string& file, const std::string& text) {
+        const std::vector<std::string> written{file};
+        return keeps_what_is_read(state_, written, results_read_) && write_files("", {{file, text}}, messages_);
+    }
+
     // ---- Elsewhere ----
 
     [[nodiscard]] static std::string file_of(std::size_t number) { return "point_" + std::to_string(number) + ".json"; }
 
     [[nodiscard]] std::string job(std::size_t number, const std::string& folder) const {
         const std::string common = common_options(line_);
-        return "xfcflow explore " + quoted(line_.source) + (common.empty() ? "" : " " + common) + " --vectors " +
+        return "xfcflow explore " + shell_word(line_.source) + (common.empty() ? "" : " " + common) + " --vectors " +
                std::to_string(line_.vectors) + " --seed " + std::to_string(line_.seed) + " --family " + line_.family +
                " --point " + std::to_string(number) + " --result " +
-               quoted((fs::path(folder) / file_of(number)).string()) + "\n";
+               shell_word((fs::path(folder) / file_of(number)).string()) + "\n";
     }
 
     bool write_jobs() {
@@ -176,7 +142,7 @@ private:
         for (std::size_t number = 1; number <= points_.size(); ++number) {
             text += job(number, folder);
         }
-        if (!write_files("", {{line_.jobs_file, text}}, messages_)) {
+        if (!write(line_.jobs_file, text)) {
             return false;
         }
         out_ << line_.jobs_file << ": " << points_.size() << " lines, whose results go into " << folder << '\n';
@@ -198,7 +164,7 @@ private:
         }
         // Whoever ends this process half-way leaves no half of a result.
         const std::string part = line_.result + ".part";
-        if (!write_files("", {{part, text}}, messages_)) {
+        if (!keeps_what_is_read(state_, std::vector{line_.result}) || !write(part, text)) {
             return false;
         }
         std::error_code failed;
@@ -220,7 +186,9 @@ private:
         std::string jobs;
         std::size_t lacking = 0;
         for (std::size_t number = 1; number <= points_.size(); ++number) {
-            auto result = result_of_file(read_file(fs::path(line_.merge) / file_of(number)), of);
+            const fs::path file = fs::path(line_.merge) / file_of(number);
+            results_read_.push_back(file.string());
+            auto result = result_of_file(read_file(file), of);
             if (result && result->number == number) {
                 results.push_back(std::move(*result));
                 continue;
@@ -259,7 +227,7 @@ private:
             out_ << text;
             return true;
         }
-        if (!write_files("", {{file, text}}, messages_)) {
+        if (!write(file, text)) {
             return false;
         }
         out_ << file << '\n';
@@ -273,6 +241,7 @@ private:
     source_map places_;
     compilation_state state_{line_, messages_, places_};
     std::vector<design_point> points_;
+    std::vector<std::string> results_read_;  ///< files, of a merge
 };
 
 }  // namespace

@@ -37,32 +37,37 @@ const option_row options[] = {
      .text = "the function to make hardware of; without it the one that no other calls",
      .commands = "check build simulate view synth explore",
      .choices = "",
-     .word = &command_line::top},
+     .word = &command_line::top,
+     .of_design = true},
     {.name = "--c-constants",
      .value = "",
      .text = "floating constants without suffix are double, as C has them; otherwise they take the other operand's "
              "format",
      .commands = "check build simulate view synth explore",
      .choices = "",
-     .flag = &command_line::c_constants},
+     .flag = &command_line::c_constants,
+     .of_design = true},
     {.name = "--unroll",
      .value = "N",
      .text = "the most rounds of one loop, each of which becomes hardware",
      .commands = "check build simulate view synth explore",
      .choices = "",
-     .number = &command_line::unroll},
+     .number = &command_line::unroll,
+     .of_design = true},
     {.name = "--include",
      .value = "FOLDER",
      .text = "a folder to search for included files, behind the source's own; may be given again",
      .commands = "check build simulate view synth explore",
      .choices = "",
-     .list = &command_line::include_folders},
+     .list = &command_line::include_folders,
+     .of_design = true},
     {.name = "--define",
      .value = "NAME[=TEXT]",
      .text = "a macro, 1 without a text; may be given again",
      .commands = "check build simulate view synth explore",
      .choices = "",
-     .list = &command_line::definitions},
+     .list = &command_line::definitions,
+     .of_design = true},
     {.name = "--dump",
      .value = "STAGE",
      .text = "print the values as they stand behind a stage instead of the report",
@@ -81,7 +86,8 @@ const option_row options[] = {
              "NAME_model.h and NAME_model.cpp for C and C++, with NAME_model.py for Python",
      .commands = "build",
      .choices = "c python",
-     .word = &command_line::driver},
+     .word = &command_line::driver,
+     .of_design = true},
     {.name = "-o",
      .value = "FOLDER",
      .text = "where to write; made when it is not there",
@@ -167,7 +173,8 @@ const option_row options[] = {
      .text = "what to call the design instead of the program's name",
      .commands = "build simulate view synth",
      .choices = "",
-     .word = &command_line::name},
+     .word = &command_line::name,
+     .of_design = true},
     {.name = "--simulator",
      .value = "NAME",
      .text = "the simulator to run; without it the first one installed for each language; none: the model alone",
@@ -209,63 +216,73 @@ const option_row options[] = {
      .text = "bits of the mantissa inside single-precision chains, 32 or 36",
      .commands = "check build simulate view synth",
      .choices = "32 36",
-     .number = &command_line::mantissa},
+     .number = &command_line::mantissa,
+     .of_design = true},
     {.name = "--low-latency",
      .value = "",
      .text = "the fewest cycles instead of the fastest clock; quotients and normalizations "
              "are truncated, below one unit instead of half a one",
      .commands = "check build simulate view synth",
      .choices = "",
-     .flag = &command_line::low_latency},
+     .flag = &command_line::low_latency,
+     .of_design = true},
     {.name = "--fast-reciprocal",
      .value = "",
      .text = "1 / x and 1 / sqrt(x) use the reciprocal components: fewer cycles, less well rounded",
      .commands = "check build simulate view synth",
      .choices = "",
-     .flag = &command_line::fast_reciprocal},
+     .flag = &command_line::fast_reciprocal,
+     .of_design = true},
     {.name = "--round-conversions",
      .value = "MODE",
      .text = "conversions to and from the forms inside round (on) or cut off",
      .commands = "check build simulate view synth explore",
      .choices = "on off",
-     .word = &command_line::round_conversions},
+     .word = &command_line::round_conversions,
+     .of_design = true},
     {.name = "--round-normalization",
      .value = "MODE",
      .text = "normalizations round (on) or leave a sticky bit",
      .commands = "check build simulate view synth explore",
      .choices = "on off",
-     .word = &command_line::round_normalization},
+     .word = &command_line::round_normalization,
+     .of_design = true},
     {.name = "--normalize-inputs",
      .value = "MODE",
      .text = "operands of single-precision multipliers are normalized fully (on) or by one bit alone",
      .commands = "check build simulate view synth explore",
      .choices = "on off",
-     .word = &command_line::normalize_inputs},
+     .word = &command_line::normalize_inputs,
+     .of_design = true},
     {.name = "--output-registers",
      .value = "MODE",
      .text = "a register behind components that could do without (on), which makes the clock fast",
      .commands = "check build simulate view synth explore",
      .choices = "on off",
-     .word = &command_line::output_registers},
+     .word = &command_line::output_registers,
+     .of_design = true},
     {.name = "--shifter-registers",
      .value = "MODE",
      .text = "a register inside the alignment of sums (on), which makes the clock fast",
      .commands = "check build simulate view synth explore",
      .choices = "on off",
-     .word = &command_line::shifter_registers},
+     .word = &command_line::shifter_registers,
+     .of_design = true},
     {.name = "--normalizer-speed",
      .value = "LEVEL",
      .text = "cycles of a normalization, 1 to 3; more make the clock fast",
      .commands = "check build simulate view synth explore",
      .choices = "1 2 3",
-     .word = &command_line::normalizer_speed},
+     .word = &command_line::normalizer_speed,
+     .of_design = true},
     {.name = "--multiplier-blocks",
      .value = "MODE",
      .text = "products are written so that tools put them into multiplier blocks (on), or out of adders; the same bits "
              "and cycles",
      .commands = "check build simulate view synth explore",
      .choices = "on off",
-     .word = &command_line::multiplier_blocks},
+     .word = &command_line::multiplier_blocks,
+     .of_design = true},
     {.name = "--json",
      .value = "",
      .text = "print report and messages as JSON",
@@ -333,6 +350,45 @@ void add_option(CLI::App& app, const option_row& row, command_line& line) {
 }  // namespace
 
 std::span<const library_option_row> library_option_rows() { return library_rows; }
+
+std::string design_options(const command_line& line, std::string_view command) {
+    const command_line defaults;
+    std::string text;
+    const auto add = [&](const option_row& row, const std::string& value) {
+        text += (text.empty() ? "" : " ") + std::string(row.name) + (row.flag != nullptr ? "" : " ") + value;
+    };
+    for (const option_row& row : options) {
+        if (!row.of_design || !belongs_to(row, command)) {
+            continue;
+        }
+        if (row.flag != nullptr && line.*row.flag) {
+            add(row, "");
+        } else if (row.word != nullptr && line.*row.word != defaults.*row.word) {
+            add(row, shell_word(line.*row.word));
+        } else if (row.number != nullptr && line.*row.number != defaults.*row.number) {
+            add(row, std::to_string(line.*row.number));
+        } else if (row.list != nullptr) {
+            for (const std::string& value : line.*row.list) {
+                add(row, shell_word(value));
+            }
+        }
+    }
+    return text;
+}
+
+std::string shell_word(const std::string& word) {
+    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./:,@%";
+    if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) {
+        return word;
+    }
+    std::string text = "'";
+    for (const char letter : word) {
+        // Without a backslash, since comments have none.
+        text += letter == '\'' ? "'\"'\"'" : std::string(1, letter);
+    }
+    return text + "'";
+}
+
 std::span<const command_row> command_rows() { return commands; }
 std::span<const option_row> option_rows() { return options; }
 

@@ -74,6 +74,7 @@ struct option_row {
     std::string command_line::*word = nullptr;
     int command_line::*number = nullptr;
     std::vector<std::string> command_line::*list = nullptr;
+    bool of_design = false;  ///< what is built depends on it
 };
 
 /// An option that sets a generic of the library's components.
@@ -89,6 +90,13 @@ struct library_option_row {
 };
 
 [[nodiscard]] std::span<const library_option_row> library_option_rows();
+
+/// The options of a command that make the design what it is, with which the same one is built again, as a shell reads
+/// them; those that stand at their defaults are left out.
+[[nodiscard]] std::string design_options(const command_line& line, std::string_view command);
+
+/// A word as a shell reads it.
+[[nodiscard]] std::string shell_word(const std::string& word);
 
 [[nodiscard]] std::span<const command_row> command_rows();
 [[nodiscard]] std::span<const option_row> option_rows();

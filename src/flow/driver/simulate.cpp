@@ -37,6 +37,9 @@ std::vector<const simulator_row*> chosen_simulators(const command_line& line, di
     const std::vector<language> wanted = languages_of(line);
     std::vector<const simulator_row*> chosen;
     if (line.simulator == "none") {
+        if (!line.wave.empty()) {
+            messages.report(message_id::no_waveforms, {});
+        }
         return chosen;
     }
     for (const language lang : wanted) {
@@ -116,22 +119,19 @@ public:
     }
 
 private:
+    /// Whether the hardware's outputs are known; without a simulator the model's are.
+    [[nodiscard]] bool all_finished() const { return finished_ == simulators_.size(); }
+
     [[nodiscard]] const graph& values() const { return state_.current->values; }
 
     /// No file that is read may be written over, nor two results go into one file.
     bool files_are_distinct() {
-        std::vector<std::string> taken = {line_.source, line_.inputs};
-        for (const std::string& written : {line_.outputs, line_.wave}) {
-            for (const std::string& other : taken) {
-                std::error_code none;
-                if (!written.empty() && !other.empty() && (written == other || fs::equivalent(written, other, none))) {
-                    messages_.report(message_id::same_file, {}, {written});
-                    return false;
-                }
-            }
-            taken.push_back(written);
+        std::error_code none;
+        if (!line_.wave.empty() && (line_.wave == line_.outputs || fs::equivalent(line_.wave, line_.outputs, none))) {
+            messages_.report(message_id::same_file, {}, {line_.wave});
+            return false;
         }
-        return true;
+        return keeps_what_is_read(state_, {line_.outputs, line_.wave}, {line_.inputs});
     }
 
     bool make_vectors() {
@@ -219,6 +219,7 @@ private:
             copy_wave(folder.path() / "wave.vcd");
         }
         if (failure.empty()) {
+            ++finished_;
             count_equal(results);
             failure = difference_of(applied_, expected_, values(), what_->text->latency, results);
         }
@@ -277,7 +278,7 @@ private:
         std::vector<output_accuracy> rows = accuracy_of(question);
         bar_.clear();
         for (std::size_t place = 0; place < rows.size() && !simulators_.empty(); ++place) {
-            rows[place].bits_equal = equal_[place];
+            rows[place].bits_equal = all_finished() ? equal_[place] : 0;
         }
         report_faults(rows, messages_);
         report_["host"] = {{"compiler", host.compiler}, {"ran", host.why_not.empty()}};
@@ -314,7 +315,7 @@ private:
     }
 
     void write_outputs() {
-        if (line_.outputs.empty()) {
+        if (line_.outputs.empty() || !all_finished()) {
             return;
         }
         errno = 0;
@@ -338,6 +339,7 @@ private:
     vectors_by_number expected_;      ///< by vector, the model's
     vectors_by_number seen_;          ///< by vector, the hardware's; the model's where none is simulated
     std::vector<std::size_t> equal_;  ///< by output: vectors in which every simulator had the model's bits
+    std::size_t finished_ = 0;        ///< simulators that came to their end
     std::string text_;
     json report_;
 };

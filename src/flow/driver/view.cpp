@@ -40,8 +40,10 @@ int view(const command_line& line, std::ostream& out, std::ostream& error, bool 
         const picture_format& format = format_of(line);
         const picture what = picture_of(values, *state.made, *state.times, names);
         const std::string file = !line.file.empty() ? line.file : names.design + std::string(format.extension);
-        done = write_files(
-            "", {{file, format.text(what, {values, *state.made, *state.times, names, places, line.source})}}, messages);
+        done = keeps_what_is_read(state, {file}) &&
+               write_files("",
+                           {{file, format.text(what, {values, *state.made, *state.times, names, places, line.source})}},
+                           messages);
         if (done) {
             out << file << '\n';
         }

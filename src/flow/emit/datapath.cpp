@@ -101,7 +101,7 @@ private:
 
     std::string_view port_comment(const port& one) {
         return one.c_access.empty() ? kept(format_name(one.format))
-                                    : kept_all(format_name(one.format), ", ", one.c_access);
+                                    : kept_all(format_name(one.format), ", ", comment_text(one.c_access));
     }
 
     /// Delayed buses are called after their bus and its delay, instances after the bus that they drive.

@@ -191,11 +191,10 @@ std::string hexadecimal(std::uint64_t bits) {
     return "0x" + std::string(digits.data(), end);
 }
 
-/// Without letters that would end a comment or a text of Python, or continue a line.
+/// A comment that ends no text of Python either.
 std::string harmless(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char letter) { return letter < ' ' || letter > '~' || letter == '\\' || letter == '"'; }, '?');
+    text = comment_text(std::move(text));
+    std::replace(text.begin(), text.end(), '"', '?');
     return text;
 }
 

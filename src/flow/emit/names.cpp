@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
+#include <utility>
 
 #include "flow/graph/dump.h"
 #include "flow/graph/port_names.h"
@@ -12,6 +14,13 @@ namespace {
 
 constexpr std::size_t longest_comment = 100;  // characters
 constexpr std::size_t longest_name = 40;      // characters of a C variable's name
+
+// Some tool takes a comment that begins with one of these for an order to itself.
+constexpr std::string_view tools[] = {
+    "0in",     "altera",  "ambit",     "cadence",  "coverage", "exemplar", "leda",      "lint",      "pragma",
+    "psl",     "quartus", "rtl_synth", "spyglass", "surefire", "synopsys", "synthesis", "translate", "vcs",
+    "verible", "verific", "verilator", "verilint", "verilog",  "vhdl",     "xilinx",
+};
 
 bool is_name_letter(char letter) { return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_'; }
 
@@ -67,7 +76,22 @@ std::string value_name(const graph& values, value_id id, const source_map& place
     return !variable.empty() ? variable : std::string(row_of(one.op).name) + "_line" + std::to_string(place.line);
 }
 
+bool begins_with_a_tool(std::string_view text) {
+    std::string front(text.substr(0, 16));
+    std::transform(front.begin(), front.end(), front.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return std::any_of(std::begin(tools), std::end(tools),
+                       [&](std::string_view tool) { return front.starts_with(tool); });
+}
+
 }  // namespace
+
+std::string comment_text(std::string text) {
+    // VHDL-93 knows no bytes 128 to 159. A backslash at the end of a line would continue it in some tools.
+    std::replace_if(
+        text.begin(), text.end(), [](char letter) { return letter < ' ' || letter > '~' || letter == '\\'; }, '?');
+    return text;
+}
 
 design_names names_of(const graph& values, std::string_view design_name, const design& made, const source_map& places) {
     arena texts;
@@ -105,6 +129,7 @@ design_names names_of(const graph& values, std::string_view design_name, const d
 std::string source_comment(const graph& values, value_id id, const source_map& places) {
     const value& one = values[id];
     std::string text = places.place_text(one.where);
+    text.insert(0, begins_with_a_tool(text) ? "./" : "");
     if (one.op == operation::constant) {
         text += (text.empty() ? "" : ": ") + constant_text(values, id);
     } else if (one.op == operation::input) {
@@ -117,10 +142,7 @@ std::string source_comment(const graph& values, value_id id, const source_map& p
     if (text.size() > longest_comment) {
         text.replace(longest_comment - 3, std::string::npos, "...");
     }
-    // A backslash at the end of a line would continue it in some tools.
-    std::replace_if(
-        text.begin(), text.end(), [](char letter) { return letter < ' ' || letter > '~' || letter == '\\'; }, '?');
-    return text;
+    return comment_text(std::move(text));
 }
 
 }  // namespace xfc::flow

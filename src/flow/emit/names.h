@@ -26,6 +26,10 @@ struct design_names {
 [[nodiscard]] design_names names_of(const graph& values, std::string_view design_name, const design& made,
                                     const source_map& places);
 
+/// The text on one line of ASCII that stands in a comment of any language without ending or continuing it; a letter
+/// that cannot becomes a question mark.
+[[nodiscard]] std::string comment_text(std::string text);
+
 /// "fir.c:12: a * b", fit for a comment: one line of printable characters, not longer than 100.
 [[nodiscard]] std::string source_comment(const graph& values, value_id id, const source_map& places);
 

@@ -9,8 +9,9 @@ namespace xfc::flow {
 
 namespace {
 
-// Words of VHDL up to 2008, of Verilog and SystemVerilog, names of the packages and types that designs use, and the
-// ports that every design has, and those of C++ of which Verilator warns. In lower case and in order.
+// Words of VHDL up to 2008 with those of PSL in it, of Verilog, SystemVerilog and Icarus, names of the packages and
+// types that designs use, the ports and the label that every design has, and words of C++ of which Verilator warns. In
+// lower case and in order.
 // clang-format off
 constexpr std::string_view reserved[] = {
     "abort", "abs", "accept_on", "access", "after", "alias", "alignas", "alignof", "all", "always", "always_comb",
@@ -26,36 +27,36 @@ constexpr std::string_view reserved[] = {
     "endclocking", "endconfig", "endfunction", "endgenerate", "endgroup", "endinterface", "endmodule", "endpackage",
     "endprimitive", "endprogram", "endproperty", "endsequence", "endspecify", "endtable", "endtask", "entity", "enum",
     "error", "event", "eventually", "exit", "expect", "explicit", "export", "extends", "extern", "failure", "fairness",
-    "false", "far", "file", "final", "first_match", "float", "for", "force", "foreach", "forever", "fork", "forkjoin",
-    "friend", "function", "generate", "generic", "genvar", "global", "goto", "group", "guarded", "highz0", "highz1",
-    "huge", "ieee", "if", "iff", "ifnone", "ignore_bins", "illegal_bins", "implements", "implies", "import", "impure",
-    "in", "incdir", "include", "inertial", "initial", "inout", "input", "inside", "instance", "int", "integer",
-    "interconnect", "interface", "interrupt", "intersect", "is", "join", "join_any", "join_none", "label", "large",
-    "let", "liblist", "library", "line", "linkage", "literal", "local", "localparam", "logic", "long", "longint",
-    "loop", "macromodule", "mailbox", "map", "matches", "maximum", "medium", "minimum", "mod", "modport", "module",
-    "mutable", "namespace", "nand", "natural", "near", "negedge", "nettype", "new", "next", "nexttime", "nmos", "nor",
-    "noshowcancelled", "not", "not_eq", "note", "notif0", "notif1", "now", "null", "nullptr", "numeric_std", "of", "on",
-    "open", "operator", "or", "others", "out", "output", "package", "packed", "parameter", "pascal", "pmos", "port",
-    "posedge", "positive", "postponed", "primitive", "priority", "private", "procedure", "process", "program",
-    "property", "protected", "public", "pull0", "pull1", "pulldown", "pullup", "pulsestyle_ondetect",
-    "pulsestyle_onevent", "pure", "rand", "randc", "randcase", "randsequence", "range", "rcmos", "real", "realtime",
-    "record", "ref", "reg", "register", "reinterpret_cast", "reject", "reject_on", "release", "rem", "repeat", "report",
-    "requires", "reset", "resize", "restrict", "restrict_guarantee", "return", "rising_edge", "rnmos", "rol", "ror",
-    "rpmos", "rtran", "rtranif0", "rtranif1", "s_always", "s_eventually", "s_nexttime", "s_until", "s_until_with",
-    "sc_clock", "sc_in", "sc_inout", "sc_out", "sc_signal", "scalared", "select", "semaphore", "sensitive",
-    "sensitive_neg", "sensitive_pos", "sequence", "severity", "shared", "shift_left", "shift_right", "short",
-    "shortint", "shortreal", "showcancelled", "signal", "signed", "sizeof", "sla", "sll", "small", "soft", "solve",
-    "specify", "specparam", "sra", "srl", "startin", "startout", "static", "static_assert", "static_cast", "std",
-    "std_logic", "std_logic_1164", "std_logic_vector", "std_ulogic", "std_ulogic_vector", "string", "strong", "strong0",
-    "strong1", "struct", "subtype", "super", "supply0", "supply1", "switch", "sync_accept_on", "sync_reject_on",
-    "synchronized", "sysclk", "table", "tagged", "task", "template", "then", "this", "thread_local", "throughout",
-    "throw", "time", "timeprecision", "timeunit", "to", "to_integer", "to_signed", "to_unsigned", "tran", "tranif0",
-    "tranif1", "transaction_safe", "transaction_safe_dynamic", "transport", "tri", "tri0", "tri1", "triand", "trior",
-    "trireg", "true", "try", "type", "type_info", "typedef", "typeid", "typename", "uint16_t", "uint32_t", "uint8_t",
-    "unaffected", "union", "unique", "unique0", "units", "unsigned", "until", "until_with", "untyped", "use", "using",
-    "uwire", "var", "variable", "vectored", "virtual", "vmode", "void", "vprop", "vunit", "wait", "wait_order", "wand",
-    "warning", "wchar_t", "weak", "weak0", "weak1", "when", "while", "wildcard", "wire", "with", "within", "wor",
-    "work", "xnor", "xor", "xor_eq",
+    "false", "far", "file", "final", "first_match", "float", "follow_start", "for", "force", "foreach", "forever",
+    "fork", "forkjoin", "friend", "function", "generate", "generic", "genvar", "global", "goto", "group", "guarded",
+    "highz0", "highz1", "huge", "ieee", "if", "iff", "ifnone", "ignore_bins", "illegal_bins", "implements", "implies",
+    "import", "impure", "in", "incdir", "include", "inertial", "inherit", "initial", "inout", "input", "inside",
+    "instance", "int", "integer", "interconnect", "interface", "interrupt", "intersect", "is", "join", "join_any",
+    "join_none", "label", "large", "let", "liblist", "library", "line", "linkage", "literal", "local", "localparam",
+    "logic", "long", "longint", "loop", "macromodule", "mailbox", "map", "matches", "maximum", "medium", "minimum",
+    "mod", "modport", "module", "mutable", "namespace", "nand", "natural", "near", "negedge", "nettype", "new", "next",
+    "nexttime", "nmos", "nor", "noshowcancelled", "not", "not_eq", "note", "notif0", "notif1", "now", "null", "nullptr",
+    "numeric_std", "of", "on", "open", "operator", "or", "others", "out", "output", "package", "packed", "parameter",
+    "pascal", "pmos", "port", "posedge", "positive", "postponed", "primitive", "priority", "private", "procedure",
+    "process", "program", "property", "protected", "public", "pull0", "pull1", "pulldown", "pullup",
+    "pulsestyle_ondetect", "pulsestyle_onevent", "pure", "rand", "randc", "randcase", "randsequence", "range", "rcmos",
+    "real", "realtime", "record", "ref", "reg", "register", "reinterpret_cast", "reject", "reject_on", "release", "rem",
+    "repeat", "report", "requires", "reset", "resize", "restrict", "restrict_guarantee", "return", "rising_edge",
+    "rnmos", "rol", "ror", "rpmos", "rtran", "rtranif0", "rtranif1", "s_always", "s_eventually", "s_nexttime",
+    "s_until", "s_until_with", "sc_clock", "sc_in", "sc_inout", "sc_out", "sc_signal", "scalared", "select",
+    "semaphore", "sensitive", "sensitive_neg", "sensitive_pos", "sequence", "severity", "shared", "shift_left",
+    "shift_right", "short", "shortint", "shortreal", "showcancelled", "signal", "signed", "sizeof", "sla", "sll",
+    "small", "soft", "solve", "specify", "specparam", "sra", "srl", "startin", "startout", "static", "static_assert",
+    "static_cast", "std", "std_logic", "std_logic_1164", "std_logic_vector", "std_ulogic", "std_ulogic_vector",
+    "string", "strong", "strong0", "strong1", "struct", "subtype", "super", "supply0", "supply1", "switch",
+    "sync_accept_on", "sync_reject_on", "synchronized", "sysclk", "table", "tagged", "task", "template", "then", "this",
+    "thread_local", "throughout", "throw", "time", "timeprecision", "timeunit", "to", "to_integer", "to_signed",
+    "to_unsigned", "tran", "tranif0", "tranif1", "transaction_safe", "transaction_safe_dynamic", "transport", "tri",
+    "tri0", "tri1", "triand", "trior", "trireg", "true", "try", "type", "type_info", "typedef", "typeid", "typename",
+    "uint16_t", "uint32_t", "uint8_t", "unaffected", "union", "unique", "unique0", "units", "unsigned", "until",
+    "until_with", "untyped", "use", "using", "uwire", "var", "variable", "vectored", "virtual", "vmode", "void",
+    "vprop", "vunit", "wait", "wait_order", "wand", "warning", "wchar_t", "weak", "weak0", "weak1", "when", "while",
+    "wildcard", "wire", "with", "within", "wone", "wor", "work", "wreal", "xnor", "xor", "xor_eq",
 };
 
 // clang-format on

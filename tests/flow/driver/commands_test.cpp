@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -339,6 +340,81 @@ TEST(flow_commands, build_writes_both_languages_their_lists_and_what_they_name) 
         0U);
     EXPECT_TRUE(std::filesystem::exists(one / "adder.vhd"));
     EXPECT_FALSE(std::filesystem::exists(one / "adder.v"));
+    std::filesystem::remove_all(folder);
+}
+
+std::string text_of(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+TEST(flow_commands, comments_of_a_design_are_ascii_and_no_orders_to_a_tool) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_comments";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder / "u\u00df\nx");
+    const auto source = written("xfcflow_comments/u\u00df\nx/verilator.c",
+                                "float verilator(float gr\u00f6\u00dfe) { return gr\u00f6\u00dfe * 2 + 1; }\n");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(source.parent_path());
+    for (const std::string& path : {source.string(), std::string("verilator.c")}) {
+        const outcome made = run_with({"build", path, "--driver", "python", "-o", folder.string()});
+        EXPECT_EQ(made.status, 0) << made.error;
+        for (const char* name : {"verilator.vhd", "verilator.v", "verilator_model.h", "verilator_model.cpp"}) {
+            std::istringstream lines(text_of(folder / name));
+            for (std::string line; std::getline(lines, line);) {
+                EXPECT_EQ(std::count_if(line.begin(), line.end(), [](char one) { return one < ' ' || one > '~'; }), 0)
+                    << name << ": " << line;
+                EXPECT_EQ(line.find("-- verilator"), std::string::npos) << line;
+                EXPECT_EQ(line.find("// verilator"), std::string::npos) << line;
+            }
+        }
+        EXPECT_NE(text_of(folder / "verilator.v").find("// single, gr????e\n"), std::string::npos);
+    }
+    std::filesystem::current_path(before);
+    EXPECT_NE(text_of(folder / "verilator.v").find("  // ./verilator.c:1:41: gr????e * 2; cycles "), std::string::npos);
+    std::filesystem::remove_all(folder);
+}
+
+TEST(flow_commands, the_command_in_a_design_builds_it_again) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_command";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder / "more of it");
+    (void)written("xfcflow_command/more of it/half.h", "#define HALF(x) ((x) / 2)\n");
+    const auto source = written("xfcflow_command/it's.c",
+                                "#include <half.h>\n"
+                                "float f(float a) { for (int i = 0; i < N; i++) a = HALF(a) + SUM; return a; }\n");
+    const std::vector<std::string> options{"--unroll",
+                                           "9",
+                                           "--include",
+                                           (folder / "more of it").string(),
+                                           "--define",
+                                           "N=3",
+                                           "--define",
+                                           "SUM=1 + 2",
+                                           "--name",
+                                           "halved",
+                                           "--mantissa",
+                                           "36",
+                                           "--low-latency",
+                                           "--fast-reciprocal",
+                                           "--normalizer-speed",
+                                           "2"};
+    std::vector<std::string> arguments{"build", source.string(), "-o", (folder / "first").string()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const outcome made = run_with(arguments);
+    EXPECT_EQ(made.status, 0) << made.error;
+    const std::string text = text_of(folder / "first/halved.v");
+    const std::string start = "\n//   xfcflow ";
+    const std::size_t begin = text.find(start) + start.size();
+    const std::string command = text.substr(begin, text.find('\n', begin) - begin);
+    const std::string again = XFCFLOW + (" " + command) + " -o " + (folder / "second").string() + " >/dev/null 2>&1";
+    EXPECT_EQ(std::system(again.c_str()), 0) << command;
+    EXPECT_EQ(text_of(folder / "second/halved.v"), text);
+    EXPECT_EQ(text_of(folder / "second/halved.vhd"), text_of(folder / "first/halved.vhd"));
+    for (const char* option : {"--unroll", "--mantissa", "--low-latency", "--fast-reciprocal"}) {
+        EXPECT_NE(command.find(option), std::string::npos) << command;
+    }
     std::filesystem::remove_all(folder);
 }
 

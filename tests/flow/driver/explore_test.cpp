@@ -113,7 +113,7 @@ TEST_F(explore_command, lines_to_run_name_every_option_that_matters) {
     std::string first;
     std::getline(lines, first);
     EXPECT_EQ(first, "xfcflow explore " + source_.string() +
-                         " --top f --c-constants --unroll 7 --define 'A=it'\\''s' --normalizer-speed 2 --vectors 30 "
+                         " --top f --c-constants --unroll 7 --define 'A=it'\"'\"'s' --normalizer-speed 2 --vectors 30 "
                          "--seed 3 --family ecp5 --point 1 --result " +
                          file("jobs.results/point_1.json"));
 }
@@ -125,6 +125,26 @@ TEST_F(explore_command, a_point_alone_tells_its_result) {
     EXPECT_EQ(told({"--point", "2", "--result", file("one/two.json")}), "");
     EXPECT_EQ(json::parse(text_of(file("one/two.json"))), result);
     EXPECT_FALSE(fs::exists(file("one/two.json.part")));
+}
+
+TEST_F(explore_command, a_merge_is_not_written_over_a_result) {
+    const std::string source = file("one.c");
+    std::ofstream(source) << "int f(int a, int b) { return a + b; }\n";
+    const auto status_of = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"explore", source});
+        std::ostringstream out;
+        std::ostringstream error;
+        const int status = run(arguments, out, error, false);
+        errors_ = error.str();
+        return status;
+    };
+    const std::string result = file("point_1.json");
+    ASSERT_EQ(status_of({"--point", "1", "--result", result}), 0) << errors_;
+    const std::string text = text_of(result);
+    EXPECT_EQ(status_of({"--merge", folder_.string(), "--csv", "-o", result}), 1);
+    EXPECT_NE(errors_.find("[same-file]"), std::string::npos) << errors_;
+    EXPECT_EQ(text_of(result), text);
+    EXPECT_EQ(status_of({"--merge", folder_.string(), "--csv", "-o", file("all.csv")}), 0) << errors_;
 }
 
 TEST_F(explore_command, a_program_without_hardware_is_refused_as_everywhere) {

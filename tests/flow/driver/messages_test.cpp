@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -100,6 +101,9 @@ constexpr std::string_view no_ghdl =
 constexpr std::string_view wrong_language =
     "xfcflow: error: iverilog does not simulate the language of --lang vhdl [simulator-language]\n"
     "      hint: ghdl simulates VHDL, iverilog and verilator simulate Verilog\n";
+constexpr std::string_view no_waveforms =
+    "xfcflow: error: --simulator none makes no waveforms for --wave [no-waveforms]\n"
+    "      hint: name a simulator, or leave --wave out\n";
 constexpr std::string_view failed_simulator =
     "xfcflow: error: ghdl failed: ghdl ended with status 3\nno licence today\n [simulation-failed]\n";
 
@@ -163,6 +167,8 @@ TEST(flow_program_messages, a_simulator_that_is_missing_fails_or_speaks_another_
     const test_folder folder("simulators");
     const std::string source = folder.write("x.c", std::string(wire));
     EXPECT_EQ(errors_of({"simulate", source, "--lang", "vhdl", "--simulator", "iverilog"}), wrong_language);
+    EXPECT_EQ(errors_of({"simulate", source, "--simulator", "none", "--wave", (folder.path() / "w.vcd").string()}),
+              no_waveforms);
     {
         const search_path nothing((folder.path() / "nothing").string());
         EXPECT_EQ(errors_of({"simulate", source, "--lang", "vhdl"}), no_ghdl);
@@ -170,10 +176,20 @@ TEST(flow_program_messages, a_simulator_that_is_missing_fails_or_speaks_another_
     const std::string stand_in = folder.write("bin/ghdl", "#!/bin/sh\necho no licence today\nexit 3\n");
     fs::permissions(stand_in, fs::perms::owner_all);
     const search_path first((folder.path() / "bin").string() + ":/usr/bin:/bin");
+    const fs::path outputs = folder.path() / "out.csv";
     std::ostringstream out;
     std::ostringstream error;
-    EXPECT_EQ(run({{"simulate", source, "--lang", "vhdl"}}, out, error, false), 1);
+    EXPECT_EQ(run({{"simulate", source, "--lang", "vhdl", "--vectors", "5", "--outputs", outputs.string()}}, out, error,
+                  false),
+              1);
     EXPECT_EQ(error.str(), failed_simulator);
+    EXPECT_EQ(out.str().find(outputs.string()), std::string::npos) << out.str();
+    EXPECT_FALSE(fs::exists(outputs));
+    std::ostringstream json;
+    EXPECT_EQ(run({{"simulate", source, "--lang", "vhdl", "--vectors", "5", "--json"}}, json, error, false), 1);
+    const auto report = nlohmann::json::parse(json.str());
+    EXPECT_FALSE(report["agrees"]);
+    EXPECT_EQ(report["accuracy"][0]["bits_equal"], 0);
 }
 
 constexpr std::string_view empty_table =
@@ -296,9 +312,10 @@ TEST(flow_program_messages, every_row_of_the_catalogue_is_provoked_by_a_test_tha
     // The texts above and beside the programs are those that tests compare.
     std::string told;
     for (const std::string_view text :
-         {unreadable, no_top, no_memory, failed_parser, no_library, no_folder, no_ghdl, wrong_language,
-          failed_simulator, empty_table, unknown_column, second_column, missing_column, wrong_fields, no_number,
-          same_file, other_program, beyond_the_points, missing_points}) {
+         {unreadable,  no_top,         no_memory,      failed_parser,     no_library,
+          no_folder,   no_ghdl,        wrong_language, no_waveforms,      failed_simulator,
+          empty_table, unknown_column, second_column,  missing_column,    wrong_fields,
+          no_number,   same_file,      other_program,  beyond_the_points, missing_points}) {
         told += text;
     }
     const fs::path tests = fs::path(SOURCE_FOLDER) / "tests/flow";

@@ -103,6 +103,23 @@ TEST_F(flow_simulate, nothing_that_is_read_is_written_over) {
         EXPECT_EQ(done.status, 1);
         EXPECT_NE(done.error.find("[same-file]"), std::string::npos) << done.error;
     }
+    const std::string header = written("k.h", "#define K 2\n");
+    const std::string includes = written("inc.c", "#include \"k.h\"\nfloat f(float a) { return a * K; }\n");
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"simulate", includes, "--simulator", "none", "--outputs", header},
+             {"view", includes, "-o", includes},
+             {"view", includes, "--svg", "-o", header},
+             {"explore", includes, "--vectors", "1", "--csv", "-o", includes},
+             {"explore", includes, "--vectors", "1", "-o", header},
+             {"explore", includes, "--vectors", "1", "--point", "1", "--result", header},
+             {"explore", includes, "--jobs-file", header}}) {
+        const outcome done = run_with(arguments);
+        EXPECT_EQ(done.status, 1) << arguments[0];
+        EXPECT_EQ(done.out, "") << arguments[0];
+        EXPECT_NE(done.error.find("[same-file]"), std::string::npos) << arguments[0] << ": " << done.error;
+    }
+    EXPECT_EQ(read_file(header), "#define K 2\n");
+    EXPECT_EQ(read_file(includes), "#include \"k.h\"\nfloat f(float a) { return a * K; }\n");
     EXPECT_EQ(read_file(program), sum);
     EXPECT_EQ(read_file(table), "a,b\n1,2\n");
     const outcome unwritable = run_with({"simulate", program, "--simulator", "none", "--outputs", path("no/out.csv")});

@@ -20,6 +20,11 @@ TEST(flow_port_names, words_of_either_language_and_of_the_design_are_changed) {
               (names{"c_in", "c_Signal", "c_wire", "c_enable", "c_xfc_mul", "fir_2"}));
 }
 
+TEST(flow_port_names, labels_of_every_design_and_words_of_single_tools_are_changed) {
+    EXPECT_EQ(legal_names(names{"Follow_Start", "inherit", "vunit", "wreal", "wone"}, "f"),
+              (names{"c_Follow_Start", "c_inherit", "c_vunit", "c_wreal", "c_wone"}));
+}
+
 TEST(flow_port_names, underscores_stand_only_between_letters) {
     EXPECT_EQ(legal_names(names{"_a", "b__c", "d_", "_", "_1"}, "f"), (names{"a", "b_c", "d", "v", "v1"}));
 }
