@@ -271,7 +271,7 @@ std::string host_call_text(const program& what, const source_map& places, const 
     number = 0;
     for (const port& one : what.values.outputs()) {
         const std::string place = "    xfc_host_out[" + std::to_string(number++) + "] = ";
-        const std::string access = returns && variable_of(one) == "result" ? "xfc_host_" + one.c_access : one.c_access;
+        const std::string access = returns && one.returned ? "xfc_host_" + one.c_access : one.c_access;
         text += is_local(one, locals, places) ? "" : place + bits_of(one, access) + ";\n";
     }
     return text + "}\n";

@@ -166,6 +166,20 @@ TEST_F(flow_simulate, ports_may_be_variables_inside_an_older_program) {
     EXPECT_EQ(done["accuracy"].size(), 4U);
 }
 
+TEST_F(flow_simulate, a_parameter_may_be_called_like_the_result) {
+    for (const char* program : {"float f(float x, float *result) { *result = x * 2; return x + 1; }",
+                                "float f(float result[2]) { result[0] = 3; return result[1]; }",
+                                "typedef struct { float re, im; } c; c f(c *result) { c r = { result->re, 1 }; "
+                                "result->im = 3; return r; }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], true) << program << done;
+    }
+    const auto done = report("float f(float results[2]) { results[0] = 3; return results[1]; }", "results_1\n5\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(outputs(), "results_0,result\n0x1.8p+1,0x1.4p+2\n");
+}
+
 TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
     const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
                              "a,b\n100000,4000000000\n-2147483648,1\n");
