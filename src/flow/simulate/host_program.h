@@ -42,7 +42,8 @@ struct local_variable {
     std::string name = {};
     int line = 0;  ///< of the declaration
     std::string code = {};
-    bool found = false;  ///< set when the declaration was seen inside braces
+    bool found = false;   ///< set when the declaration was seen inside braces
+    bool global = false;  ///< set when it was seen outside
 };
 
 /// A preprocessed C program with `long` written int, suffixes l of whole constants left out, `main` renamed, and the

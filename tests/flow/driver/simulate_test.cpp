@@ -166,6 +166,16 @@ TEST_F(flow_simulate, ports_may_be_variables_inside_an_older_program) {
     EXPECT_EQ(done["accuracy"].size(), 4U);
 }
 
+TEST_F(flow_simulate, an_older_program_may_stand_on_one_line) {
+    for (const char* program : {"float a, b, y; main() { y = a - b; }", "float a, b; main() { float y; y = a - b; }",
+                                "main() { float a, b, y; y = a - b; }", "a() { float a, b, y; y = a - b; }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], true) << program << done;
+        EXPECT_EQ(done["accuracy"].size(), 1U) << program;
+    }
+}
+
 TEST_F(flow_simulate, a_parameter_may_be_called_like_the_result) {
     for (const char* program : {"float f(float x, float *result) { *result = x * 2; return x + 1; }",
                                 "float f(float result[2]) { result[0] = 3; return result[1]; }",
@@ -221,6 +231,15 @@ TEST(program_for_host, puts_code_behind_declarations_inside_braces_only) {
                                           {.name = "g", .line = 1, .code = " G"}};
     EXPECT_EQ(program_for_host("# 1 \"/x/p.c\"\nint g;\nf() { int a = (1), b; a; }", "/x/p.c", locals),
               "# 1 \"/x/p.c\"\nint g;\nf() { int a = (1), b; A a; }");
+    EXPECT_TRUE(locals[0].found);
+    EXPECT_FALSE(locals[1].found);
+}
+
+TEST(program_for_host, tells_globals_from_locals_on_the_same_line) {
+    std::vector<local_variable> locals = {{.name = "a", .line = 1, .code = " A"},
+                                          {.name = "g", .line = 1, .code = " G"}};
+    EXPECT_EQ(program_for_host("struct { int g; } g; a() { int a; a = g.g; }", "x.c", locals),
+              "struct { int g; } g; a() { int a; A a = g.g; }");
     EXPECT_TRUE(locals[0].found);
     EXPECT_FALSE(locals[1].found);
 }
