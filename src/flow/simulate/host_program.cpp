@@ -181,6 +181,14 @@ std::string narrow_number(std::string_view number) {
     return text;
 }
 
+/// Sizes have 32 bits, as all integers.
+std::string word_for_host(std::string_view word) {
+    constexpr std::array<std::string_view, 5> sizes{"sizeof", "_Alignof", "__alignof__", "__alignof",
+                                                    "__builtin_offsetof"};
+    const bool is_size = std::find(sizes.begin(), sizes.end(), word) != sizes.end();
+    return (word == "main" ? "xfc_host_" : is_size ? "(unsigned)" : "") + std::string(word);
+}
+
 bool is_specifier(std::string_view word) {
     constexpr std::array<std::string_view, 14> specifiers{"long",   "int",        "unsigned", "signed",   "short",
                                                           "double", "const",      "static",   "volatile", "register",
@@ -347,9 +355,9 @@ public:
                 continue;
             }
             ++at_;
-            text_ += one.is_number                       ? narrow_number(one.text)
-                     : one.is_word && one.text == "main" ? "xfc_host_main"
-                                                         : std::string(one.text);
+            text_ += one.is_number ? narrow_number(one.text)
+                     : one.is_word ? word_for_host(one.text)
+                                   : std::string(one.text);
             if (one.is_space) {
                 place_.follow_lines(one.text);
             } else {
@@ -459,14 +467,24 @@ host_results run_on_host(const program& what, const source_map& places, const ho
     for (const std::string& definition : options.definitions) {
         words.insert(words.end(), {"-D", definition});
     }
-    words.insert(words.end(), {"-I", "headers", "-x", "c", fs::absolute(options.source, failed).string()});
+    const std::string path = fs::absolute(options.source, failed).string();
+    // __FILE__ as it was given; the last one that fits counts.
+    const auto name_as_given = [&](const std::string& absolute, const std::string& given) {
+        words.push_back("-fmacro-prefix-map=" + absolute + "=" + given);
+    };
+    const std::string beside = fs::path(options.source).parent_path().string();
+    name_as_given(fs::path(path).parent_path().string(), beside.empty() ? "." : beside);
+    for (const std::string& include : options.include_folders) {
+        name_as_given(fs::absolute(include, failed).string(), include);
+    }
+    name_as_given(path, options.source);
+    words.insert(words.end(), {"-I", "headers", "-x", "c", path});
     if (run_command(words, folder) != 0) {
         results.why_not = results.compiler + " refuses the program: " + end_of_log(folder);
         return results;
     }
     std::ofstream(folder / "host_main.c") << host_main;
     std::vector<local_variable> locals = possible_locals(what, places);
-    const std::string path = fs::absolute(options.source, failed).string();
     const std::string source = program_for_host(read_file(folder / "preprocessed.c"), path, locals);
     const std::string call = host_call_text(what, places, locals);
     const std::string prelude(host_prelude);

@@ -190,6 +190,64 @@ TEST_F(flow_simulate, a_parameter_may_be_called_like_the_result) {
     EXPECT_EQ(outputs(), "results_0,result\n0x1.8p+1,0x1.4p+2\n");
 }
 
+TEST_F(flow_simulate, sizes_have_32_bits_on_the_host_too) {
+    for (const char* program : {"float f(int a) { return (a + sizeof(int)) / 2; }",
+                                "float f(int a) { return sizeof a - 5 + _Alignof(double) + sizeof(long[3]); }",
+                                "struct s { char c; double d; }; int f(int a) {\n"
+                                "    return (a + __builtin_offsetof(struct s, d)) / 2 + sizeof(struct s); }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], true) << program << done;
+    }
+}
+
+TEST_F(flow_simulate, what_follows_from_the_size_of_pointers_is_not_held_against_the_host) {
+    const std::string node = "struct node { struct node *next; int n; };\n";
+    for (const std::string& program :
+         {std::string("int f(int a) { return a + sizeof(int *) + sizeof(&a); }"),
+          node + "int f(int a) { return a + sizeof(struct node[2]); }",
+          node + "int f(int a) { struct node x[sizeof(struct node)]; return a + sizeof x; }",
+          node + "int f(int a) { static const int k[] = {1, _Alignof(int (*)(void))}; return a + k[1]; }",
+          node + "int f(int a) { return a + __builtin_offsetof(struct node, n); }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], false) << program << done;
+        EXPECT_EQ(done["host"]["why_not"], "the program asks for sizes of pointers, which this machine has otherwise");
+    }
+    // Where the sizes lead to the same, the comparison stands.
+    const auto same = report("int f(int a) { int *x[3]; return a * (sizeof x / sizeof x[0]); }", "");
+    EXPECT_EQ(same["agrees"], true) << same;
+    EXPECT_EQ(same["host"]["ran"], true) << same;
+    const auto other = report(
+        "#ifdef __XFCFLOW__\n#define N 1\n#else\n#define N 2\n#endif\n"
+        "int f(int *a) { return *a + N * sizeof(int); }",
+        "");
+    EXPECT_EQ(other["agrees"], false) << other;
+    EXPECT_EQ(other["accuracy"][0]["c_differs"], other["accuracy"][0]["vectors"]);
+}
+
+TEST_F(flow_simulate, the_host_knows_files_by_the_names_that_were_given) {
+    (void)written("own.h", "static const int own = sizeof(__FILE__);\n");
+    fs::create_directories(path("more"));
+    (void)written("more/other.h", "static const int other = sizeof(__FILE__);\n");
+    const std::string program =
+        "#include \"own.h\"\n#include <other.h>\n"
+        "int f(int a) { return a + sizeof(__FILE__) + 100 * own + 10000 * other; }\n";
+    const fs::path before = fs::current_path();
+    const fs::path folder = fs::path(written("prog.c", program)).parent_path();
+    fs::current_path(folder);
+    std::vector<outcome> all;
+    for (const std::string& source : {std::string("prog.c"), std::string("./prog.c"), path("prog.c")}) {
+        all.push_back(run_with({"simulate", source, "--simulator", "none", "--json", "--include", "more"}));
+    }
+    fs::current_path(before);
+    for (const outcome& one : all) {
+        const auto done = nlohmann::json::parse(one.out);
+        EXPECT_EQ(done["agrees"], true) << done;
+        EXPECT_EQ(done["host"]["ran"], true) << done;
+    }
+}
+
 TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
     const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
                              "a,b\n100000,4000000000\n-2147483648,1\n");
@@ -242,6 +300,12 @@ TEST(program_for_host, tells_globals_from_locals_on_the_same_line) {
               "struct { int g; } g; a() { int a; A a = g.g; }");
     EXPECT_TRUE(locals[0].found);
     EXPECT_FALSE(locals[1].found);
+}
+
+TEST(program_for_host, makes_sizes_unsigned) {
+    std::vector<local_variable> none;
+    EXPECT_EQ(program_for_host("sizeof(long) + _Alignof(int) + sizes", "x.c", none),
+              "(unsigned)sizeof(int) + (unsigned)_Alignof(int) + sizes");
 }
 
 TEST(progress, shows_nothing_without_a_terminal_or_for_short_work) {
