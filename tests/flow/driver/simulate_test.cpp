@@ -248,6 +248,13 @@ TEST_F(flow_simulate, the_host_knows_files_by_the_names_that_were_given) {
     }
 }
 
+TEST_F(flow_simulate, a_sum_that_is_zero_may_have_either_sign_in_c) {
+    // gcc takes it for -n.
+    const auto done = report("double f(int n) { return 0.0 - n; }\n", "n\n0\n1\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+}
+
 TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
     const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
                              "a,b\n100000,4000000000\n-2147483648,1\n");
