@@ -30,7 +30,7 @@ using json = nlohmann::ordered_json;
 
 /// What GHDL puts into the waveforms: the bench and the design's own signals, not those inside its components, as the
 /// Verilog bench says it with $dumpvars.
-constexpr std::string_view wave_selection = "$ version 1.1\n/bench/*\n/bench/under_test/*\n";
+constexpr std::string_view wave_selection = "$ version 1.1\n/xfc_bench/*\n/xfc_bench/under_test/*\n";
 
 /// The simulators to run: the one that is named, or the first one installed that speaks a language that is asked for.
 std::vector<const simulator_row*> chosen_simulators(const command_line& line, diagnostics& messages) {
@@ -190,7 +190,7 @@ private:
         const temporary_folder folder;
         const bool wave = !line_.wave.empty() && &row == simulators_.front();
         std::vector<output_file> files = what_->files;
-        const std::string bench = "bench" + std::string(extension_of(row.lang));
+        const std::string bench = "xfc_bench" + std::string(extension_of(row.lang));
         files.push_back({bench, bench_text(*what_->text, row.lang, wave)});
         files.push_back({"vectors.txt", stimulus_text(applied_, values())});
         files.push_back({"wave.opt", std::string(wave_selection)});

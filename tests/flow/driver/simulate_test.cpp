@@ -255,6 +255,17 @@ TEST_F(flow_simulate, a_sum_that_is_zero_may_have_either_sign_in_c) {
     EXPECT_EQ(done["host"]["ran"], true) << done;
 }
 
+TEST_F(flow_simulate, a_design_may_be_called_like_anything_in_the_test_bench) {
+    const std::string body = "(float inputs, float outputs, float *vectors) { *vectors = inputs; return -outputs; }\n";
+    for (const char* name : {"bench", "xfc_bench", "under_test", "stimulus", "test", "value_of", "results", "textio"}) {
+        const std::string program = written("names.c", std::string("float ") + name + body);
+        for (const char* language : {"vhdl", "verilog"}) {
+            const outcome done = run_with({"simulate", program, "--lang", language, "--vectors", "5"});
+            EXPECT_EQ(done.status, 0) << name << done.error;
+        }
+    }
+}
+
 TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
     const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
                              "a,b\n100000,4000000000\n-2147483648,1\n");
