@@ -12,6 +12,7 @@
 #include "base/fnv_hash.h"
 #include "flow/driver/build.h"
 #include "flow/driver/progress.h"
+#include "flow/driver/report.h"
 #include "flow/driver/version.h"
 #include "flow/explore/report.h"
 #include "flow/graph/dump.h"
@@ -95,6 +96,11 @@ public:
     }
 
     [[nodiscard]] std::string messages(bool colour) const { return rendered(messages_, places_, colour); }
+    [[nodiscard]] std::string refusal() const {
+        return report_json(nullptr, std::nullopt, messages_, places_, line_.source);
+    }
+    /// Whether something stands on the standard output already: lines to run, to which no JSON belongs.
+    [[nodiscard]] bool told() const { return told_; }
 
 private:
     [[nodiscard]] const graph& program() const { return state_.current->values; }
@@ -235,6 +241,7 @@ private:
             messages_.report(message_id::points_missing, {},
                              {std::to_string(lacking), std::to_string(points_.size()), line_.merge, missing});
             out_ << jobs;
+            told_ = true;
         }
         return lacking == 0;
     }
@@ -273,6 +280,7 @@ private:
     source_map places_;
     compilation_state state_{line_, messages_, places_};
     std::vector<design_point> points_;
+    bool told_ = false;
 };
 
 }  // namespace
@@ -280,7 +288,11 @@ private:
 int explore(const command_line& line, std::ostream& out, std::ostream& error, bool colour) {
     exploration_run one(line, out, error);
     const bool done = one.run();
-    error << one.messages(colour);
+    if (!done && line.json && !one.told()) {
+        out << one.refusal();
+    } else {
+        error << one.messages(colour);
+    }
     return done ? 0 : 1;
 }
 

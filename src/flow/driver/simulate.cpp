@@ -10,6 +10,7 @@
 
 #include "flow/driver/build.h"
 #include "flow/driver/progress.h"
+#include "flow/driver/report.h"
 #include "flow/frontend/headers.h"
 #include "flow/simulate/accuracy.h"
 #include "flow/simulate/bench.h"
@@ -102,16 +103,7 @@ public:
             return;
         }
         report_["agrees"] = agrees();
-        report_["messages"] = json::array();
-        for (const diagnostic& message : messages_.messages()) {
-            json one = {{"id", message.name}, {"text", message.text}};
-            if (const source_position at = places_.position_of(message.where); at.line != 0) {
-                one["file"] = at.file;
-                one["line"] = at.line;
-                one["column"] = at.column;
-            }
-            report_["messages"].push_back(one);
-        }
+        report_["messages"] = messages_json(messages_, places_);
         out << report_.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
     }
 

@@ -164,6 +164,20 @@ TEST(flow_commands, synth_says_which_tool_is_missing) {
     EXPECT_EQ(told.out.find("MHz"), std::string::npos) << told.out;
 }
 
+TEST(flow_commands, a_refusal_is_the_same_json_report_from_every_command) {
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "xfcflow_refused.c";
+    std::ofstream(path) << "float f(float a) { goto x; x: return a; }\n";
+    const outcome checked = run_with({"check", path.string(), "--json"});
+    EXPECT_EQ(nlohmann::json::parse(checked.out)["accepted"], false);
+    EXPECT_EQ(nlohmann::json::parse(checked.out)["messages"].size(), 1U);
+    for (const char* command : {"build", "synth", "explore"}) {
+        const outcome refused = run_with({command, path.string(), "--json"});
+        EXPECT_EQ(refused.status, 1) << command;
+        EXPECT_EQ(refused.out, checked.out) << command;
+        EXPECT_EQ(refused.error, "") << command;
+    }
+}
+
 TEST(flow_commands, all_examples_are_accepted) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(example(""))) {

@@ -266,6 +266,15 @@ TEST_F(flow_simulate, a_design_may_be_called_like_anything_in_the_test_bench) {
     }
 }
 
+TEST_F(flow_simulate, messages_are_as_in_every_json_report) {
+    const std::string program = written("bad.c", "float f(float a) { goto x; x: return a; }\n");
+    const auto simulated = nlohmann::json::parse(run_with({"simulate", program, "--json"}).out);
+    EXPECT_EQ(simulated["messages"], nlohmann::json::parse(run_with({"check", program, "--json"}).out)["messages"]);
+    ASSERT_EQ(simulated["messages"].size(), 1U);
+    EXPECT_EQ(simulated["messages"][0]["severity"], "error");
+    EXPECT_TRUE(simulated["messages"][0].contains("hint"));
+}
+
 TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
     const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
                              "a,b\n100000,4000000000\n-2147483648,1\n");
