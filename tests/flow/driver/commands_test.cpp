@@ -164,6 +164,18 @@ TEST(flow_commands, synth_says_which_tool_is_missing) {
     EXPECT_EQ(told.out.find("MHz"), std::string::npos) << told.out;
 }
 
+TEST(flow_commands, numbers_out_of_range_are_told_with_their_range) {
+    for (const std::string option : {"--unroll", "--vectors", "--seed"}) {
+        for (const std::string number : {"0", "-1"}) {
+            const outcome refused = run_with({"simulate", "x.c", option, number});
+            EXPECT_EQ(refused.status, 1);
+            EXPECT_EQ(refused.error, option + ": Value " + number +
+                                         " not in range 1 to 2147483647\n"
+                                         "Run with --help for more information.\n");
+        }
+    }
+}
+
 TEST(flow_commands, a_refusal_is_the_same_json_report_from_every_command) {
     const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "xfcflow_refused.c";
     std::ofstream(path) << "float f(float a) { goto x; x: return a; }\n";
