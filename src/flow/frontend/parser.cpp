@@ -373,7 +373,7 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     } else if (!token.isAnnotation() && token.getLength() > longest_token) {
         stop_at(token.getLocation(), message_id::token_too_long, {std::to_string(longest_token)});
     } else if (tokens > most_tokens) {
-        stop_at(token.getLocation(), message_id::too_many_tokens, {std::to_string(most_tokens)});
+        stop_at(token.getLocation(), message_id::too_many_tokens, {std::to_string(most_tokens), "tokens"});
     }
     if (stopped) {
         auto& ended = const_cast<clang::Token&>(token);
@@ -402,7 +402,7 @@ bool parser::parse(const stack_watch& stack, source_map& places) {
     all.preprocessor->setPredefines(make_predefines(all.options));
     all.preprocessor->setTokenWatcher([&](const clang::Token& token) { all.watch(token, stack); });
     all.preprocessor->addPPCallbacks(std::make_unique<expansion_counter>([&](clang::SourceLocation place) {
-        all.stop_at(place, message_id::too_many_tokens, {std::to_string(most_expansions)});
+        all.stop_at(place, message_id::too_many_tokens, {std::to_string(most_expansions), "macro expansions"});
         describe_places(places);
         if (auto* rescue = llvm::CrashRecoveryContext::GetCurrent()) {
             rescue->HandleExit(1);
