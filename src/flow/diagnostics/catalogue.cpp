@@ -97,7 +97,7 @@ constexpr message_row rows[] = {
     {id::cannot_read, "cannot-read", error, "cannot read '%0': %1", ""},
     {id::nesting_too_deep, "nesting", error, "nested too deeply", "split the statement or use a loop"},
     {id::token_too_long, "token", error, "a token of more than %0 characters", "shorten it"},
-    {id::too_many_tokens, "tokens", error, "more than %0 tokens after preprocessing",
+    {id::too_many_tokens, "tokens", error, "more than %0 %1 in preprocessing",
      "look for a macro that multiplies itself, or split the program"},
     {id::too_many_values, "values", error, "more than %0 operations", "unroll less"},
     {id::too_large, "large", error, "'%0' has more than %1 bytes", "make it smaller"},

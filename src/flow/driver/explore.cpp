@@ -12,6 +12,7 @@
 #include "base/fnv_hash.h"
 #include "flow/driver/build.h"
 #include "flow/driver/progress.h"
+#include "flow/driver/report.h"
 #include "flow/driver/version.h"
 #include "flow/explore/report.h"
 #include "flow/graph/dump.h"
@@ -56,6 +57,11 @@ public:
     }
 
     [[nodiscard]] std::string messages(bool colour) const { return rendered(messages_, places_, colour); }
+    [[nodiscard]] std::string refusal() const {
+        return report_json(nullptr, std::nullopt, messages_, places_, line_.source);
+    }
+    /// Whether something stands on the standard output already: lines to run, to which no JSON belongs.
+    [[nodiscard]] bool told() const { return told_; }
 
 private:
     [[nodiscard]] const graph& program() const { return state_.current->values; }
@@ -203,6 +209,7 @@ private:
             messages_.report(message_id::points_missing, {},
                              {std::to_string(lacking), std::to_string(points_.size()), line_.merge, missing});
             out_ << jobs;
+            told_ = true;
         }
         return lacking == 0;
     }
@@ -242,6 +249,7 @@ private:
     compilation_state state_{line_, messages_, places_};
     std::vector<design_point> points_;
     std::vector<std::string> results_read_;  ///< files, of a merge
+    bool told_ = false;
 };
 
 }  // namespace
@@ -249,7 +257,11 @@ private:
 int explore(const command_line& line, std::ostream& out, std::ostream& error, bool colour) {
     exploration_run one(line, out, error);
     const bool done = one.run();
-    error << one.messages(colour);
+    if (!done && line.json && !one.told()) {
+        out << one.refusal();
+    } else {
+        error << one.messages(colour);
+    }
     return done ? 0 : 1;
 }
 

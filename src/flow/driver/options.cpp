@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <limits>
 #include <sstream>
 
 #include "flow/driver/stages.h"
@@ -319,6 +320,12 @@ bool belongs_to(const option_row& option, std::string_view command) {
     return std::find(names.begin(), names.end(), command) != names.end();
 }
 
+/// CLI11's own positive numbers are floating, and its message says their largest one digit by digit.
+CLI::Validator positive_number() {
+    CLI::Range range(1, std::numeric_limits<int>::max());
+    return range.description("POSITIVE");
+}
+
 void add_option(CLI::App& app, const option_row& row, command_line& line) {
     const std::string name(row.name);
     const std::string text(row.text);
@@ -330,7 +337,7 @@ void add_option(CLI::App& app, const option_row& row, command_line& line) {
     if (row.word != nullptr) {
         option = app.add_option(name, line.*row.word, text);
     } else if (row.number != nullptr) {
-        option = app.add_option(name, line.*row.number, text)->check(CLI::PositiveNumber);
+        option = app.add_option(name, line.*row.number, text)->check(positive_number());
     } else {
         option = app.add_option(name, line.*row.list, text)->allow_extra_args(false);
     }

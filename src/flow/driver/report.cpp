@@ -94,6 +94,14 @@ std::string report_text(const program& what, std::int32_t latency, std::string_v
     return text;
 }
 
+json messages_json(const diagnostics& messages, const source_map& places) {
+    json list = json::array();
+    for (const diagnostic& message : messages.messages()) {
+        list.push_back(message_json(message, places));
+    }
+    return list;
+}
+
 std::string report_json(const program* what, std::optional<std::int32_t> latency, const diagnostics& messages,
                         const source_map& places, std::string_view source, const std::vector<std::string>& files) {
     json report = {{"source", source}, {"accepted", what != nullptr}};
@@ -112,10 +120,7 @@ std::string report_json(const program* what, std::optional<std::int32_t> latency
     if (!files.empty()) {
         report["files"] = files;
     }
-    report["messages"] = json::array();
-    for (const diagnostic& message : messages.messages()) {
-        report["messages"].push_back(message_json(message, places));
-    }
+    report["messages"] = messages_json(messages, places);
     return report.dump(2, ' ', false, json::error_handler_t::replace) + '\n';
 }
 

@@ -10,6 +10,7 @@
 
 #include "flow/driver/build.h"
 #include "flow/driver/progress.h"
+#include "flow/driver/report.h"
 #include "flow/frontend/headers.h"
 #include "flow/simulate/accuracy.h"
 #include "flow/simulate/bench.h"
@@ -30,7 +31,7 @@ using json = nlohmann::ordered_json;
 
 /// What GHDL puts into the waveforms: the bench and the design's own signals, not those inside its components, as the
 /// Verilog bench says it with $dumpvars.
-constexpr std::string_view wave_selection = "$ version 1.1\n/bench/*\n/bench/under_test/*\n";
+constexpr std::string_view wave_selection = "$ version 1.1\n/xfc_bench/*\n/xfc_bench/under_test/*\n";
 
 /// The simulators to run: the one that is named, or the first one installed that speaks a language that is asked for.
 std::vector<const simulator_row*> chosen_simulators(const command_line& line, diagnostics& messages) {
@@ -105,16 +106,7 @@ public:
             return;
         }
         report_["agrees"] = agrees();
-        report_["messages"] = json::array();
-        for (const diagnostic& message : messages_.messages()) {
-            json one = {{"id", message.name}, {"text", message.text}};
-            if (const source_position at = places_.position_of(message.where); at.line != 0) {
-                one["file"] = at.file;
-                one["line"] = at.line;
-                one["column"] = at.column;
-            }
-            report_["messages"].push_back(one);
-        }
+        report_["messages"] = messages_json(messages_, places_);
         out << report_.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
     }
 
@@ -190,7 +182,7 @@ private:
         const temporary_folder folder;
         const bool wave = !line_.wave.empty() && &row == simulators_.front();
         std::vector<output_file> files = what_->files;
-        const std::string bench = "bench" + std::string(extension_of(row.lang));
+        const std::string bench = "xfc_bench" + std::string(extension_of(row.lang));
         files.push_back({bench, bench_text(*what_->text, row.lang, wave)});
         files.push_back({"vectors.txt", stimulus_text(applied_, values())});
         files.push_back({"wave.opt", std::string(wave_selection)});
@@ -262,12 +254,12 @@ private:
 
     void compare() {
         bar_.show("the C program", 0, 0);
-        const host_results host = run_host();
+        host_results host = run_host();
         const bool same_constants =
             !host.undeclared_calls &&
             std::none_of(messages_.messages().begin(), messages_.messages().end(),
                          [](const diagnostic& one) { return one.name == row_of(message_id::constant_format).name; });
-        const accuracy_question question{
+        accuracy_question question{
             .source = *state_.followed,
             .applied = applied_,
             .results = expected_,
@@ -276,6 +268,12 @@ private:
             .mantissa = line_.mantissa,
             .progress = [&](std::size_t done) { bar_.show("exact results", done, applied_.vectors.size()); }};
         std::vector<output_accuracy> rows = accuracy_of(question);
+        const bool differs = std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.c_differs != 0; });
+        if (differs && state_.current->measures_pointers) {
+            host.why_not = "the program asks for sizes of pointers, which this machine has otherwise";
+            question.of_host = nullptr;
+            rows = accuracy_of(question);
+        }
         bar_.clear();
         for (std::size_t place = 0; place < rows.size() && !simulators_.empty(); ++place) {
             rows[place].bits_equal = all_finished() ? equal_[place] : 0;

@@ -7,6 +7,7 @@
 
 #include "flow/driver/build.h"
 #include "flow/driver/progress.h"
+#include "flow/driver/report.h"
 #include "flow/simulate/process.h"
 #include "flow/synth/synthesis.h"
 
@@ -102,6 +103,10 @@ int synth(const command_line& given, std::ostream& out, std::ostream& error, boo
     std::optional<synthesis_result> result;
     if (run_stages(state, true) && (what = built(state))) {
         result = synthesized(*what, line, messages, error);
+    }
+    if (!result && line.json) {
+        out << report_json(nullptr, std::nullopt, messages, places, line.source);
+        return 1;
     }
     error << rendered(messages, places, colour);
     if (result) {

@@ -11,6 +11,7 @@
 
 #include "flow/frontend/executor.h"
 #include "flow/frontend/parser.h"
+#include "flow/frontend/pointer_sizes.h"
 
 namespace xfc::flow {
 
@@ -82,6 +83,7 @@ struct compilation {
             executor followed(c.context(), options, messages, following);
             result = followed.run(std::filesystem::path(source.path).stem().string());
             result->places = places;
+            result->measures_pointers = c.asks_for_sizes() && measures_pointers(c.context());
         } catch (const refusal&) {
             result.reset();  // told already
         } catch (const std::bad_alloc&) {

@@ -278,6 +278,7 @@ struct parser::parts {
     std::size_t brackets = 0;  ///< opened one behind the other, with nothing but names and numbers between
     std::size_t chained = 0;   ///< operators and attributes one behind the other whose square the parser's time takes
     bool behind_ellipsis = false;
+    bool asks_for_sizes = false;
     bool stopped = false;
 
     bool enter_source();
@@ -361,6 +362,7 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     const bool chains = token.isOneOf(ampamp, pipepipe, less, greater, lessequal, greaterequal, equalequal,
                                       exclaimequal, lessless, greatergreater, kw___attribute);
     chained += chains ? 1U : 0U;
+    asks_for_sizes = asks_for_sizes || token.isOneOf(kw_sizeof, kw_alignof, kw__Alignof, kw___builtin_offsetof);
     const bool large_range =
         behind_ellipsis && token.is(clang::tok::numeric_constant) && token.getLength() > longest_range;
     behind_ellipsis = token.is(clang::tok::ellipsis);
@@ -371,7 +373,7 @@ void parser::parts::watch(const clang::Token& token, const stack_watch& stack) {
     } else if (!token.isAnnotation() && token.getLength() > longest_token) {
         stop_at(token.getLocation(), message_id::token_too_long, {std::to_string(longest_token)});
     } else if (tokens > most_tokens) {
-        stop_at(token.getLocation(), message_id::too_many_tokens, {std::to_string(most_tokens)});
+        stop_at(token.getLocation(), message_id::too_many_tokens, {std::to_string(most_tokens), "tokens"});
     }
     if (stopped) {
         auto& ended = const_cast<clang::Token&>(token);
@@ -400,7 +402,7 @@ bool parser::parse(const stack_watch& stack, source_map& places) {
     all.preprocessor->setPredefines(make_predefines(all.options));
     all.preprocessor->setTokenWatcher([&](const clang::Token& token) { all.watch(token, stack); });
     all.preprocessor->addPPCallbacks(std::make_unique<expansion_counter>([&](clang::SourceLocation place) {
-        all.stop_at(place, message_id::too_many_tokens, {std::to_string(most_expansions)});
+        all.stop_at(place, message_id::too_many_tokens, {std::to_string(most_expansions), "macro expansions"});
         describe_places(places);
         if (auto* rescue = llvm::CrashRecoveryContext::GetCurrent()) {
             rescue->HandleExit(1);
@@ -436,6 +438,7 @@ void parser::describe_places(source_map& places) const {
 }
 
 clang::ASTContext& parser::context() { return *parts_->context; }
+bool parser::asks_for_sizes() const { return parts_->asks_for_sizes; }
 const clang::SourceManager& parser::sources() const { return parts_->sources; }
 
 source_range range_of(clang::SourceRange range, const clang::SourceManager& sources,

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] bool parse(const stack_watch& stack, source_map& places);
 
     [[nodiscard]] clang::ASTContext& context();
+    /// Whether the source has operators that tell the size of something.
+    [[nodiscard]] bool asks_for_sizes() const;
     [[nodiscard]] const clang::SourceManager& sources() const;
 
 private:

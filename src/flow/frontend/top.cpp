@@ -333,7 +333,8 @@ void executor::finish_graph() {
                                    .c_type = place.c_type,
                                    .c_access = place.access,
                                    .where = one.where,
-                                   .value = what});
+                                   .value = what,
+                                   .returned = variable.is_result});
                 is_port[index] = true;
             }
         }
@@ -343,8 +344,7 @@ void executor::finish_graph() {
         refuse(message_id::no_output, {});
     }
     // Results stand last: the candidates of the older style may come behind them.
-    std::stable_partition(outputs.begin(), outputs.end(),
-                          [](const port& one) { return !one.c_access.starts_with("result"); });
+    std::stable_partition(outputs.begin(), outputs.end(), [](const port& one) { return !one.returned; });
     const std::vector<bool> needed = needed_for(values_, outputs);
     std::unordered_map<std::uint32_t, value_id> leaf_at;
     for (const port& input : values_.inputs()) {

@@ -51,6 +51,7 @@ struct port {
     std::string c_access = {};  ///< how C reaches the element: "x[0]", "p.re", "*y", "result.im"
     source_range where = {};    ///< the declaration
     value_id value = no_value;
+    bool returned = false;  ///< of what the top returns, not of a variable
 };
 
 /// One call of an inlined function.

@@ -29,6 +29,8 @@ struct program {
     std::vector<std::string> functions = {};  ///< what runs, in order: the top alone, or all of the older style
     std::vector<parameter> parameters = {};   ///< of the top; empty for the older style
     std::string result_type = {};             ///< as C writes it; empty for void
+    /// Asks for the size of what has pointers in it, which is another one on a machine of 64 bits.
+    bool measures_pointers = false;
     graph values = {};
     source_map places = {};
 };

@@ -17,6 +17,10 @@ bool is_nan(number_format format, std::uint64_t bits) {
            (format == number_format::double_float && std::isnan(std::bit_cast<double>(bits)));
 }
 
+bool is_zero(number_format format, std::uint64_t bits) {
+    return (bits << (format == number_format::single_float ? 33U : 1U)) == 0;  // without the sign
+}
+
 std::string inputs_text(const graph& source, const std::vector<std::uint64_t>& inputs) {
     std::string text;
     for (std::size_t place = 0; place < inputs.size(); ++place) {
@@ -67,11 +71,13 @@ public:
         }
     }
 
-    /// `expected`: C's arithmetic over the program as it was understood.
-    void count_c(std::size_t number, std::uint64_t expected) {
+    /// `expected`: C's arithmetic over the program as it was understood; `either_zero`: a zero of any sign will do.
+    void count_c(std::size_t number, std::uint64_t expected, bool either_zero) {
         const number_format format = asked_.source.outputs()[place_].format;
         const std::uint64_t of_host = (*asked_.of_host)[number][place_];
-        if (of_host != expected && !(is_nan(format, of_host) && is_nan(format, expected))) {
+        const bool same = of_host == expected || (is_nan(format, of_host) && is_nan(format, expected)) ||
+                          (either_zero && is_zero(format, of_host));
+        if (!same) {
             if (row_.c_differs == 0) {
                 row_.c_differs_at =
                     inputs(number) + ": C " + c_text(format, of_host) + ", understood " + c_text(format, expected);
@@ -146,10 +152,10 @@ std::vector<output_accuracy> accuracy_of(const accuracy_question& asked) {
             counter.count(number);
         }
         if (c_is_known && !(*asked.of_host)[number].empty()) {
-            bool defined = false;
-            const std::vector<std::uint64_t> expected = c_outputs(asked.source, inputs, &defined);
-            for (std::size_t place = 0; defined && place < counters.size(); ++place) {
-                counters[place].count_c(number, expected[place]);
+            c_freedom freedom;
+            const std::vector<std::uint64_t> expected = c_outputs(asked.source, inputs, &freedom);
+            for (std::size_t place = 0; freedom.defined && place < counters.size(); ++place) {
+                counters[place].count_c(number, expected[place], freedom.either_zero[place]);
             }
         }
         if (asked.progress) {

@@ -9,7 +9,7 @@ namespace xfc::flow {
 namespace {
 
 constexpr std::string_view verilog_bench = R"(`timescale 1ns / 1ps
-module bench;
+module xfc_bench;
   reg sysclk, reset, enable, startin;
   reg [@inputs@:1] inputs;
   wire [@outputs@:1] outputs;
@@ -45,16 +45,16 @@ module bench;
 endmodule
 )";
 
-constexpr std::string_view wave_lines = "    $dumpfile(\"wave.vcd\");\n    $dumpvars(2, bench);\n";
+constexpr std::string_view wave_lines = "    $dumpfile(\"wave.vcd\");\n    $dumpvars(2, xfc_bench);\n";
 
 constexpr std::string_view vhdl_bench = R"(library ieee;
 use ieee.std_logic_1164.all;
 use std.textio.all;
 
-entity bench is
-end bench;
+entity xfc_bench is
+end xfc_bench;
 
-architecture test of bench is
+architecture test of xfc_bench is
   signal sysclk, reset, enable, startin : std_logic := '0';
   signal inputs : std_logic_vector(@inputs@ downto 1) := (others => '0');
   signal outputs : std_logic_vector(@outputs@ downto 1);

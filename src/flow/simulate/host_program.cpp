@@ -181,6 +181,14 @@ std::string narrow_number(std::string_view number) {
     return text;
 }
 
+/// Sizes have 32 bits, as all integers.
+std::string word_for_host(std::string_view word) {
+    constexpr std::array<std::string_view, 5> sizes{"sizeof", "_Alignof", "__alignof__", "__alignof",
+                                                    "__builtin_offsetof"};
+    const bool is_size = std::find(sizes.begin(), sizes.end(), word) != sizes.end();
+    return (word == "main" ? "xfc_host_" : is_size ? "(unsigned)" : "") + std::string(word);
+}
+
 bool is_specifier(std::string_view word) {
     constexpr std::array<std::string_view, 14> specifiers{"long",   "int",        "unsigned", "signed",   "short",
                                                           "double", "const",      "static",   "volatile", "register",
@@ -271,7 +279,7 @@ std::string host_call_text(const program& what, const source_map& places, const 
     number = 0;
     for (const port& one : what.values.outputs()) {
         const std::string place = "    xfc_host_out[" + std::to_string(number++) + "] = ";
-        const std::string access = returns && variable_of(one) == "result" ? "xfc_host_" + one.c_access : one.c_access;
+        const std::string access = returns && one.returned ? "xfc_host_" + one.c_access : one.c_access;
         text += is_local(one, locals, places) ? "" : place + bits_of(one, access) + ";\n";
     }
     return text + "}\n";
@@ -302,13 +310,44 @@ std::string compile(const std::string& compiler, const std::string& warnings, co
 
 namespace {
 
-/// Goes through the tokens once and writes them anew.
+/// Where in the source the tokens are that are read.
+struct reading_place {
+    explicit reading_place(std::string_view of) : file(of) {}
+
+    /// Keeps the line of the source; marks look like: # 12 "prog.c" 2
+    void follow_lines(std::string_view space) {
+        if (!space.starts_with('#')) {
+            line += static_cast<int>(std::count(space.begin(), space.end(), '\n'));
+            return;
+        }
+        const std::size_t digit = space.find_first_of("0123456789");
+        const std::size_t quote = space.find('"');
+        if (digit != std::string_view::npos && quote != std::string_view::npos) {
+            // The mark's own line end counts too.
+            (void)std::from_chars(space.data() + digit, space.data() + space.size(), line);
+            --line;
+            in_file = space.substr(quote + 1).starts_with(file);
+        }
+    }
+
+    void follow_braces(const token& one) {
+        depth += one.text == "{" || one.text == "(" ? 1 : one.text == "}" || one.text == ")" ? -1 : 0;
+    }
+
+    std::string_view file;
+    int line = 1;
+    int depth = 0;  ///< of braces and parentheses
+    bool in_file = true;
+};
+
+/// Goes through the tokens and writes them anew.
 class host_writer {
 public:
     host_writer(std::string_view preprocessed, std::string_view file, std::vector<local_variable>& locals)
-        : tokens_(tokens_of(preprocessed)), file_(file), locals_(locals) {}
+        : tokens_(tokens_of(preprocessed)), file_(file), locals_(locals), place_(file) {}
 
     std::string run() {
+        find_globals();
         while (at_ < tokens_.size()) {
             const token& one = tokens_[at_];
             if (one.is_word && is_specifier(one.text)) {
@@ -316,11 +355,11 @@ public:
                 continue;
             }
             ++at_;
-            text_ += one.is_number                       ? narrow_number(one.text)
-                     : one.is_word && one.text == "main" ? "xfc_host_main"
-                                                         : std::string(one.text);
+            text_ += one.is_number ? narrow_number(one.text)
+                     : one.is_word ? word_for_host(one.text)
+                                   : std::string(one.text);
             if (one.is_space) {
-                follow_lines(one.text);
+                place_.follow_lines(one.text);
             } else {
                 follow_braces(one);
             }
@@ -345,44 +384,49 @@ private:
         for (; at_ < end; ++at_) {
             const bool drop = tokens_[at_].text == "long" && longs == 1 && !has_double;
             text_ += !drop ? tokens_[at_].text : has_int ? std::string_view() : std::string_view("int");
-            follow_lines(tokens_[at_].is_space ? tokens_[at_].text : std::string_view());
-        }
-    }
-
-    /// Keeps the line of the source; marks look like: # 12 "prog.c" 2
-    void follow_lines(std::string_view space) {
-        if (!space.starts_with('#')) {
-            line_ += static_cast<int>(std::count(space.begin(), space.end(), '\n'));
-            return;
-        }
-        const std::size_t digit = space.find_first_of("0123456789");
-        const std::size_t quote = space.find('"');
-        if (digit != std::string_view::npos && quote != std::string_view::npos) {
-            // The mark's own line end counts too.
-            (void)std::from_chars(space.data() + digit, space.data() + space.size(), line_);
-            --line_;
-            in_file_ = space.substr(quote + 1).starts_with(file_);
+            place_.follow_lines(tokens_[at_].is_space ? tokens_[at_].text : std::string_view());
         }
     }
 
     void follow_braces(const token& one) {
-        if (one.text == "{" || one.text == "(") {
-            ++depth_;
-        } else if (one.text == "}" || one.text == ")") {
-            --depth_;
-        } else if (one.text == ";" && depth_ == pending_depth_) {
+        place_.follow_braces(one);
+        if (one.text == ";" && place_.depth == pending_depth_) {
             text_ += pending_;
             pending_.clear();
             pending_depth_ = -1;
-        } else if (one.is_word && in_file_ && depth_ > 0) {
+        } else if (one.is_word && place_.in_file && place_.depth > 0) {
             for (local_variable& local : locals_) {
-                if (!local.found && local.line == line_ && local.name == one.text) {
+                if (!local.global && !local.found && place_.line == local.line && local.name == one.text) {
                     local.found = true;
                     pending_ += local.code;
-                    pending_depth_ = pending_depth_ < 0 ? depth_ : pending_depth_;
+                    pending_depth_ = pending_depth_ < 0 ? place_.depth : pending_depth_;
                 }
             }
         }
+    }
+
+    /// A global is used inside braces on its own line too, when the whole program stands on one.
+    void find_globals() {
+        reading_place place(file_);
+        for (std::size_t at = 0; at < tokens_.size(); ++at) {
+            const token& one = tokens_[at];
+            if (one.is_space) {
+                place.follow_lines(one.text);
+                continue;
+            }
+            place.follow_braces(one);
+            const bool outside = one.is_word && place.in_file && place.depth == 0 && !is_called(at);
+            for (local_variable& local : locals_) {
+                local.global = local.global || (outside && place.line == local.line && local.name == one.text);
+            }
+        }
+    }
+
+    /// A function may be called like a variable inside it.
+    [[nodiscard]] bool is_called(std::size_t at) const {
+        const auto next = std::find_if(tokens_.begin() + static_cast<std::ptrdiff_t>(at) + 1, tokens_.end(),
+                                       [](const token& one) { return !one.is_space; });
+        return next != tokens_.end() && next->text == "(";
     }
 
     std::vector<token> tokens_;
@@ -391,9 +435,7 @@ private:
     std::string text_;
     std::string pending_;  ///< to be put behind the next end of a declaration
     int pending_depth_ = -1;
-    int depth_ = 0;  ///< of braces and parentheses
-    int line_ = 1;
-    bool in_file_ = true;
+    reading_place place_;
     std::size_t at_ = 0;
 };
 
@@ -425,14 +467,24 @@ host_results run_on_host(const program& what, const source_map& places, const ho
     for (const std::string& definition : options.definitions) {
         words.insert(words.end(), {"-D", definition});
     }
-    words.insert(words.end(), {"-I", "headers", "-x", "c", fs::absolute(options.source, failed).string()});
+    const std::string path = fs::absolute(options.source, failed).string();
+    // __FILE__ as it was given; the last one that fits counts.
+    const auto name_as_given = [&](const std::string& absolute, const std::string& given) {
+        words.push_back("-fmacro-prefix-map=" + absolute + "=" + given);
+    };
+    const std::string beside = fs::path(options.source).parent_path().string();
+    name_as_given(fs::path(path).parent_path().string(), beside.empty() ? "." : beside);
+    for (const std::string& include : options.include_folders) {
+        name_as_given(fs::absolute(include, failed).string(), include);
+    }
+    name_as_given(path, options.source);
+    words.insert(words.end(), {"-I", "headers", "-x", "c", path});
     if (run_command(words, folder) != 0) {
         results.why_not = results.compiler + " refuses the program: " + end_of_log(folder);
         return results;
     }
     std::ofstream(folder / "host_main.c") << host_main;
     std::vector<local_variable> locals = possible_locals(what, places);
-    const std::string path = fs::absolute(options.source, failed).string();
     const std::string source = program_for_host(read_file(folder / "preprocessed.c"), path, locals);
     const std::string call = host_call_text(what, places, locals);
     const std::string prelude(host_prelude);

@@ -42,11 +42,12 @@ struct local_variable {
     std::string name = {};
     int line = 0;  ///< of the declaration
     std::string code = {};
-    bool found = false;  ///< set when the declaration was seen inside braces
+    bool found = false;   ///< set when the declaration was seen inside braces
+    bool global = false;  ///< set when it was seen outside
 };
 
-/// A preprocessed C program with `long` written int, suffixes l of whole constants left out, `main` renamed, and the
-/// code of local variables put behind their declarations in the file of this name.
+/// A preprocessed C program with `long` written int, sizes made unsigned, suffixes l of whole constants left out,
+/// `main` renamed, and the code of local variables put behind their declarations in the file of this name.
 [[nodiscard]] std::string program_for_host(std::string_view preprocessed, std::string_view file,
                                            std::vector<local_variable>& locals);
 

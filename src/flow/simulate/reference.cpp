@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 #include "flow/graph/fold.h"
 
@@ -298,6 +299,40 @@ double number_of(const known_number& floating) {
                : std::bit_cast<double>(floating.bits);
 }
 
+/// A number that C gives; the sign of a zero sum is left free, and so is what is computed from it.
+struct c_number {
+    known_number number = {};
+    bool either_zero = false;
+};
+
+bool is_zero(const known_number& one) { return is_floating(one.format) && number_of(one) == 0; }
+
+/// Whether the result may be a zero of either sign.
+bool may_be_either_zero(const value& one, const known_number& result, std::span<const c_number> operands) {
+    if (!is_zero(result)) {
+        return false;
+    }
+    switch (one.op) {
+        case operation::add:
+        case operation::subtract:
+            return true;
+        case operation::absolute:
+            return false;
+        case operation::copy_sign:
+            return operands[1].either_zero;
+        case operation::select:
+            return operands[operands[0].number.bits != 0 ? 1 : 2].either_zero;
+        default:
+            return std::any_of(operands.begin(), operands.end(), [](const c_number& from) { return from.either_zero; });
+    }
+}
+
+/// Whether something else than a zero takes its sign from a zero of either sign.
+bool has_free_sign(const value& one, std::span<const c_number> operands) {
+    const bool takes = one.op == operation::copy_sign || one.op == operation::divide;
+    return takes && operands[1].either_zero && !is_zero(operands[0].number);
+}
+
 /// Whether C says what this operation gives.
 bool is_defined(const value& one, std::span<const known_number> operands) {
     const auto whole = [&](std::size_t place) { return static_cast<std::int32_t>(operands[place].bits); };
@@ -346,30 +381,37 @@ bool is_exact_in_c(const graph& source) {
     });
 }
 
-std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::uint64_t> inputs, bool* defined) {
-    std::vector<known_number> results(source.size());
-    bool all_defined = true;
+std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::uint64_t> inputs, c_freedom* freedom) {
+    std::vector<c_number> results(source.size());
+    bool defined = true;
     for (value_id id = 0; id < source.size(); ++id) {
         const value& one = source[id];
-        results[id].format = one.format;
+        known_number& result = results[id].number;
+        result.format = one.format;
         if (one.op == operation::input || one.op == operation::constant) {
-            results[id].bits = one.op == operation::input ? inputs[one.port()] : one.constant_bits();
+            result.bits = one.op == operation::input ? inputs[one.port()] : one.constant_bits();
             continue;
         }
-        std::array<known_number, most_operands> operands;
+        std::array<c_number, most_operands> operands;
+        std::array<known_number, most_operands> numbers;
         const auto ids = one.operand_span();
         for (std::size_t place = 0; place < ids.size(); ++place) {
             operands.at(place) = results[ids[place]];
+            numbers.at(place) = operands.at(place).number;
         }
-        all_defined = all_defined && is_defined(one, {operands.data(), ids.size()});
-        results[id].bits = compute(one.op, one.format, {operands.data(), ids.size()});
-    }
-    if (defined != nullptr) {
-        *defined = all_defined;
+        const std::span<const c_number> from{operands.data(), ids.size()};
+        defined = defined && is_defined(one, {numbers.data(), ids.size()}) && !has_free_sign(one, from);
+        result.bits = compute(one.op, one.format, {numbers.data(), ids.size()});
+        results[id].either_zero = may_be_either_zero(one, result, from);
     }
     std::vector<std::uint64_t> outputs;
+    std::vector<bool> either_zero;
     for (const port& output : source.outputs()) {
-        outputs.push_back(results[output.value].bits);
+        outputs.push_back(results[output.value].number.bits);
+        either_zero.push_back(results[output.value].either_zero);
+    }
+    if (freedom != nullptr) {
+        *freedom = {.defined = defined, .either_zero = std::move(either_zero)};
     }
     return outputs;
 }

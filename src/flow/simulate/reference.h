@@ -53,11 +53,17 @@ private:
     std::int32_t mantissa_;
 };
 
-/// Whether C says what every operation gives: no conversion out of an integer's range, no shift too far, no quotient
-/// that does not fit, no sign of what is no number, no larger one of zeros of both signs. A null pointer where nobody
-/// asks.
+/// What is known about a program's results in C.
+struct c_freedom {
+    /// C says what every operation gives: no conversion out of an integer's range, no shift too far, no quotient that
+    /// does not fit, no sign of what is no number or of a sum that is zero, no larger one of zeros of both signs.
+    bool defined = true;
+    std::vector<bool> either_zero = {};  ///< by output: a sum that is zero, or a zero computed from one
+};
+
+/// The results of C's arithmetic. A null pointer where nobody asks.
 [[nodiscard]] std::vector<std::uint64_t> c_outputs(const graph& source, std::span<const std::uint64_t> inputs,
-                                                   bool* defined = nullptr);
+                                                   c_freedom* freedom = nullptr);
 
 /// Whether C's result is the same with every library: no function that may round either way.
 [[nodiscard]] bool is_exact_in_c(const graph& source);

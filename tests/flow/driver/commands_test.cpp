@@ -165,6 +165,32 @@ TEST(flow_commands, synth_says_which_tool_is_missing) {
     EXPECT_EQ(told.out.find("MHz"), std::string::npos) << told.out;
 }
 
+TEST(flow_commands, numbers_out_of_range_are_told_with_their_range) {
+    for (const std::string option : {"--unroll", "--vectors", "--seed"}) {
+        for (const std::string number : {"0", "-1"}) {
+            const outcome refused = run_with({"simulate", "x.c", option, number});
+            EXPECT_EQ(refused.status, 1);
+            EXPECT_EQ(refused.error, option + ": Value " + number +
+                                         " not in range 1 to 2147483647\n"
+                                         "Run with --help for more information.\n");
+        }
+    }
+}
+
+TEST(flow_commands, a_refusal_is_the_same_json_report_from_every_command) {
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "xfcflow_refused.c";
+    std::ofstream(path) << "float f(float a) { goto x; x: return a; }\n";
+    const outcome checked = run_with({"check", path.string(), "--json"});
+    EXPECT_EQ(nlohmann::json::parse(checked.out)["accepted"], false);
+    EXPECT_EQ(nlohmann::json::parse(checked.out)["messages"].size(), 1U);
+    for (const char* command : {"build", "synth", "explore"}) {
+        const outcome refused = run_with({command, path.string(), "--json"});
+        EXPECT_EQ(refused.status, 1) << command;
+        EXPECT_EQ(refused.out, checked.out) << command;
+        EXPECT_EQ(refused.error, "") << command;
+    }
+}
+
 TEST(flow_commands, all_examples_are_accepted) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(example(""))) {

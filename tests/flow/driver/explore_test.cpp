@@ -153,6 +153,12 @@ TEST_F(explore_command, a_program_without_hardware_is_refused_as_everywhere) {
     EXPECT_NE(errors_.find("error: "), std::string::npos);
 }
 
+TEST_F(explore_command, lines_to_run_stand_alone_even_when_json_is_asked_for) {
+    fs::create_directories(folder_ / "results");
+    EXPECT_EQ(told({"--merge", file("results"), "--json"}, 1).substr(0, 16), "xfcflow explore ");
+    EXPECT_NE(errors_.find("[points-missing]"), std::string::npos) << errors_;
+}
+
 TEST_F(explore_command, a_program_of_integers_has_one_design) {
     std::ofstream(source_) << "int f(int a) { return a + 1; }\n";
     EXPECT_NE(told({}).find(": 1 design of 1 set of options with --top f\n"), std::string::npos);

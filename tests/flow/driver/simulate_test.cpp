@@ -183,6 +183,115 @@ TEST_F(flow_simulate, ports_may_be_variables_inside_an_older_program) {
     EXPECT_EQ(done["accuracy"].size(), 4U);
 }
 
+TEST_F(flow_simulate, an_older_program_may_stand_on_one_line) {
+    for (const char* program : {"float a, b, y; main() { y = a - b; }", "float a, b; main() { float y; y = a - b; }",
+                                "main() { float a, b, y; y = a - b; }", "a() { float a, b, y; y = a - b; }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], true) << program << done;
+        EXPECT_EQ(done["accuracy"].size(), 1U) << program;
+    }
+}
+
+TEST_F(flow_simulate, a_parameter_may_be_called_like_the_result) {
+    for (const char* program : {"float f(float x, float *result) { *result = x * 2; return x + 1; }",
+                                "float f(float result[2]) { result[0] = 3; return result[1]; }",
+                                "typedef struct { float re, im; } c; c f(c *result) { c r = { result->re, 1 }; "
+                                "result->im = 3; return r; }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], true) << program << done;
+    }
+    const auto done = report("float f(float results[2]) { results[0] = 3; return results[1]; }", "results_1\n5\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(outputs(), "results_0,result\n0x1.8p+1,0x1.4p+2\n");
+}
+
+TEST_F(flow_simulate, sizes_have_32_bits_on_the_host_too) {
+    for (const char* program : {"float f(int a) { return (a + sizeof(int)) / 2; }",
+                                "float f(int a) { return sizeof a - 5 + _Alignof(double) + sizeof(long[3]); }",
+                                "struct s { char c; double d; }; int f(int a) {\n"
+                                "    return (a + __builtin_offsetof(struct s, d)) / 2 + sizeof(struct s); }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], true) << program << done;
+    }
+}
+
+TEST_F(flow_simulate, what_follows_from_the_size_of_pointers_is_not_held_against_the_host) {
+    const std::string node = "struct node { struct node *next; int n; };\n";
+    for (const std::string& program :
+         {std::string("int f(int a) { return a + sizeof(int *) + sizeof(&a); }"),
+          node + "int f(int a) { return a + sizeof(struct node[2]); }",
+          node + "int f(int a) { struct node x[sizeof(struct node)]; return a + sizeof x; }",
+          node + "int f(int a) { static const int k[] = {1, _Alignof(int (*)(void))}; return a + k[1]; }",
+          node + "int f(int a) { return a + __builtin_offsetof(struct node, n); }"}) {
+        const auto done = report(program, "");
+        EXPECT_EQ(done["agrees"], true) << program << done;
+        EXPECT_EQ(done["host"]["ran"], false) << program << done;
+        EXPECT_EQ(done["host"]["why_not"], "the program asks for sizes of pointers, which this machine has otherwise");
+    }
+    // Where the sizes lead to the same, the comparison stands.
+    const auto same = report("int f(int a) { int *x[3]; return a * (sizeof x / sizeof x[0]); }", "");
+    EXPECT_EQ(same["agrees"], true) << same;
+    EXPECT_EQ(same["host"]["ran"], true) << same;
+    const auto other = report(
+        "#ifdef __XFCFLOW__\n#define N 1\n#else\n#define N 2\n#endif\n"
+        "int f(int *a) { return *a + N * sizeof(int); }",
+        "");
+    EXPECT_EQ(other["agrees"], false) << other;
+    EXPECT_EQ(other["accuracy"][0]["c_differs"], other["accuracy"][0]["vectors"]);
+}
+
+TEST_F(flow_simulate, the_host_knows_files_by_the_names_that_were_given) {
+    (void)written("own.h", "static const int own = sizeof(__FILE__);\n");
+    fs::create_directories(path("more"));
+    (void)written("more/other.h", "static const int other = sizeof(__FILE__);\n");
+    const std::string program =
+        "#include \"own.h\"\n#include <other.h>\n"
+        "int f(int a) { return a + sizeof(__FILE__) + 100 * own + 10000 * other; }\n";
+    const fs::path before = fs::current_path();
+    const fs::path folder = fs::path(written("prog.c", program)).parent_path();
+    fs::current_path(folder);
+    std::vector<outcome> all;
+    for (const std::string& source : {std::string("prog.c"), std::string("./prog.c"), path("prog.c")}) {
+        all.push_back(run_with({"simulate", source, "--simulator", "none", "--json", "--include", "more"}));
+    }
+    fs::current_path(before);
+    for (const outcome& one : all) {
+        const auto done = nlohmann::json::parse(one.out);
+        EXPECT_EQ(done["agrees"], true) << done;
+        EXPECT_EQ(done["host"]["ran"], true) << done;
+    }
+}
+
+TEST_F(flow_simulate, a_sum_that_is_zero_may_have_either_sign_in_c) {
+    // gcc takes it for -n.
+    const auto done = report("double f(int n) { return 0.0 - n; }\n", "n\n0\n1\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+}
+
+TEST_F(flow_simulate, a_design_may_be_called_like_anything_in_the_test_bench) {
+    const std::string body = "(float inputs, float outputs, float *vectors) { *vectors = inputs; return -outputs; }\n";
+    for (const char* name : {"bench", "xfc_bench", "under_test", "stimulus", "test", "value_of", "results", "textio"}) {
+        const std::string program = written("names.c", std::string("float ") + name + body);
+        for (const char* language : {"vhdl", "verilog"}) {
+            const outcome done = run_with({"simulate", program, "--lang", language, "--vectors", "5"});
+            EXPECT_EQ(done.status, 0) << name << done.error;
+        }
+    }
+}
+
+TEST_F(flow_simulate, messages_are_as_in_every_json_report) {
+    const std::string program = written("bad.c", "float f(float a) { goto x; x: return a; }\n");
+    const auto simulated = nlohmann::json::parse(run_with({"simulate", program, "--json"}).out);
+    EXPECT_EQ(simulated["messages"], nlohmann::json::parse(run_with({"check", program, "--json"}).out)["messages"]);
+    ASSERT_EQ(simulated["messages"].size(), 1U);
+    EXPECT_EQ(simulated["messages"][0]["severity"], "error");
+    EXPECT_TRUE(simulated["messages"][0].contains("hint"));
+}
+
 TEST_F(flow_simulate, long_has_32_bits_on_the_host_too) {
     const auto done = report("long f(long a, unsigned long b) { long int c = a * a; return c + (long)b * 3L; }\n",
                              "a,b\n100000,4000000000\n-2147483648,1\n");
@@ -226,6 +335,21 @@ TEST(program_for_host, puts_code_behind_declarations_inside_braces_only) {
               "# 1 \"/x/p.c\"\nint g;\nf() { int a = (1), b; A a; }");
     EXPECT_TRUE(locals[0].found);
     EXPECT_FALSE(locals[1].found);
+}
+
+TEST(program_for_host, tells_globals_from_locals_on_the_same_line) {
+    std::vector<local_variable> locals = {{.name = "a", .line = 1, .code = " A"},
+                                          {.name = "g", .line = 1, .code = " G"}};
+    EXPECT_EQ(program_for_host("struct { int g; } g; a() { int a; a = g.g; }", "x.c", locals),
+              "struct { int g; } g; a() { int a; A a = g.g; }");
+    EXPECT_TRUE(locals[0].found);
+    EXPECT_FALSE(locals[1].found);
+}
+
+TEST(program_for_host, makes_sizes_unsigned) {
+    std::vector<local_variable> none;
+    EXPECT_EQ(program_for_host("sizeof(long) + _Alignof(int) + sizes", "x.c", none),
+              "(unsigned)sizeof(int) + (unsigned)_Alignof(int) + sizes");
 }
 
 TEST(progress, shows_nothing_without_a_terminal_or_for_short_work) {

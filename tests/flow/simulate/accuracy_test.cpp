@@ -231,9 +231,9 @@ TEST(accuracy, leaves_the_column_of_c_out_without_a_compiler) {
 
 TEST(c_outputs, knows_that_the_sign_of_what_is_no_number_is_open) {
     const graph signs = of_two(operation::copy_sign);
-    bool defined = true;
-    (void)c_outputs(signs, std::array{bits_of(1.0F), bits_of(NAN)}, &defined);
-    EXPECT_FALSE(defined);
+    c_freedom freedom;
+    (void)c_outputs(signs, std::array{bits_of(1.0F), bits_of(NAN)}, &freedom);
+    EXPECT_FALSE(freedom.defined);
     EXPECT_FALSE(judged(signs, {1.0F, NAN}, -1.0F).outside);
     EXPECT_FALSE(judged(signs, {1.0F, NAN}, 1.0F).outside);
     EXPECT_TRUE(judged(signs, {1.0F, NAN}, 4.0F).outside);
@@ -242,23 +242,75 @@ TEST(c_outputs, knows_that_the_sign_of_what_is_no_number_is_open) {
 
 TEST(c_outputs, knows_that_the_larger_one_of_two_zeros_is_open) {
     const graph larger = of_two(operation::maximum);
-    bool defined = true;
-    (void)c_outputs(larger, std::array{bits_of(0.0F), bits_of(-0.0F)}, &defined);
-    EXPECT_FALSE(defined);
-    (void)c_outputs(larger, std::array{bits_of(-0.0F), bits_of(-0.0F)}, &defined);
-    EXPECT_TRUE(defined);
+    c_freedom freedom;
+    (void)c_outputs(larger, std::array{bits_of(0.0F), bits_of(-0.0F)}, &freedom);
+    EXPECT_FALSE(freedom.defined);
+    (void)c_outputs(larger, std::array{bits_of(-0.0F), bits_of(-0.0F)}, &freedom);
+    EXPECT_TRUE(freedom.defined);
+}
+
+TEST(c_outputs, leaves_the_sign_of_a_zero_sum_free_and_of_what_is_computed_from_it) {
+    const auto single = number_format::single_float;
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    const value_id difference = w.make(operation::subtract, single, {a, b});
+    const value_id product = w.multiply(difference, a);
+    const value_id absolute = w.make(operation::absolute, single, {difference});
+    const value_id less = w.make(operation::less, number_format::boolean, {a, b});
+    for (const value_id one : {difference, product, absolute, w.make(operation::select, single, {less, product, b}),
+                               w.make(operation::divide, single, {absolute, b}), w.multiply(a, b)}) {
+        w.output("y" + std::to_string(one), one);
+    }
+    c_freedom freedom;
+    (void)c_outputs(w.made, std::array{bits_of(2.0F), bits_of(2.0F)}, &freedom);
+    EXPECT_EQ(freedom.either_zero, (std::vector<bool>{true, true, false, false, false, false}));
+    EXPECT_TRUE(freedom.defined);
+    (void)c_outputs(w.made, std::array{bits_of(2.0F), bits_of(3.0F)}, &freedom);
+    EXPECT_EQ(freedom.either_zero, std::vector<bool>(6, false));
+    (void)c_outputs(w.made, std::array{bits_of(-0.0F), bits_of(5.0F)}, &freedom);
+    EXPECT_EQ(freedom.either_zero, std::vector<bool>(6, false));  // a product's zero has its sign
+}
+
+TEST(c_outputs, knows_that_nothing_takes_its_sign_from_a_zero_sum) {
+    for (const operation op : {operation::divide, operation::copy_sign}) {
+        graph_writer w;
+        const value_id a = w.input("a");
+        const value_id sum = w.add(a, w.input("b"));
+        w.output("y", w.make(op, number_format::single_float, {a, sum}));
+        c_freedom freedom;
+        (void)c_outputs(w.made, std::array{bits_of(2.0F), bits_of(-2.0F)}, &freedom);
+        EXPECT_FALSE(freedom.defined);
+        (void)c_outputs(w.made, std::array{bits_of(2.0F), bits_of(2.0F)}, &freedom);
+        EXPECT_TRUE(freedom.defined);
+    }
+}
+
+TEST(c_differences, of_zeros_count_where_their_sign_is_not_free) {
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    w.output("sum", w.add(a, b));
+    w.output("product", w.multiply(a, w.made.make_single(0.0F)));
+    const stimulus applied{.vectors = {{bits_of(2.0F), bits_of(-2.0F)}}};
+    for (const float sum : {0.0F, -0.0F, 0x1p-149F}) {
+        const std::vector<std::vector<std::uint64_t>> of_host = {{bits_of(sum), bits_of(-0.0F)}};
+        const auto rows = accuracy_of({.source = w.made, .applied = applied, .results = of_host, .of_host = &of_host});
+        EXPECT_EQ(rows[0].c_differs, sum == 0 ? 0U : 1U) << sum;
+        EXPECT_EQ(rows[1].c_differs, 1U) << sum;
+    }
 }
 
 TEST(c_outputs, says_where_c_says_nothing) {
     graph_writer w;
     const value_id a = w.input("a");
     w.output("n", make_folded(w.made, operation::convert, number_format::integer, std::array{a}));
-    bool defined = false;
-    EXPECT_EQ(c_outputs(w.made, std::array{bits_of(-7.9F)}, &defined)[0], 0xFFFFFFF9U);
-    EXPECT_TRUE(defined);
+    c_freedom freedom;
+    EXPECT_EQ(c_outputs(w.made, std::array{bits_of(-7.9F)}, &freedom)[0], 0xFFFFFFF9U);
+    EXPECT_TRUE(freedom.defined);
     for (const float number : {NAN, INFINITY, 0x1p31F}) {
-        (void)c_outputs(w.made, std::array{bits_of(number)}, &defined);
-        EXPECT_FALSE(defined) << number;
+        (void)c_outputs(w.made, std::array{bits_of(number)}, &freedom);
+        EXPECT_FALSE(freedom.defined) << number;
     }
 }
 
