@@ -148,6 +148,7 @@ constexpr message_row rows[] = {
     {id::functions_in_order, "order", note, "functions without parameters run in the order of the source: %0", ""},
     {id::input_and_output, "in-out", note, "'%0' is read before it is written: ports %1 and %2", ""},
     {id::port_renamed, "renamed", note, "port '%0' is called '%1' in hardware", ""},
+    {id::design_renamed, "design-renamed", note, "design '%0' is called '%1' in hardware", ""},
 
     {id::set_only_here, "only-here", note, "depends on this condition", ""},
     {id::called_from, "called", note, "in the call of '%0'", ""},

@@ -99,6 +99,7 @@ enum class message_id : std::uint8_t {
     functions_in_order,
     input_and_output,
     port_renamed,
+    design_renamed,
     // additions to another message
     set_only_here,
     called_from,

@@ -6,7 +6,6 @@
 #include "flow/driver/report.h"
 #include "flow/driver/version.h"
 #include "flow/emit/host_model.h"
-#include "flow/graph/port_names.h"
 
 namespace xfc::flow {
 
@@ -51,18 +50,6 @@ std::string summary(const compilation_state& state, const built_design& result) 
 
 }  // namespace
 
-std::string design_name(const compilation_state& state) {
-    const std::string& wanted = state.line.name.empty() ? state.current->name : state.line.name;
-    const std::vector<std::string> names{wanted};
-    std::string name = legal_names(names, "").front();
-    for (const component_row& row : all_components()) {
-        if (row.name == name) {
-            name += "_top";
-        }
-    }
-    return name;
-}
-
 bool keeps_what_is_read(const compilation_state& state, const std::vector<std::string>& written,
                         std::vector<std::string> also_read) {
     // Headers of the program too.
@@ -90,7 +77,7 @@ std::vector<language> languages_of(const command_line& line) {
 std::optional<built_design> built(const compilation_state& state) {
     const graph& values = state.current->values;
     built_design result;
-    result.names = names_of(values, design_name(state), *state.made, state.places);
+    result.names = names_of(values, state.current->name, *state.made, state.places);
     result.text = std::make_shared<const datapath>(
         make_datapath(values, *state.made, *state.times, result.names, state.places, header_of(state, result.names)));
     auto files = files_of(result.text, languages_of(state.line),

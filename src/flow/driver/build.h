@@ -15,9 +15,6 @@ struct built_design {
     std::vector<output_file> files = {};
 };
 
-/// The design's name: legal in both languages and none of the library's.
-[[nodiscard]] std::string design_name(const compilation_state& state);
-
 /// The files of a compilation that has come to its schedule; without a result the messages say why.
 [[nodiscard]] std::optional<built_design> built(const compilation_state& state);
 

@@ -217,7 +217,7 @@ private:
     // ---- What is told ----
 
     bool report(const std::vector<point_result>& results) {
-        const std::string name = design_name(state_);
+        const std::string name = state_.current->name;
         const exploration_head head{.design = name,
                                     .source = line_.source,
                                     .family = &family(),

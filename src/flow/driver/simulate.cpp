@@ -139,9 +139,12 @@ private:
             messages_.report(message_id::cannot_read, {}, {line_.inputs, std::strerror(errno != 0 ? errno : EISDIR)});
             return false;
         }
+        constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";  // as spreadsheets write it
+        std::string table = text.str();
+        table.erase(0, table.starts_with(byte_order_mark) ? byte_order_mark.size() : 0);
         const std::uint32_t offset = places_.end();
-        places_.add_file(offset, line_.inputs, text.str());
-        vectors_by_number given = vectors_from_csv(text.str(), offset, values(), messages_);
+        places_.add_file(offset, line_.inputs, table);
+        vectors_by_number given = vectors_from_csv(table, offset, values(), messages_);
         if (given.empty()) {
             return false;
         }

@@ -1,11 +1,14 @@
 #include "flow/driver/stages.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
 #include "flow/frontend/frontend.h"
 #include "flow/graph/dump.h"
+#include "flow/graph/port_names.h"
 #include "flow/graph/verifier.h"
 #include "flow/passes/expand.h"
 #include "flow/passes/options.h"
@@ -16,6 +19,25 @@ namespace xfc::flow {
 
 namespace {
 
+/// A name like this one, legal in both languages and none of the library's.
+std::string design_name(const std::string& wanted) {
+    const std::vector<std::string> names{wanted};
+    std::string name = legal_names(names, "").front();
+    const auto is_name = [&](const component_row& row) {
+        return std::equal(row.name.begin(), row.name.end(), name.begin(), name.end(),
+                          [](char one, char other) { return one == std::tolower(static_cast<unsigned char>(other)); });
+    };
+    return name += std::any_of(all_components().begin(), all_components().end(), is_name) ? "_top" : "";
+}
+
+void name_design(compilation_state& state) {
+    const std::string wanted = state.line.name.empty() ? state.current->name : state.line.name;
+    state.current->name = design_name(wanted);
+    if (state.current->name != wanted) {
+        state.messages.report(message_id::design_renamed, {}, {wanted, state.current->name});
+    }
+}
+
 bool follow_program(compilation_state& state) {
     const command_line& line = state.line;
     const frontend_options options{.top = line.top,
@@ -24,6 +46,9 @@ bool follow_program(compilation_state& state) {
                                    .include_folders = line.include_folders,
                                    .definitions = line.definitions};
     state.current = read_program({.path = line.source}, options, state.messages, state.places);
+    if (state.current) {
+        name_design(state);
+    }
     return state.current.has_value();
 }
 

@@ -17,11 +17,11 @@ namespace xfc::flow {
 struct compilation_state {
     const command_line& line;
     diagnostics& messages;
-    source_map& places;  ///< known even when there is no program
-    std::optional<program> current = std::nullopt;
-    std::optional<graph> followed = std::nullopt;  ///< the values as C has them, kept when they are written otherwise
-    std::optional<design> made = std::nullopt;     ///< behind the stage "components"
-    std::optional<schedule> times = std::nullopt;  ///< behind the stage "schedule"
+    source_map& places;                             ///< known even when there is no program
+    std::optional<program> current = std::nullopt;  ///< by the design's name
+    std::optional<graph> followed = std::nullopt;   ///< the values as C has them, kept when they are written otherwise
+    std::optional<design> made = std::nullopt;      ///< behind the stage "components"
+    std::optional<schedule> times = std::nullopt;   ///< behind the stage "schedule"
 };
 
 /// One stage: its name for --dump, what it is for, and its work. False ends the compilation; the messages say why.

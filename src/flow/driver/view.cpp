@@ -36,7 +36,7 @@ int view(const command_line& line, std::ostream& out, std::ostream& error, bool 
     bool done = false;
     if (run_stages(state, true)) {
         const graph& values = state.current->values;
-        const design_names names = names_of(values, design_name(state), *state.made, places);
+        const design_names names = names_of(values, state.current->name, *state.made, places);
         const picture_format& format = format_of(line);
         const picture what = picture_of(values, *state.made, *state.times, names);
         const std::string file = !line.file.empty() ? line.file : names.design + std::string(format.extension);

@@ -70,10 +70,14 @@ std::string fileset(std::string_view name, std::string_view type, const std::vec
     return text + "    file_type: " + std::string(type) + "\n";
 }
 
+/// A text that YAML does not take for anything else, as it does with `no`. Names and files have no letter that needs
+/// more than quotes.
+std::string yaml_text(const std::string& text) { return "\"" + text + "\""; }
+
 /// The design in one language as edalize reads it (EDAM), with what the usual tools need to be told.
 std::string edam_text(const std::string& name, language lang, std::string_view type,
                       const std::vector<std::string>& files) {
-    std::string text = "name: " + name + "\ntoplevel: " + name + "\nfiles:\n";
+    std::string text = "name: " + yaml_text(name) + "\ntoplevel: " + yaml_text(name) + "\nfiles:\n";
     for (const std::string& file : files) {
         text += "  - {name: " + file + ", file_type: " + std::string(type) + "}\n";
     }
@@ -148,11 +152,11 @@ std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const dat
     const std::string first = names_of_sets.substr(0, names_of_sets.find(','));
     std::string core = "CAPI=2:\nname: ::" + what.name + ":0\ndescription: pipelined datapath of " +
                        counted_cycles(what.latency) + "\nfilesets:\n" + filesets + "targets:\n";
-    core += "  default:\n    filesets: [" + first + "]\n    toplevel: " + what.name + "\n";
+    core += "  default:\n    filesets: [" + first + "]\n    toplevel: " + yaml_text(what.name) + "\n";
     for (const language lang : languages) {
         const std::string name = lang == language::vhdl ? "vhdl" : "verilog";
         core.append("  ").append(name).append(":\n    filesets: [").append(name);
-        core.append("]\n    toplevel: ").append(what.name).append("\n");
+        core.append("]\n    toplevel: ").append(yaml_text(what.name)).append("\n");
     }
     files.push_back({what.name + ".core", core});
     return files;

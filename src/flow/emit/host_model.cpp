@@ -14,21 +14,26 @@ namespace xfc::flow {
 
 namespace {
 
-// Words of C and C++ that mean something in what is written, macros of their headers and of common compilers; and those
-// of Python. In order.
+// Words of C and C++ that mean something in what is written, macros of the headers that it includes or that programs
+// include before it, and of common compilers; and words of Python. In order.
 constexpr std::string_view words_of_c[] = {
-    "alignas",     "alignof",      "and",       "and_eq",    "asm",      "auto",         "bitand",   "bitor",
-    "bool",        "break",        "case",      "catch",     "char",     "char16_t",     "char32_t", "char8_t",
-    "class",       "co_await",     "co_return", "co_yield",  "compl",    "concept",      "const",    "const_cast",
-    "consteval",   "constexpr",    "constinit", "continue",  "decltype", "default",      "delete",   "do",
-    "double",      "dynamic_cast", "else",      "enum",      "errno",    "explicit",     "export",   "extern",
-    "false",       "float",        "for",       "friend",    "goto",     "if",           "inline",   "int",
-    "linux",       "long",         "mutable",   "namespace", "new",      "noexcept",     "not",      "not_eq",
-    "nullptr",     "operator",     "or",        "or_eq",     "private",  "protected",    "public",   "register",
-    "requires",    "restrict",     "return",    "short",     "signed",   "sizeof",       "static",   "static_assert",
-    "static_cast", "struct",       "switch",    "template",  "this",     "thread_local", "throw",    "true",
-    "try",         "typedef",      "typeid",    "typename",  "typeof",   "union",        "unix",     "unsigned",
-    "using",       "virtual",      "void",      "volatile",  "wchar_t",  "while",        "xor",      "xor_eq",
+    "BIG_ENDIAN",   "BYTE_ORDER",    "EOF",         "EXIT_FAILURE", "EXIT_SUCCESS", "FD_SETSIZE",   "HUGE_VAL",
+    "INFINITY",     "LITTLE_ENDIAN", "MB_CUR_MAX",  "NAN",          "NFDBITS",      "NULL",         "PDP_ENDIAN",
+    "RAND_MAX",     "WCONTINUED",    "WEXITED",     "WNOHANG",      "WNOWAIT",      "WSTOPPED",     "WUNTRACED",
+    "alignas",      "alignof",       "and",         "and_eq",       "asm",          "auto",         "bitand",
+    "bitor",        "bool",          "break",       "case",         "catch",        "char",         "char16_t",
+    "char32_t",     "char8_t",       "class",       "co_await",     "co_return",    "co_yield",     "compl",
+    "concept",      "const",         "const_cast",  "consteval",    "constexpr",    "constinit",    "continue",
+    "decltype",     "default",       "delete",      "do",           "double",       "dynamic_cast", "else",
+    "enum",         "errno",         "explicit",    "export",       "extern",       "false",        "float",
+    "for",          "friend",        "goto",        "if",           "inline",       "int",          "linux",
+    "long",         "mutable",       "namespace",   "new",          "noexcept",     "not",          "not_eq",
+    "nullptr",      "operator",      "or",          "or_eq",        "private",      "protected",    "public",
+    "register",     "requires",      "restrict",    "return",       "short",        "signed",       "sizeof",
+    "static",       "static_assert", "static_cast", "struct",       "switch",       "template",     "this",
+    "thread_local", "throw",         "true",        "try",          "typedef",      "typeid",       "typename",
+    "typeof",       "union",         "unix",        "unsigned",     "using",        "virtual",      "void",
+    "volatile",     "wchar_t",       "while",       "xor",          "xor_eq",
 };
 constexpr std::string_view words_of_python[] = {
     "False", "None",     "True",  "and",    "as",   "assert", "async",  "await",    "break",
@@ -38,6 +43,17 @@ constexpr std::string_view words_of_python[] = {
 };
 static_assert(std::is_sorted(std::begin(words_of_c), std::end(words_of_c)));
 static_assert(std::is_sorted(std::begin(words_of_python), std::end(words_of_python)));
+
+// <stdint.h> has more macros than are worth a list: what begins and ends like this, INT32_MAX and UINT_LEAST8_WIDTH.
+constexpr std::string_view types_of_limits[] = {"INT", "UINT", "PTRDIFF_", "SIG_ATOMIC_", "SIZE_", "WCHAR_", "WINT_"};
+constexpr std::string_view limits[] = {"_MAX", "_MIN", "_WIDTH"};
+
+bool is_limit(std::string_view name) {
+    return std::any_of(std::begin(types_of_limits), std::end(types_of_limits),
+                       [&](std::string_view type) { return name.starts_with(type); }) &&
+           std::any_of(std::begin(limits), std::end(limits),
+                       [&](std::string_view limit) { return name.ends_with(limit); });
+}
 
 /// How C has a format: a member's type, its bits from the member `@port@`, the member from its bus.
 struct c_format {
@@ -366,7 +382,7 @@ private:
 
 std::string host_name(const std::string& name, host_language lang) {
     const bool taken = lang == host_language::c
-                           ? std::binary_search(std::begin(words_of_c), std::end(words_of_c), name)
+                           ? is_limit(name) || std::binary_search(std::begin(words_of_c), std::end(words_of_c), name)
                            : std::binary_search(std::begin(words_of_python), std::end(words_of_python), name);
     return taken ? name + "_" : name;
 }

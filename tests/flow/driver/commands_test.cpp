@@ -369,6 +369,27 @@ TEST(flow_commands, build_writes_both_languages_their_lists_and_what_they_name) 
     std::filesystem::remove_all(folder);
 }
 
+TEST(flow_commands, a_note_tells_another_name_of_the_design_and_check_knows_it) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "xfcflow_names";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    const auto source = written("xfcflow_names/entity.c", "float entity(float a) { return a; }\n");
+    const std::string note = "xfcflow: note: design 'entity' is called 'c_entity' in hardware [design-renamed]\n";
+    const outcome checked = run_with({"check", source.string()});
+    EXPECT_EQ(checked.error, note);
+    EXPECT_TRUE(checked.out.starts_with("c_entity of ")) << checked.out;
+    const outcome made = run_with({"build", source.string(), "-o", folder.string()});
+    EXPECT_EQ(made.error, note);
+    EXPECT_TRUE(std::filesystem::exists(folder / "c_entity.v"));
+    const auto said = [&](const std::string& name) {
+        return run_with({"build", source.string(), "--name", name, "-o", folder.string()}).error;
+    };
+    EXPECT_EQ(said("a-b"), "xfcflow: note: design 'a-b' is called 'axb' in hardware [design-renamed]\n");
+    EXPECT_EQ(said("DP_exp"), "xfcflow: note: design 'DP_exp' is called 'DP_exp_top' in hardware [design-renamed]\n");
+    EXPECT_EQ(said("wire_1"), "");
+    std::filesystem::remove_all(folder);
+}
+
 std::string text_of(const std::filesystem::path& path) {
     std::ostringstream text;
     text << std::ifstream(path, std::ios::binary).rdbuf();

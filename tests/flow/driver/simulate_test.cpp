@@ -88,6 +88,22 @@ TEST_F(flow_simulate, a_malformed_table_is_told_with_line_and_column_and_nothing
     EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("")}).status, 1);
 }
 
+TEST_F(flow_simulate, a_byte_order_mark_belongs_to_no_column) {
+    const std::string program = written("sum.c", sum);
+    const std::string table = written("in.csv",
+                                      "\xEF\xBB\xBF"
+                                      "a,b\r\n1,2\r\n");
+    const outcome done =
+        run_with({"simulate", program, "--inputs", table, "--outputs", path("out.csv"), "--simulator", "none"});
+    EXPECT_EQ(done.status, 0) << done.error;
+    EXPECT_EQ(outputs(), "result\n0x1.8p+1\n");
+    const outcome refused = run_with({"simulate", program, "--simulator", "none", "--inputs",
+                                      written("c.csv",
+                                              "\xEF\xBB\xBF"
+                                              "c,b\n1,2\n")});
+    EXPECT_TRUE(refused.error.starts_with(path("c.csv") + ":1:1: error: no input port is called 'c'")) << refused.error;
+}
+
 TEST_F(flow_simulate, nothing_that_is_read_is_written_over) {
     const std::string program = written("sum.c", sum);
     const std::string table = written("in.csv", "a,b\n1,2\n");

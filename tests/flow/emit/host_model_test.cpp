@@ -53,7 +53,13 @@ TEST(host_names, that_mean_something_get_an_underscore) {
     EXPECT_EQ(host_name("lambda", host_language::python), "lambda_");
     EXPECT_EQ(host_name("lambda", host_language::c), "lambda");
     EXPECT_EQ(host_name("xor_eq", host_language::c), "xor_eq_");
-    EXPECT_EQ(host_name("x_0", host_language::c), "x_0");
+    for (const std::string name : {"INT32_MAX", "UINT_LEAST8_WIDTH", "SIZE_MAX", "PTRDIFF_MIN", "WCHAR_MAX", "NULL"}) {
+        EXPECT_EQ(host_name(name, host_language::c), name + "_");
+        EXPECT_EQ(host_name(name, host_language::python), name);
+    }
+    for (const char* name : {"x_0", "INT32_MAX_1", "GAIN_MAX", "INTERVAL"}) {
+        EXPECT_EQ(host_name(name, host_language::c), name);
+    }
 }
 
 }  // namespace
