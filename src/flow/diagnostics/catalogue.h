@@ -52,6 +52,8 @@ enum class message_id : std::uint8_t {
     power_exponent,
     unknown_callee,
     assertion_fails,
+    assertion_fails_if_reached,
+    too_few_arguments,
     copy_of_other_type,
     copy_size,
     set_to_bytes,

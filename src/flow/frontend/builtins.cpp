@@ -59,11 +59,17 @@ std::optional<result> executor::call_builtin(llvm::StringRef name, const clang::
     return classify(name, expression);
 }
 
-/// What is known to fail ends the compilation; nothing is built for what is not known.
+/// What is known to fail ends the compilation where it is certainly reached; nothing is built for what is not known.
 void executor::check_assertion(const clang::Expr& condition) {
     const auto known = values_.known_boolean(truth(evaluate(condition), condition));
-    if (known && !*known) {
+    if (!known || *known) {
+        return;
+    }
+    if (conditions_.path(decisions_) == always) {
         refuse(message_id::assertion_fails, range(condition));
+    }
+    if (told_assertions_.insert(&condition).second) {
+        messages_.report(message_id::assertion_fails_if_reached, range(condition), {});
     }
 }
 

@@ -135,7 +135,8 @@ result executor::call_with_body(const clang::FunctionDecl& function, const clang
         arguments.emplace_back(evaluate(*argument), argument->getType());
     }
     if (arguments.size() < function.getNumParams()) {
-        refuse(message_id::no_body, where, {function.getName().str()});
+        refuse(message_id::too_few_arguments, where,
+               {function.getName().str(), std::to_string(function.getNumParams()), std::to_string(arguments.size())});
     }
     frame inner;
     inner.function = &function;

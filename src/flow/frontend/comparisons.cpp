@@ -70,7 +70,7 @@ std::optional<std::int64_t> comparisons::known(value_id integer, int level) cons
 
 /// What the integer can be whatever the inputs are.
 comparisons::domain comparisons::range_of(value_id integer, int level) const {
-    const domain all = {smallest, largest, {}};
+    domain all = {smallest, largest, {}};
     if (const auto constant = values_.known_integer(integer)) {
         return {*constant, *constant, {}};
     }

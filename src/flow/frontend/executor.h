@@ -5,7 +5,6 @@
 #include <clang/AST/Expr.h>
 #include <clang/AST/Stmt.h>
 #include <llvm/ADT/DenseMap.h>
-#include <llvm/ADT/DenseSet.h>
 
 #include <functional>
 #include <map>
@@ -145,7 +144,7 @@ private:
     // ---- statements.cpp ----
     flow_of execute(const clang::Stmt& statement);
     flow_of execute_sequence(std::span<const clang::Stmt* const> statements);
-    flow_of execute_declarations(const clang::DeclStmt& statement);
+    flow_of execute_declarations(const clang::DeclStmt& statement, bool is_declared = false);
     flow_of execute_if(const clang::IfStmt& statement);
     flow_of execute_return(const clang::ReturnStmt& statement);
     struct loop_parts {
@@ -330,17 +329,17 @@ private:
     std::unordered_map<std::uint32_t, source_range> initial_reads_;
     std::unordered_map<std::uint32_t, source_range> kept_writes_;
 
-    llvm::DenseSet<const clang::VarDecl*> switch_variables_;  ///< made, and not met yet
-
     /// A comparison with a constant.
     struct question {
         clang::BinaryOperatorKind kind;
         value_id constant;
         bool swapped;
-        auto operator<=>(const question&) const = default;
+        auto operator<=>(const question&) const = default;  // NOLINT(modernize-use-nullptr): the 0 is the compiler's
     };
     std::unordered_map<value_id, bool> of_constants_;                     ///< whether a value is a choice of constants
     std::map<question, std::unordered_map<value_id, value_id>> answers_;  ///< for each choice of constants
+
+    llvm::DenseSet<const clang::Expr*> told_assertions_;
 
     std::vector<candidate> candidates_;  ///< in the order of their declarations
     bool older_ = false;                 ///< the file is followed as older sources are written

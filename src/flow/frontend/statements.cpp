@@ -293,14 +293,25 @@ flow_of executor::execute_sequence(std::span<const clang::Stmt* const> statement
     return straight_on();
 }
 
-flow_of executor::execute_declarations(const clang::DeclStmt& statement) {
+namespace {
+
+/// The variables that a declaration makes; not types, functions, and what stands since the beginning.
+std::vector<const clang::VarDecl*> variables_of(const clang::DeclStmt& statement) {
+    std::vector<const clang::VarDecl*> variables;
     for (const clang::Decl* one : statement.decls()) {
         const auto* variable = llvm::dyn_cast<clang::VarDecl>(one);
-        if (variable == nullptr || variable->isStaticLocal() || variable->hasExternalStorage()) {
-            continue;  // types, functions, and what stands since the beginning
+        if (variable != nullptr && !variable->isStaticLocal() && !variable->hasExternalStorage()) {
+            variables.push_back(variable);
         }
-        // A switch has made its variables already.
-        const object_id id = switch_variables_.erase(variable) ? object_of(*variable) : declare(*variable);
+    }
+    return variables;
+}
+
+}  // namespace
+
+flow_of executor::execute_declarations(const clang::DeclStmt& statement, bool is_declared) {
+    for (const clang::VarDecl* variable : variables_of(statement)) {
+        const object_id id = is_declared ? object_of(*variable) : declare(*variable);
         if (older_ && frames_.size() == 1 && scope_depth_ == 1) {
             add_variable(id, *variable);
         }
@@ -444,17 +455,11 @@ flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
         }
     }
     ++scope_depth_;
-    // A label may stand behind a declaration, whose initializer is left out then.
-    std::vector<const clang::VarDecl*> variables;
+    // Labels behind a declaration reach what it declares, though not its initializer.
     for (const clang::Stmt* one : body) {
-        if (const auto* declarations = llvm::dyn_cast<clang::DeclStmt>(one)) {
-            for (const clang::Decl* declared : declarations->decls()) {
-                const auto* variable = llvm::dyn_cast<clang::VarDecl>(declared);
-                if (variable != nullptr && variable->hasLocalStorage()) {
-                    (void)declare(*variable);
-                    switch_variables_.insert(variable);
-                    variables.push_back(variable);
-                }
+        if (const auto* declaration = llvm::dyn_cast<clang::DeclStmt>(one)) {
+            for (const clang::VarDecl* variable : variables_of(*declaration)) {
+                (void)declare(*variable);
             }
         }
     }
@@ -471,15 +476,15 @@ flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
         }
         const source_range here = range(*body[index]);
         flow_of flow = straight_on();
-        guarded(alive, here, [&] { flow = execute(*body[index]); });
+        guarded(alive, here, [&] {
+            const auto* declaration = llvm::dyn_cast<clang::DeclStmt>(body[index]);
+            flow = declaration != nullptr ? execute_declarations(*declaration, true) : execute(*body[index]);
+        });
         const value_id gone = left(flow, here);
         if (gone != no_) {
             add_flow(total, under(alive, flow, here), here);
             alive = conditions_.both(alive, conditions_.inverse(gone, here), here);
         }
-    }
-    for (const clang::VarDecl* variable : variables) {
-        switch_variables_.erase(variable);
     }
     --scope_depth_;
     total.broke = no_;

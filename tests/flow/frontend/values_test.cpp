@@ -65,6 +65,26 @@ TEST(flow_values, a_switch_falls_through_and_has_a_default) {
     EXPECT_EQ(result_of(text, {{"n", 9}}), -1);
 }
 
+TEST(flow_values, a_switch_may_pass_over_declarations) {
+    const std::string behind =
+        "int f(int n, int x) { int r = -1; switch (n) { int t; case 0: t = x; r = t; break; case 1: t = 2 * x; r = t + "
+        "1; "
+        "} return r; }";
+    EXPECT_EQ(result_of(behind, {{"n", 0}, {"x", 7}}), 7);
+    EXPECT_EQ(result_of(behind, {{"n", 1}, {"x", 7}}), 15);
+    EXPECT_EQ(result_of(behind, {{"n", 2}, {"x", 7}}), -1);
+    for (const char* selector : {"1", "n"}) {
+        const std::string shared = std::string("int f(int n, int x) { int r = n; switch (") + selector +
+                                   ") { case 0:; int t = x; r = t; break; case 1: t = 2 * x; r = t; } return r; }";
+        EXPECT_EQ(result_of(shared, {{"n", 1}, {"x", 7}}), 14) << selector;
+    }
+    const std::string rounds =
+        "int f(int n, int x) { int r = 0; for (int i = 0; i < 3; i++) switch (n + i) { case 0:; int t = x; r += t; "
+        "break; "
+        "default: t = i; r += 10 * t; } return r; }";
+    EXPECT_EQ(result_of(rounds, {{"n", -1}, {"x", 7}}), 27);
+}
+
 TEST(flow_values, structures_pointers_and_functions) {
     const std::string text =
         "typedef struct { float re, im; } c; static c mul(c a, c b) { c r = {a.re*b.re - a.im*b.im, a.re*b.im + "

@@ -3,6 +3,7 @@
 #define FLT_EVAL_METHOD 0
 #define FLT_MANT_DIG 24
 #define FLT_DIG 6
+#define FLT_DECIMAL_DIG 9
 #define FLT_MIN_EXP (-125)
 #define FLT_MAX_EXP 128
 #define FLT_MIN_10_EXP (-37)
@@ -13,6 +14,8 @@
 #define FLT_EPSILON 0x1p-23f
 #define DBL_MANT_DIG 53
 #define DBL_DIG 15
+#define DBL_DECIMAL_DIG 17
+#define DECIMAL_DIG 17
 #define DBL_MIN_EXP (-1021)
 #define DBL_MAX_EXP 1024
 #define DBL_MIN_10_EXP (-307)

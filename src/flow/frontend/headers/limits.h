@@ -1,5 +1,6 @@
 #pragma once
 #define CHAR_BIT 8
+#define MB_LEN_MAX 1
 #define SCHAR_MIN (-128)
 #define SCHAR_MAX 127
 #define UCHAR_MAX 255

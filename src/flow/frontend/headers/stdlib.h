@@ -6,10 +6,17 @@
 typedef struct {
     int quot, rem;
 } div_t;
+typedef struct {
+    long quot, rem;
+} ldiv_t;
 static inline int abs(int x) { return x < 0 ? -x : x; }
 static inline long labs(long x) { return x < 0 ? -x : x; }
 static inline div_t div(int x, int y) {
     div_t both = {x / y, x % y};
+    return both;
+}
+static inline ldiv_t ldiv(long x, long y) {
+    ldiv_t both = {x / y, x % y};
     return both;
 }
 void* malloc(size_t);

@@ -1,8 +1,13 @@
 // What the standard headers bring besides the known functions.
 #include <assert.h>
+#include <float.h>
 #include <inttypes.h>
 #include <iso646.h>
+#include <limits.h>
 #include <math.h>
+#include <stdalign.h>
+#include <stddef.h>
+#include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -20,6 +25,23 @@ int classes(float a, double b) {
     const float none = (a - a) / (a - a);
     return isnan(q) + 2 * (isinf(q) != 0) + 4 * isfinite(q) + 8 * isnormal(q) + 16 * (!isnan(q) && signbit(q)) + 32 * isnan(none);
 }
+int classified(float a, double b) {
+    const float q = (a - 1) / (b > 0);
+    const double none = (b - b) / (b - b);
+    const int of_q = fpclassify(q);
+    const int of_b = fpclassify(b);
+    return (of_q == FP_NAN) + 2 * (of_q == FP_INFINITE) + 4 * (of_q == FP_NORMAL) + 8 * (of_q == FP_ZERO) +
+           16 * (of_b == FP_NORMAL) + 32 * (of_b == FP_ZERO) + 64 * (fpclassify(none) == FP_NAN) +
+           128 * (fpclassify(a - a) == FP_ZERO);
+}
+float scaled(float a, double b) { return scalblnf(a, 3) + (float)scalbln(b, -2L); }
+int limits(int a) {
+    alignas(8) int x = a;
+    return (x > INT8_C(5)) + FLT_DECIMAL_DIG + DBL_DECIMAL_DIG * 3 + (UINT32_C(4000000000) > 2147483647U) +
+           (INT_LEAST16_MAX == 32767) + (UINT_LEAST8_MAX == 255) + (MB_LEN_MAX > 0) +
+           (int)alignof(float);
+}
+int long_quotients(int a) { return (int)(ldiv(a, 7).quot * 10 + ldiv(a, 7).rem); }
 int signs(double a) { return (signbit(a) != 0) + 2 * (signbit(a * 0) != 0) + 4 * (isinf(-1 / fabs(a * 0)) != 0); }
 int relations(float a, double b) {
     const double q = (b - 1) / (a > 0) * 0;
