@@ -26,7 +26,7 @@
 #define FP_ZERO 2
 #define FP_SUBNORMAL 3
 #define FP_NORMAL 4
-#define fpclassify(x) _Generic((x), float: __xfcflow_classify_float, default: __xfcflow_classify_double)(x)
+#define fpclassify(x) _Generic((x), float : __xfcflow_classify_float, default : __xfcflow_classify_double)(x)
 #define isgreater(x, y) __builtin_isgreater(x, y)
 #define isgreaterequal(x, y) __builtin_isgreaterequal(x, y)
 #define isless(x, y) __builtin_isless(x, y)
@@ -58,18 +58,10 @@ static inline float modff(float x, float* whole) {
     return copysignf(isinf(x) ? 0.0f : x - *whole, x);
 }
 static inline int __xfcflow_classify_double(double x) {
-    return isnan(x)      ? FP_NAN
-           : isinf(x)    ? FP_INFINITE
-           : isnormal(x) ? FP_NORMAL
-           : x == 0      ? FP_ZERO
-                         : FP_SUBNORMAL;
+    return isnan(x) ? FP_NAN : isinf(x) ? FP_INFINITE : isnormal(x) ? FP_NORMAL : x == 0 ? FP_ZERO : FP_SUBNORMAL;
 }
 static inline int __xfcflow_classify_float(float x) {
-    return isnan(x)      ? FP_NAN
-           : isinf(x)    ? FP_INFINITE
-           : isnormal(x) ? FP_NORMAL
-           : x == 0      ? FP_ZERO
-                         : FP_SUBNORMAL;
+    return isnan(x) ? FP_NAN : isinf(x) ? FP_INFINITE : isnormal(x) ? FP_NORMAL : x == 0 ? FP_ZERO : FP_SUBNORMAL;
 }
 double scalbn(double, int);
 float scalbnf(float, int);
