@@ -16,9 +16,11 @@ kind special_quotient(kind a, kind b) {
     return a == kind::infinity || b == kind::zero ? kind::infinity : kind::zero;
 }
 
-/// The hidden one is missing: no component delivers such an operand.
+/// A number whose hidden one is missing: no component delivers such an operand.
 bool malformed(bus_bits bus, const bus_layout& layout) {
-    return !bit(bus, layout.mantissa.high - 2) && field(bus, layout.exponent) != 0;
+    const bus_flags flags = flags_of(bus, layout);
+    return !bit(bus, layout.mantissa.high - 2) && field(bus, layout.exponent) != 0 && !flags.nan && !flags.sat &&
+           !flags.zip;
 }
 
 /// |found - exact| in units of the exact value's bit with the place value 2 ** (its exponent - place).
@@ -74,8 +76,7 @@ verdict check(const component_generics& generics, const component_operands& oper
                                   : generics.output_select == 2 ? operand_coding::multiplier
                                                                 : operand_coding::sign_magnitude;
     const exact_value found = value_of(result, bus_form::xfloat, coding, generics.mantissa);
-    if ((a.is == kind::number || b.is == kind::number) &&
-        (malformed(operands.aa, layout) || malformed(operands.bb, layout))) {
+    if (malformed(operands.aa, layout) || malformed(operands.bb, layout)) {
         return {};
     }
     if (a.is != kind::number || b.is != kind::number) {
