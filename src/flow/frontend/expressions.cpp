@@ -661,8 +661,8 @@ place executor::element_of(const clang::ArraySubscriptExpr& expression, bool may
     const result index = evaluate(*expression.getIdx());
     const place at = moved(base, expression.getBase()->getType(), index, false, *expression.getIdx()).where;
     const auto* decay = llvm::dyn_cast<clang::ImplicitCastExpr>(expression.getBase()->IgnoreParens());
-    if (decay == nullptr || decay->getCastKind() != clang::CK_ArrayToPointerDecay) {
-        return at;
+    if (decay == nullptr || decay->getCastKind() != clang::CK_ArrayToPointerDecay || at.object == no_object) {
+        return at;  // null is told when it is read
     }
     const auto* array = context_.getAsConstantArrayType(decay->getSubExpr()->getType());
     const object& one = memory_[at.object];
