@@ -56,7 +56,7 @@ std::uint32_t executor::granule_of(const clang::QualType& type) const {
     return granule;
 }
 
-/// The number type that stands at an offset of a type; nothing for pointers and gaps.
+/// The number type that stands at an offset of a type, of a union's in its first member; nothing for pointers and gaps.
 std::optional<scalar_type> executor::scalar_at(clang::QualType type, std::uint32_t offset) const {
     for (;;) {
         if (const auto* array = context_.getAsConstantArrayType(type)) {
@@ -81,6 +81,9 @@ std::optional<scalar_type> executor::scalar_at(clang::QualType type, std::uint32
                 inside = field;
                 inner = offset - start;
                 break;
+            }
+            if (record->isUnion()) {
+                break;  // its ports are those of its first member
             }
         }
         if (inside == nullptr) {
