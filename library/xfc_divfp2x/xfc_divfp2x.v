@@ -180,7 +180,7 @@ module xfc_divfp2x
 
   // settle
   generate
-    if (ieeeoutput == 1) begin : ieee
+    if (ieeeoutput == 1) begin : to_ieee
       wire [63:0] result_d;
       xfc_pack_ieee #(ieee_exponent, fraction_bits, wide_bits) pack (last_exponent, rounded, last_marks, result_d);
 

@@ -245,7 +245,7 @@ begin
     port map (sysclk, enable, decide_marks, last_marks);
 
   -- settle
-  ieee : if ieeeoutput = 1 generate
+  to_ieee : if ieeeoutput = 1 generate
     signal result_d : std_logic_vector(63 downto 0);
   begin
     pack : entity work.xfc_pack_ieee generic map (ieee_exponent, fraction_bits, wide_bits)
