@@ -40,6 +40,8 @@ enum class message_id : std::uint8_t {
     outside_object,
     unknown_pointer,
     null_pointer,
+    ended_object,
+    constant_object,
     pointer_arithmetic,
     division_by_unknown,
     division_by_zero,
@@ -60,6 +62,7 @@ enum class message_id : std::uint8_t {
     // values of variables
     not_assigned,
     not_always_assigned,
+    too_many_conditions,
     kept_between_calls,
     // limits
     cannot_read,

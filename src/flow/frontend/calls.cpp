@@ -144,6 +144,7 @@ result executor::call_with_body(const clang::FunctionDecl& function, const clang
     inner.call =
         values_.add_call({.function = function.getName().str(), .where = where, .caller = frames_.back().call});
     frames_.push_back(std::move(inner));
+    const std::size_t outer = living_.size();
     for (unsigned index = 0; index < function.getNumParams(); ++index) {
         const clang::ParmVarDecl& parameter = *function.getParamDecl(index);
         auto& [what, type] = arguments[index];
@@ -153,10 +154,12 @@ result executor::call_with_body(const clang::FunctionDecl& function, const clang
             what = converted(what, type, wanted, where);
         }
         store({id, 0}, wanted, what, where);
+        protect(id, wanted);
     }
     run_body(function);
     const place returned = frames_.back().returned;
     frames_.pop_back();
+    end_lives(outer);
     if (returned.object == no_object || discarded) {
         return {};
     }

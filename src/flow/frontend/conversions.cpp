@@ -202,12 +202,7 @@ result executor::converted(const result& from, const clang::QualType& from_type,
     }
     if (is_floating(values_[from.number].format)) {
         if (!target.is_signed && target.bytes == 4) {
-            if (!known) {
-                return number(floating_to_unsigned(from.number, where));
-            }
-            const double exact = values_.double_of(from.number);
-            const auto bits = exact > -1 && exact < 4294967296.0 ? static_cast<std::uint32_t>(exact) : 0U;
-            return number(values_.make_integer(static_cast<std::int32_t>(bits)));
+            return number(floating_to_unsigned(from.number, where));
         }
         const value_id whole = make(operation::convert, number_format::integer, {from.number}, where);
         return number(wrapped(whole, target, where));

@@ -61,7 +61,7 @@ diagram decisions::draw(drawing& in, decision what) {
 /// Asks in one order of the atoms, then in the other; where diagrams of earlier questions take the room, once more
 /// without them. The question gives nothing where there was too much to follow.
 template <class question>
-bool decisions::answer(const question& ask) {
+std::optional<bool> decisions::answer(const question& ask) {
     for (drawing& in : drawings_) {
         const bool was_used = in.all.is_used();
         std::optional<bool> given = ask(in);
@@ -73,14 +73,17 @@ bool decisions::answer(const question& ask) {
             }
         }
         if (given) {
-            return *given;
+            return given;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
-bool decisions::follows(decision path, decision what) {
-    if (what <= too_complex) {
+std::optional<bool> decisions::follows(decision path, decision what) {
+    if (what == too_complex) {
+        return std::nullopt;
+    }
+    if (what < too_complex) {
         return what == always;
     }
     return answer([&](drawing& in) -> std::optional<bool> {
@@ -146,11 +149,12 @@ bool decisions::differs_from_zero(zero_question& question, diagram path, value_i
 }
 
 bool decisions::differs_from_zero(decision path, value_id integer) {
-    return answer([&](drawing& in) -> std::optional<bool> {
+    const std::optional<bool> given = answer([&](drawing& in) -> std::optional<bool> {
         zero_question question{in};
         const bool differs = differs_from_zero(question, draw(in, path), integer);
         return differs || !question.unclear ? std::optional(differs) : std::nullopt;
     });
+    return given == true;
 }
 
 value_id decisions::top_of(decision what) {

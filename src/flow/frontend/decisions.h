@@ -36,8 +36,8 @@ public:
         return truth ? choices_[what].yes : choices_[what].no;
     }
 
-    /// Whether `what` happens wherever the path leads.
-    bool follows(decision path, decision what);
+    /// Whether `what` happens wherever the path leads; nothing where there are too many conditions to tell.
+    std::optional<bool> follows(decision path, decision what);
 
     /// Whether it is certain on the path that the integer is not 0.
     bool differs_from_zero(decision path, value_id integer);
@@ -61,7 +61,7 @@ private:
 
     diagram draw(drawing& in, decision what);
     template <class question>
-    bool answer(const question& ask);
+    std::optional<bool> answer(const question& ask);
     bool differs_from_zero(zero_question& question, diagram path, value_id integer);
 
     const graph& values_;

@@ -175,6 +175,9 @@ private:
     object_id create_object(const clang::QualType& type, std::string name, const asked_range& where);
     object_id object_of(const clang::VarDecl& variable);
     object_id declare(const clang::VarDecl& variable);
+    void end_lives(std::size_t first);
+    void protect(object_id id, const clang::QualType& type);
+    void check_writable(const place& where, const asked_range& range);
     void check_object_type(const clang::QualType& type, const std::string& name, const asked_range& where);
     void initialize(const place& where, const clang::QualType& type, const clang::Expr& initializer);
     void initialize_from_list(const place& where, const clang::QualType& type, const clang::InitListExpr& list);
@@ -341,6 +344,7 @@ private:
 
     llvm::DenseSet<const clang::Expr*> told_assertions_;
 
+    std::vector<object_id> living_;      ///< local variables whose blocks are open, in the order of their declarations
     std::vector<candidate> candidates_;  ///< in the order of their declarations
     bool older_ = false;                 ///< the file is followed as older sources are written
     int scope_depth_ = 0;

@@ -163,6 +163,7 @@ place executor::address_of(const clang::Expr& expression) {
             }
             const object_id id = create_object(expression.getType(), "text", range(expression));
             set_text({id, 0}, expression.getType(), llvm::cast<clang::StringLiteral>(expression));
+            memory_.set_read_only(id);
             literals_[&expression] = id;
             return {id, 0};
         }
@@ -170,6 +171,8 @@ place executor::address_of(const clang::Expr& expression) {
             const object_id id = create_object(expression.getType(), "literal", range(expression));
             initialize({id, 0}, expression.getType(),
                        *llvm::cast<clang::CompoundLiteralExpr>(expression).getInitializer());
+            protect(id, expression.getType());
+            living_.push_back(id);
             return {id, 0};
         }
         case clang::Stmt::GenericSelectionExprClass:

@@ -57,6 +57,8 @@ struct object {
     std::uint32_t granule = 1;  ///< bytes a cell; all scalars of the object are whole cells
     unset_rule rule = unset_rule::refuse;
     bool kept_between_calls = false;  ///< static storage that the program may change
+    bool read_only = false;           ///< const, and its value is set
+    bool ended = false;               ///< its block has been left
     const void* declaration = nullptr;
     const void* type = nullptr;  ///< of the whole object, for its owner
 };
@@ -72,6 +74,8 @@ public:
     object_id create(object description);
     [[nodiscard]] const object& operator[](object_id id) const { return objects_[id]; }
     void set_unset_rule(object_id id, unset_rule rule) { objects_[id].rule = rule; }
+    void set_read_only(object_id id) { objects_[id].read_only = true; }
+    void end(object_id id) { objects_[id].ended = true; }
     /// Takes what stands in the object now as what the program begins with.
     void begin_with(object_id id, bool kept_between_calls);
     [[nodiscard]] object_id object_count() const { return static_cast<object_id>(objects_.size()); }

@@ -193,7 +193,24 @@ object_id executor::declare(const clang::VarDecl& variable) {
     const asked_range where = range(variable.getLocation());
     const object_id id = create_object(variable.getType(), variable.getName().str(), where);
     frames_.back().locals[&variable] = id;
+    living_.push_back(id);
     return id;
+}
+
+/// Ends the lives of the local variables from this place of `living_` on: who reaches them later is refused. Ports are
+/// read behind the end of the top's body, so nothing ends there.
+void executor::end_lives(std::size_t first) {
+    while (living_.size() > first) {
+        memory_.end(living_.back());
+        living_.pop_back();
+    }
+}
+
+/// What is declared const keeps the value that it has now.
+void executor::protect(object_id id, const clang::QualType& type) {
+    if (context_.getBaseElementType(type).isConstQualified()) {
+        memory_.set_read_only(id);
+    }
 }
 
 void executor::initialize(const place& where, const clang::QualType& type, const clang::Expr& initializer) {
@@ -327,12 +344,23 @@ void executor::check_place(const place& where, std::uint32_t bytes, const asked_
         refuse(message_id::null_pointer, range);
     }
     const object& one = memory_[where.object];
+    if (one.ended) {
+        refuse_with_note(message_id::ended_object, range, {one.name}, message_id::declared_here, one.where, {one.name});
+    }
     if (where.offset < 0 || where.offset + bytes > one.bytes) {
         refuse_with_note(message_id::outside_object, range, {one.name, extent_of(one)}, message_id::declared_here,
                          one.where, {one.name});
     }
     if (!memory_.holds(where, bytes)) {
         refuse(message_id::read_as_other_type, range, {"a part of something larger"});
+    }
+}
+
+void executor::check_writable(const place& where, const asked_range& range) {
+    const object& one = memory_[where.object];
+    if (one.read_only) {
+        refuse_with_note(message_id::constant_object, range, {one.name}, message_id::declared_here, one.where,
+                         {one.name});
     }
 }
 
@@ -349,6 +377,7 @@ void executor::store(const place& where, const clang::QualType& type, const resu
     }
     cell content{.bytes = static_cast<std::uint8_t>(bytes_of(type)), .initial = false};
     check_place(where, content.bytes, range);
+    check_writable(where, range);
     switch (what.is) {
         case result::kind::number: {
             const scalar_type scalar = scalar_of(type, range);
@@ -456,10 +485,18 @@ value_id executor::value_as(const cell& found, const scalar_type& type, const as
 
 /// Refuses what only some of the ways to here have written.
 void executor::check_set(const place& where, const cell& found, const asked_range& range) {
-    if (found.set_when == always || decisions_.follows(conditions_.path(decisions_), found.set_when)) {
+    if (found.set_when == always) {
+        return;
+    }
+    const std::optional<bool> is_set = decisions_.follows(conditions_.path(decisions_), found.set_when);
+    if (is_set == true) {
         return;
     }
     const object& one = memory_[where.object];
+    if (!is_set) {
+        refuse_with_note(message_id::too_many_conditions, range, {one.name}, message_id::declared_here, one.where,
+                         {one.name});
+    }
     const value_id decided = decisions_.top_of(found.set_when);
     const auto branch = branch_places_.find(decided);
     const source_range branch_place = branch != branch_places_.end() ? branch->second
@@ -500,6 +537,7 @@ void executor::copy(const place& to, const place& from, const clang::QualType& t
     const std::uint32_t bytes = bytes_of(type);
     check_place(from, bytes, range);
     check_place(to, bytes, range);
+    check_writable(to, range);
     const object& source = memory_[from.object];
     const object& target = memory_[to.object];
     // Cells may be of different sizes; scalars are copied one by one, gaps are left alone.

@@ -210,9 +210,13 @@ flow_of executor::execute(const clang::Stmt& statement) {
         case clang::Stmt::CompoundStmtClass: {
             const auto& block = llvm::cast<clang::CompoundStmt>(statement);
             const std::vector<const clang::Stmt*> inner(block.body_begin(), block.body_end());
+            const std::size_t outer = living_.size();
             ++scope_depth_;
             const flow_of flow = execute_sequence(inner);
             --scope_depth_;
+            if (scope_depth_ > 0) {  // the function's own block ends with its parameters
+                end_lives(outer);
+            }
             return flow;
         }
         case clang::Stmt::DeclStmtClass:
@@ -221,6 +225,7 @@ flow_of executor::execute(const clang::Stmt& statement) {
             return execute_if(llvm::cast<clang::IfStmt>(statement));
         case clang::Stmt::ForStmtClass: {
             const auto& loop = llvm::cast<clang::ForStmt>(statement);
+            const std::size_t outer = living_.size();
             ++scope_depth_;
             if (loop.getInit() != nullptr) {
                 (void)execute(*loop.getInit());
@@ -228,6 +233,7 @@ flow_of executor::execute(const clang::Stmt& statement) {
             const flow_of flow =
                 execute_loop({loop.getCond(), loop.getInc(), *loop.getBody(), false, place_of(loop.getCond())});
             --scope_depth_;
+            end_lives(outer);
             return flow;
         }
         case clang::Stmt::WhileStmtClass: {
@@ -317,6 +323,7 @@ flow_of executor::execute_declarations(const clang::DeclStmt& statement, bool is
         }
         if (variable->hasInit()) {
             initialize({id, 0}, variable->getType(), *variable->getInit());
+            protect(id, variable->getType());
         }
     }
     return straight_on();
@@ -454,6 +461,7 @@ flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
             refuse(message_id::case_inside, range(*label));
         }
     }
+    const std::size_t outer = living_.size();
     ++scope_depth_;
     // Labels behind a declaration reach what it declares, though not its initializer.
     for (const clang::Stmt* one : body) {
@@ -487,6 +495,7 @@ flow_of executor::execute_switch(const clang::SwitchStmt& statement) {
         }
     }
     --scope_depth_;
+    end_lives(outer);
     total.broke = no_;
     return total;
 }

@@ -147,6 +147,7 @@ void executor::initialize_globals() {
             set_zero({id, 0}, with_value != nullptr ? with_value->getType() : variable->getType(), {});
         }
         memory_.begin_with(id, !older_ && !constant);
+        protect(id, variable->getType());
         if (older_ && !variable->isStaticLocal()) {
             add_variable(id, *variable);
         }
@@ -244,6 +245,7 @@ void executor::create_parameter(const clang::ParmVarDecl& declaration) {
         store({pointer, 0}, type, {.is = result::kind::pointer, .where = {id, 0}}, where);
     } else {
         frames_.back().locals[&declaration] = id;
+        protect(id, type);
     }
     clang::Qualifiers qualifiers;
     std::string text = name;

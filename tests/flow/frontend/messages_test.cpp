@@ -45,6 +45,39 @@ TEST(flow_messages, of_each_program_read_as_written_down) {
     }
 }
 
+TEST(flow_messages, what_no_longer_exists_or_is_const_is_refused_through_pointers) {
+    const auto refused = [](const std::string& program, const std::string& message) {
+        return messages_of("x.c", program).find("[" + message + "]") != std::string::npos;
+    };
+    for (const std::string text : {
+             "static float *own(float a) { float b = a; return &b; } float f(float x) { return *own(x); }",
+             "static float *own(float a) { return &a; } float f(float x) { return *own(x); }",
+             "float f(float x) { float *p; for (float y = x, i = 0; i < 2; i++) p = &y; return *p; }",
+             "float f(float x) { float *p; for (int i = 0; i < 2; i++) { float y = x; p = &y; } return *p; }",
+             "float f(float x, int k) { float *p = &x; if (k) { float y = 1; p = &y; *p = 2; } else { float y = 2; p = "
+             "&y; return *p; } *p = x; return x; }",
+             "float f(float x) { float *p; switch (3) { case 3:; float y = x; p = &y; } *p = 1; return x; }",
+             "struct s { float *p; }; float f(float x) { struct s a; { float y = x; struct s b = {&y}; a = b; } return "
+             "*a.p; }",
+             "float f(float x) { float *p; { p = (float[]){x, 1}; } return p[1]; }",
+         }) {
+        EXPECT_EQ(refused(text, "ended"), text.find("if (k)") == std::string::npos) << text;
+        EXPECT_EQ(refused(text, "unknown-pointer"), text.find("if (k)") != std::string::npos) << text;
+    }
+    for (const std::string text : {
+             "float f(float x) { const float k = 2; *(float *)&k = x; return k; }",
+             "float f(const float k) { *(float *)&k = 2; return k; }",
+             "static float g(const float k) { *(float *)&k = 2; return k; } float f(float x) { return g(x); }",
+             "int f(int x) { char *t = \"abc\"; t[1] = x; return t[1]; }",
+             "int f(int x) { int *t = (int *)(const int[]){1, 2}; *t = x; return *t; }",
+             "#include <string.h>\nint f(int x) { const int a[2] = {1, 2}; int b[2] = {x, x}; memcpy((int *)a, b, "
+             "sizeof b); return a[1]; }",
+             "#include <string.h>\nint f(int x) { const int a[2] = {1, 2}; memset((int *)a, 0, sizeof a); return x; }",
+         }) {
+        EXPECT_TRUE(refused(text, "const")) << text;
+    }
+}
+
 TEST(flow_messages, what_only_seems_to_be_guarded_is_refused) {
     const auto refused = [](const std::string& program, const std::string& message) {
         return messages_of("x.c", program).find("[" + message + "]") != std::string::npos;

@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "flow/frontend/frontend.h"
 #include "flow/graph/dump.h"
@@ -103,6 +105,38 @@ TEST(flow_values, narrow_integers_wrap_as_in_c) {
     EXPECT_EQ(result_of(read_twice, {{"p", -27}}), -27);
     EXPECT_EQ(result_of(read_twice, {{"p", -27}}, "o"), 65509);
     EXPECT_EQ(result_of("void f(int a, unsigned char *o) { *(signed char *)o = a; }", {{"a", 217}}, "o"), 217);
+}
+
+TEST(flow_values, constants_become_unsigned_as_inputs_do) {
+    const std::string of_input = "unsigned f(float x) { return x; }";  // its bits as a signed integer
+    for (const auto& [text, number, expected] :
+         std::vector<std::tuple<std::string, double, double>>{{"5e9f", 5e9, -1},
+                                                              {"3e9f", 3e9, 3e9 - 4294967296.0},
+                                                              {"-5.75f", -5.75, -5},
+                                                              {"-1e20f", -1e20, -2147483648.0},
+                                                              {"-0.5f", -0.5, 0},
+                                                              {"1.0f / 0.0f", HUGE_VAL, -1},
+                                                              {"0.0f / 0.0f", NAN, 0}}) {
+        EXPECT_EQ(result_of(of_input, {{"x", number}}), expected) << text;
+        EXPECT_EQ(result_of("unsigned f(int i) { return (unsigned)(" + text + ") + i; }", {{"i", 0}}), expected)
+            << text;
+    }
+}
+
+TEST(flow_values, pointers_follow_what_still_exists) {
+    EXPECT_EQ(result_of("float f(float x) { float *p = &x; { float y = 2; *p = x + y; } return *p; }", {{"x", 1}}), 3);
+    EXPECT_EQ(result_of("static void add(const float k, float *p) { for (int i = 0; i < 3; i++) { float *q = p; *q += "
+                        "k; } } float f(float x) { float y = 1; add(x, &y); return y; }",
+                        {{"x", 2}}),
+              7);
+    EXPECT_EQ(
+        result_of("struct s { float v; float *p; }; static struct s g(float *p) { struct s a = {*p, p}; return a; "
+                  "} float f(float x) { return g(&x).v + *g(&x).p; }",
+                  {{"x", 2}}),
+        4);
+    EXPECT_EQ(result_of("float f(const float x[2]) { const float *p = (float[]){x[1], x[0]}; return *p; }",
+                        {{"x_0", 2}, {"x_1", 3}}),
+              3);
 }
 
 TEST(flow_values, division_is_accepted_where_the_divisor_differs_from_zero) {
