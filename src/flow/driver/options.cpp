@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <limits>
 #include <sstream>
 
@@ -74,7 +75,8 @@ const option_row options[] = {
      .text = "print the values as they stand behind a stage instead of the report",
      .commands = "check",
      .choices = "",
-     .word = &command_line::dump},
+     .word = &command_line::dump,
+     .not_with = "--json"},
     {.name = "--lang",
      .value = "LANGUAGE",
      .text = "the language to write or to simulate",
@@ -118,13 +120,15 @@ const option_row options[] = {
      .text = "tell the points as a table for other programs",
      .commands = "explore",
      .choices = "",
-     .flag = &command_line::csv},
+     .flag = &command_line::csv,
+     .not_with = "--html --json --jobs-file --point"},
     {.name = "--html",
      .value = "",
      .text = "write a page with a picture of the points",
      .commands = "explore",
      .choices = "",
-     .flag = &command_line::html},
+     .flag = &command_line::html,
+     .not_with = "--json --jobs-file --point"},
     {.name = "--threads",
      .value = "N",
      .text = "how many points to build at a time; without it one a core",
@@ -138,13 +142,15 @@ const option_row options[] = {
          "a cluster runs them in any order",
      .commands = "explore",
      .choices = "",
-     .word = &command_line::jobs_file},
+     .word = &command_line::jobs_file,
+     .not_with = "--merge --point"},
     {.name = "--merge",
      .value = "FOLDER",
      .text = "build nothing, but take the results of such lines; of points without one the lines are printed again",
      .commands = "explore",
      .choices = "",
-     .word = &command_line::merge},
+     .word = &command_line::merge,
+     .not_with = "--point"},
     {.name = "--point",
      .value = "N",
      .text = "build this point alone, as the lines of --jobs-file ask for it",
@@ -156,13 +162,15 @@ const option_row options[] = {
      .text = "where the point's result goes",
      .commands = "explore",
      .choices = "",
-     .word = &command_line::result},
+     .word = &command_line::result,
+     .only_with = "--point"},
     {.name = "--svg",
      .value = "",
      .text = "write the schedule alone, as SVG",
      .commands = "view",
      .choices = "",
-     .flag = &command_line::svg},
+     .flag = &command_line::svg,
+     .not_with = "--dot"},
     {.name = "--dot",
      .value = "",
      .text = "write the components and who reads whom, for Graphviz",
@@ -199,7 +207,8 @@ const option_row options[] = {
      .text = "vectors to apply instead of random ones: a header with the input ports' names, then a line a cycle",
      .commands = "simulate",
      .choices = "",
-     .word = &command_line::inputs},
+     .word = &command_line::inputs,
+     .not_with = "--vectors"},
     {.name = "--outputs",
      .value = "FILE.csv",
      .text = "write what comes out, a line a vector, floating numbers in hexadecimal as C reads them",
@@ -320,10 +329,30 @@ bool belongs_to(const option_row& option, std::string_view command) {
     return std::find(names.begin(), names.end(), command) != names.end();
 }
 
-/// CLI11's own positive numbers are floating, and its message says their largest one digit by digit.
+/// A decimal number: CLI11 alone would take 010 for eight.
 CLI::Validator positive_number() {
-    CLI::Range range(1, std::numeric_limits<int>::max());
-    return range.description("POSITIVE");
+    const auto read = [](std::string& text) {
+        int number = 0;
+        const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (failed != std::errc() || end != text.data() + text.size() || number < 1) {
+            return "Value " + text + " is no whole number from 1 to " + std::to_string(std::numeric_limits<int>::max());
+        }
+        text = std::to_string(number);
+        return std::string();
+    };
+    return {read, "POSITIVE"};
+}
+
+/// What an option does, and with which others; CLI11 adds the latter to its own help.
+std::string full_text(const option_row& row) {
+    const auto list = [](std::string_view start, std::string_view names) {
+        std::string text;
+        for (const std::string& name : words_of(names)) {
+            text += std::string(text.empty() ? start : ", ") + name;
+        }
+        return text;
+    };
+    return std::string(row.text) + list("; not with ", row.not_with) + list("; only with ", row.only_with);
 }
 
 void add_option(CLI::App& app, const option_row& row, command_line& line) {
@@ -337,7 +366,7 @@ void add_option(CLI::App& app, const option_row& row, command_line& line) {
     if (row.word != nullptr) {
         option = app.add_option(name, line.*row.word, text);
     } else if (row.number != nullptr) {
-        option = app.add_option(name, line.*row.number, text)->check(positive_number());
+        option = app.add_option(name, line.*row.number, text)->transform(positive_number());
     } else {
         option = app.add_option(name, line.*row.list, text)->allow_extra_args(false);
     }
@@ -420,6 +449,16 @@ parsed_line parse_command_line(std::span<const std::string> arguments) {
                 add_option(*command, option, parsed.line);
             }
         }
+        for (const option_row& option : options) {
+            if (belongs_to(option, row.name)) {
+                for (const std::string& other : words_of(option.not_with)) {
+                    command->get_option(std::string(option.name))->excludes(command->get_option(other));
+                }
+                for (const std::string& other : words_of(option.only_with)) {
+                    command->get_option(std::string(option.name))->needs(command->get_option(other));
+                }
+            }
+        }
         command->final_callback([&parsed, &row] { parsed.line.command = row.name; });
     }
     app.footer("Examples:\n" + [] {
@@ -475,7 +514,7 @@ std::string man_page() {
             }
             text += ".TP\n.B " + name;
             text += (option.value.empty() ? "" : " \\fI" + std::string(option.value) + "\\fR");
-            text += "\n" + std::string(option.text) + ".\n";
+            text += "\n" + full_text(option) + ".\n";
         }
         text += ".PP\nExample:\n.PP\n.RS\n.nf\n" + std::string(row.example) + "\n.fi\n.RE\n";
     }

@@ -74,7 +74,9 @@ struct option_row {
     std::string command_line::*word = nullptr;
     int command_line::*number = nullptr;
     std::vector<std::string> command_line::*list = nullptr;
-    bool of_design = false;  ///< what is built depends on it
+    bool of_design = false;           ///< what is built depends on it
+    std::string_view not_with = {};   ///< options that would leave it without effect or lose their own, by blanks
+    std::string_view only_with = {};  ///< the option without which it has no effect
 };
 
 /// An option that sets a generic of the library's components.

@@ -110,7 +110,7 @@ program executor::run(const std::string& base_name) {
     const std::vector<const clang::FunctionDecl*> tops = choose_top();
     older_ = tops.front()->getNumParams() == 0;
     program_.style = older_ ? top_style::whole_file : top_style::function;
-    program_.name = legal_letters(older_ && options_.top.empty() ? base_name : tops.front()->getName().str());
+    program_.name = older_ && options_.top.empty() ? base_name : tops.front()->getName().str();
     for (const clang::FunctionDecl* one : tops) {
         program_.functions.push_back(one->getName().str());
     }

@@ -168,14 +168,31 @@ TEST(flow_commands, synth_says_which_tool_is_missing) {
 
 TEST(flow_commands, numbers_out_of_range_are_told_with_their_range) {
     for (const std::string option : {"--unroll", "--vectors", "--seed"}) {
-        for (const std::string number : {"0", "-1"}) {
+        for (const std::string number : {"0", "-1", "1e3", "0x10", "7 ", "99999999999"}) {
             const outcome refused = run_with({"simulate", "x.c", option, number});
             EXPECT_EQ(refused.status, 1);
             EXPECT_EQ(refused.error, option + ": Value " + number +
-                                         " not in range 1 to 2147483647\n"
+                                         " is no whole number from 1 to 2147483647\n"
                                          "Run with --help for more information.\n");
         }
     }
+}
+
+TEST(flow_commands, numbers_are_decimal_whatever_they_start_with) {
+    const outcome told = run_with({"simulate", example("flow/pid_step.c"), "--simulator", "none", "--vectors", "010"});
+    EXPECT_EQ(told.status, 0) << told.error;
+    EXPECT_NE(told.out.find(" 10 vectors"), std::string::npos) << told.out;
+}
+
+TEST(flow_commands, options_that_would_do_nothing_are_refused) {
+    const auto error_of = [](const std::vector<std::string>& arguments) { return run_with(arguments).error; };
+    const std::string more = "\nRun with --help for more information.\n";
+    EXPECT_EQ(error_of({"view", "x.c", "--svg", "--dot"}), "--svg excludes --dot" + more);
+    EXPECT_EQ(error_of({"check", "x.c", "--json", "--dump", "program"}), "--dump excludes --json" + more);
+    EXPECT_EQ(error_of({"simulate", "x.c", "--inputs", "x.csv", "--vectors", "3"}), "--vectors excludes --inputs" + more);
+    EXPECT_EQ(error_of({"explore", "x.c", "--csv", "--html"}), "--csv excludes --html" + more);
+    EXPECT_EQ(error_of({"explore", "x.c", "--merge", "results", "--point", "3"}), "--merge excludes --point" + more);
+    EXPECT_EQ(error_of({"explore", "x.c", "--result", "x.json"}), "--result requires --point" + more);
 }
 
 TEST(flow_commands, a_refusal_is_the_same_json_report_from_every_command) {
@@ -388,6 +405,12 @@ TEST(flow_commands, a_note_tells_another_name_of_the_design_and_check_knows_it) 
     EXPECT_EQ(said("a-b"), "xfcflow: note: design 'a-b' is called 'axb' in hardware [design-renamed]\n");
     EXPECT_EQ(said("DP_exp"), "xfcflow: note: design 'DP_exp' is called 'DP_exp_top' in hardware [design-renamed]\n");
     EXPECT_EQ(said("wire_1"), "");
+    const auto whole_file = written("xfcflow_names/3-tap.c", "float a, y;\nvoid f() { y = a * 2; }\n");
+    EXPECT_EQ(run_with({"check", whole_file.string()}).error,
+              "xfcflow: note: design '3-tap' is called 'v3xtap' in hardware [design-renamed]\n");
+    const auto underscored = written("xfcflow_names/f.c", "float _f(float a) { return a; }\n");
+    EXPECT_EQ(run_with({"check", underscored.string()}).error,
+              "xfcflow: note: design '_f' is called 'f' in hardware [design-renamed]\n");
     std::filesystem::remove_all(folder);
 }
 
