@@ -8,6 +8,7 @@ namespace xfc::flow {
 namespace {
 
 constexpr std::size_t number_width = 5;
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr int longest_line = 160;  // bytes shown of a source line
 
 struct colours {
@@ -34,20 +35,40 @@ std::string shown(std::string_view line) {
     return text;
 }
 
+/// Whether a byte goes on with a letter of several bytes.
+bool goes_on(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+/// Columns that a terminal gives the text: a letter each, whatever bytes it has; none to a byte order mark.
+std::size_t columns_of(std::string_view text) {
+    const bool marked = text.starts_with(byte_order_mark);
+    const auto letters = std::count_if(text.begin(), text.end(), [](char byte) { return !goes_on(byte); });
+    return static_cast<std::size_t>(letters) - (marked ? 1 : 0);
+}
+
 void append_line_and_caret(std::string& text, const source_position& position, const colours& paint) {
     // Of a long line only the part around the place is shown.
     const int length = static_cast<int>(position.text.size());
     const int column = std::min(position.column, length + 1);
-    const int first = column + 40 > longest_line ? column - longest_line / 2 : 1;
-    const int behind = std::min(length + 1, first + longest_line);
+    const std::string_view line = position.text;
+    const auto start_of_letter = [&](int place) {
+        while (place > 1 && place <= length && goes_on(line[static_cast<std::size_t>(place - 1)])) {
+            --place;
+        }
+        return place;
+    };
+    const auto between = [&](int from, int to) {
+        return line.substr(static_cast<std::size_t>(from - 1), static_cast<std::size_t>(std::max(0, to - from)));
+    };
+    const int first = start_of_letter(column + 40 > longest_line ? column - longest_line / 2 : 1);
+    const int behind = start_of_letter(std::min(length + 1, first + longest_line));
+    const int end = std::min(position.end_column, behind);
     const std::string number = std::to_string(position.line);
     const std::string margin(std::max(number_width, number.size()), ' ');
     text += margin.substr(number.size()) + number + " | ";
-    text += shown(position.text.substr(static_cast<std::size_t>(first - 1), static_cast<std::size_t>(behind - first)));
-    text += '\n' + margin + " | " + std::string(static_cast<std::size_t>(column - first), ' ');
+    text += shown(between(first, behind));
+    text += '\n' + margin + " | " + std::string(columns_of(between(first, column)), ' ');
     text += paint.mark;
-    text += '^' +
-            std::string(static_cast<std::size_t>(std::max(0, std::min(position.end_column, behind) - column - 1)), '~');
+    text += '^' + std::string(std::max<std::size_t>(columns_of(between(column, end)), 1) - 1, '~');
     text += paint.end;
     text += '\n';
 }

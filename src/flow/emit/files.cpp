@@ -192,8 +192,13 @@ bool write_files(const fs::path& folder, const std::vector<output_file>& files, 
         }
         stream.close();
         if (!stream) {
+            const int reason = errno;
+            std::error_code ignored;
+            if (fs::is_regular_file(path, ignored)) {
+                fs::remove(path, ignored);  // half a file serves nobody
+            }
             messages.report(message_id::cannot_write, {},
-                            {path.string(), errno != 0 ? std::strerror(errno) : "the write failed"});
+                            {path.string(), reason != 0 ? std::strerror(reason) : "the write failed"});
             return false;
         }
     }

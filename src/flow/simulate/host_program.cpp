@@ -16,6 +16,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::array<std::string_view, 4> compilers{"cc", "gcc", "clang", "clang-19"};
+/// C as the front end reads it: words that hosts define are names that a program may use.
+constexpr std::array<const char*, 4> dialect{"-std=gnu17", "-Uunix", "-Ulinux", "-Ui386"};
 
 /// What older sources call without a declaration and C's library lacks.
 constexpr std::string_view missing_functions =
@@ -289,20 +291,20 @@ std::string host_call_text(const program& what, const source_map& places, const 
 std::string compile(const std::string& compiler, const std::string& warnings, const std::string& program,
                     const fs::path& folder) {
     std::ofstream(folder / "host_program.c") << program;
-    const std::vector<std::string> words = {compiler,
-                                            "-std=gnu17",
-                                            "-Wno-error=implicit-int",
-                                            "-Wno-error=implicit-function-declaration",
-                                            warnings,
-                                            "-O1",
-                                            "-fwrapv",
-                                            "-fsigned-char",
-                                            "-ffp-contract=off",
-                                            "-o",
-                                            "host",
-                                            "host_program.c",
-                                            "host_main.c",
-                                            "-lm"};
+    std::vector<std::string> words = {compiler,
+                                      "-Wno-error=implicit-int",
+                                      "-Wno-error=implicit-function-declaration",
+                                      warnings,
+                                      "-O1",
+                                      "-fwrapv",
+                                      "-fsigned-char",
+                                      "-ffp-contract=off",
+                                      "-o",
+                                      "host",
+                                      "host_program.c",
+                                      "host_main.c",
+                                      "-lm"};
+    words.insert(words.begin() + 1, dialect.begin(), dialect.end());
     return run_command(words, folder) == 0 ? "" : end_of_log(folder);
 }
 
@@ -460,7 +462,8 @@ host_results run_on_host(const program& what, const source_map& places, const ho
         std::ofstream(folder / "headers" / name) << text;
     }
     std::error_code failed;
-    std::vector<std::string> words = {results.compiler, "-E", "-nostdinc", "-std=gnu17", "-o", "preprocessed.c"};
+    std::vector<std::string> words = {results.compiler, "-E", "-nostdinc", "-o", "preprocessed.c"};
+    words.insert(words.end(), dialect.begin(), dialect.end());
     for (const std::string& include : options.include_folders) {
         words.insert(words.end(), {"-I", fs::absolute(include, failed).string()});
     }

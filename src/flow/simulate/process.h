@@ -8,7 +8,8 @@
 
 namespace xfc::flow {
 
-/// A new folder that goes with its owner. The path is empty when there is no room for one.
+/// A new folder that goes with its owner, and with the process when SIGINT, SIGTERM or SIGHUP ends that. The path is
+/// empty when there is no room for one.
 class temporary_folder {
 public:
     temporary_folder();
@@ -25,7 +26,8 @@ private:
 [[nodiscard]] bool is_on_path(std::string_view program);
 
 /// Runs a command in a folder, its words without a shell, all that it says into run.log there. `meanwhile` is called
-/// up to fifty times a second until it ends. Its exit status, or -1 when a signal ended it.
+/// up to fifty times a second until it ends. Its exit status, or -1 when a signal ended it. Who interrupts this process
+/// ends the command and all that it started.
 [[nodiscard]] int run_command(const std::vector<std::string>& words, const std::filesystem::path& folder,
                               const std::function<void()>& meanwhile = {});
 

@@ -52,6 +52,36 @@ TEST(flow_diagnostics, colours_come_when_asked_for) {
     EXPECT_NE(rendered(messages, one_file(), true).find("\x1b[1;31merror: \x1b[0m"), std::string::npos);
 }
 
+TEST(flow_diagnostics, the_caret_counts_letters_not_bytes) {
+    const std::string line = "\xEF\xBB\xBFint \xC3\xA4\xE2\x82\xAC = n\xC3\xB6;";
+    source_map places;
+    places.add_file(1, "letters.c", line + "\n");
+    diagnostics messages;
+    messages.report(message_id::goto_statement, {16, 19});
+    EXPECT_NE(rendered(messages, places).find("letters.c:1:16: "), std::string::npos);
+    EXPECT_NE(rendered(messages, places).find("    1 | " + line + "\n      |          ^~\n"), std::string::npos)
+        << rendered(messages, places);
+    // Nor is a letter cut in halves where a part of a long line is shown.
+    for (std::size_t before = 200; before < 203; ++before) {
+        std::string euros;
+        for (std::size_t letter = 0; letter < 2 * before; ++letter) {
+            euros += "\xE2\x82\xAC";
+        }
+        source_map long_line;
+        long_line.add_file(1, "long.c", std::string(before, 'a') + euros + "!" + euros + "\n");
+        const auto at = static_cast<std::uint32_t>(1 + before + euros.size());
+        diagnostics told;
+        told.report(message_id::goto_statement, {at, at + 1});
+        const std::string text = rendered(told, long_line);
+        const std::size_t start = text.find(" | ") + 3;
+        const std::size_t mark = text.find('!', start);
+        const std::size_t end = text.find('\n', start);
+        EXPECT_TRUE(text.substr(start).starts_with("\xE2\x82\xAC")) << text;
+        EXPECT_EQ(text.substr(end - 3, 3), "\xE2\x82\xAC") << text;
+        EXPECT_EQ(text.find('^') - (end + std::string("\n      | ").size()), (mark - start) / 3) << text;
+    }
+}
+
 TEST(flow_diagnostics, of_a_long_line_the_part_around_the_place_is_shown) {
     source_map places;
     places.add_file(1, "long.c", std::string(5000, 'a') + "!" + std::string(5000, 'b'));

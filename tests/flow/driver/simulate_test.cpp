@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -286,6 +290,49 @@ TEST_F(flow_simulate, a_sum_that_is_zero_may_have_either_sign_in_c) {
     const auto done = report("double f(int n) { return 0.0 - n; }\n", "n\n0\n1\n");
     EXPECT_EQ(done["agrees"], true) << done;
     EXPECT_EQ(done["host"]["ran"], true) << done;
+}
+
+TEST_F(flow_simulate, names_that_a_host_defines_are_names) {
+    const auto done = report("float f(float unix, float linux, float i386) { return unix * linux + i386; }\n",
+                             "unix,linux,i386\n2,3,4\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+}
+
+TEST_F(flow_simulate, an_interrupted_run_leaves_no_files_and_no_simulator) {
+    const std::string program = written("long.c", "float f(float x) { return x / 3; }\n");
+    fs::create_directories(path("tools"));
+    const fs::path number = path("number");  // of the process that stands for a simulator
+    const std::string endless =
+        written("tools/iverilog", "#!/bin/sh\n/bin/sleep 1000 &\necho $! >'" + number.string() + ".new'\n/bin/mv '" +
+                                      number.string() + ".new' '" + number.string() + "'\nwait\n");
+    fs::permissions(endless, fs::perms::owner_all);
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const fs::path scratch = path("scratch");
+        fs::create_directories(scratch);
+        fs::remove(number);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            setenv("TMPDIR", scratch.c_str(), 1);
+            setenv("PATH", path("tools").c_str(), 1);
+            run_with({"simulate", program, "--simulator", "iverilog", "--lang", "verilog", "--vectors", "5"});
+            _exit(0);
+        }
+        int status = 0;
+        while (!fs::exists(number)) {
+            ASSERT_EQ(waitpid(child, &status, WNOHANG), 0) << status;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        EXPECT_FALSE(fs::is_empty(scratch));
+        kill(child, signal);
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
+        EXPECT_TRUE(fs::is_empty(scratch));
+        const std::string state = "/proc/" + std::to_string(std::stoi(read_file(number))) + "/stat";
+        const std::string found = read_file(state);
+        EXPECT_TRUE(found.empty() || found.find(") Z ") != std::string::npos) << found;
+    }
 }
 
 TEST_F(flow_simulate, a_design_may_be_called_like_anything_in_the_test_bench) {

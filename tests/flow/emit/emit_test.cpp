@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <algorithm>
+#include <csignal>
+#include <filesystem>
 #include <set>
+#include <string>
 
 #include "flow/emit/datapath.h"
 #include "flow/emit/files.h"
@@ -124,6 +128,24 @@ TEST(write_files, says_what_it_cannot_write) {
     EXPECT_FALSE(write_files("/dev/null/no_folder", {{"a.v", "text"}}, messages));
     ASSERT_EQ(messages.messages().size(), 1U);
     EXPECT_EQ(messages.messages()[0].name, "cannot-write");
+}
+
+TEST(write_files, leaves_no_half_of_a_file) {
+    const auto path = std::filesystem::path(testing::TempDir()) / "xfcflow_half.v";
+    rlimit before = {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit small = before;
+    small.rlim_cur = 5000;
+    const auto was = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    diagnostics messages;
+    const bool written = write_files("", {{path, std::string(100000, 'a')}}, messages);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, was);
+    EXPECT_FALSE(written);
+    ASSERT_EQ(messages.messages().size(), 1U);
+    EXPECT_NE(messages.messages()[0].text.find("File too large"), std::string::npos) << messages.messages()[0].text;
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 }  // namespace
