@@ -86,7 +86,7 @@ decision conditions::known_choice(const decisions& all, decision what) const {
     return what;
 }
 
-value_id conditions::known_choice(value_id id) const {
+value_id conditions::known_side(value_id id) const {
     while (values_[id].op == operation::select) {
         const auto truth = truth_of(values_[id].operands[0]);
         if (!truth) {
@@ -95,6 +95,44 @@ value_id conditions::known_choice(value_id id) const {
         id = values_[id].operands[*truth ? 1 : 2];
     }
     return id;
+}
+
+value_id conditions::known_choice(value_id id) const {
+    id = known_side(id);
+    const auto counted = counted_choice_of(values_, id);
+    if (!counted) {
+        return id;
+    }
+    const value_id side = known_side(counted->choice);
+    return values_.is_constant(side) ? counted->on(values_, side) : id;
+}
+
+value_id counted_choice::on(graph& values, value_id constant) const {
+    for (std::size_t number = step_count; number > 0; --number) {
+        const counting& step = steps.at(number - 1);
+        const value made = values[step.of];
+        std::array<value_id, 2> operands = {made.operands[0], made.operands[1]};
+        operands.at(step.place) = constant;
+        constant = make_folded(values, made.op, made.format, operands, made.where);
+    }
+    return constant;
+}
+
+std::optional<counted_choice> counted_choice_of(const graph& values, value_id id) {
+    counted_choice found;
+    while (values[id].op != operation::select) {
+        const value& one = values[id];
+        const bool is_step = one.format == number_format::integer && one.operand_span().size() == 2 &&
+                             found.step_count < counted_choice::most_steps;
+        if (!is_step || values.is_constant(one.operands[0]) == values.is_constant(one.operands[1])) {
+            return std::nullopt;
+        }
+        const std::size_t place = values.is_constant(one.operands[1]) ? 0 : 1;
+        found.steps.at(found.step_count++) = {id, place};
+        id = one.operands.at(place);
+    }
+    found.choice = id;
+    return found;
 }
 
 bool conditions::differs_from_zero(value_id integer) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -9,6 +10,25 @@
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
+
+/// A choice, and what was done to it with constants: what a counter becomes that was set under a condition, and
+/// counted.
+struct counted_choice {
+    struct counting {
+        value_id of;        ///< an integer operation
+        std::size_t place;  ///< of the choice among its operands; the other one is constant
+    };
+    static constexpr std::size_t most_steps = 6;  // counting, the wrapping of a narrow integer, an order without signs
+    value_id choice = no_value;
+    std::size_t step_count = 0;
+    std::array<counting, most_steps> steps = {};  ///< last one first
+
+    /// The steps done to a constant.
+    value_id on(graph& values, value_id constant) const;
+};
+
+/// A value as a choice with few steps behind it, if it is one.
+[[nodiscard]] std::optional<counted_choice> counted_choice_of(const graph& values, value_id id);
 
 /// What is known to hold on the way through the program that is being followed, and booleans made with that knowledge.
 class conditions {
@@ -27,7 +47,7 @@ public:
     /// The choice without those around it that are known here.
     [[nodiscard]] decision known_choice(const decisions& all, decision what) const;
 
-    /// The value without those selects around it whose choice is known here.
+    /// The value without those selects around it whose choice is known here, steps behind them counted.
     [[nodiscard]] value_id known_choice(value_id id) const;
 
     /// Whether it is certain here that the integer is not 0, as far as a look at what was learned tells.
@@ -44,6 +64,7 @@ private:
     bool differs_from_zero(value_id integer, std::unordered_map<value_id, bool>& known) const;
     [[nodiscard]] bool learned_to_differ_from_zero(value_id integer) const;
     void learn(value_id condition, bool truth);
+    [[nodiscard]] value_id known_side(value_id id) const;
     [[nodiscard]] bool are_inverse(value_id left, value_id right) const;
 
     graph& values_;

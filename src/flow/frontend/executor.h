@@ -337,6 +337,7 @@ private:
         clang::BinaryOperatorKind kind;
         value_id constant;
         bool swapped;
+        value_id counted;                                   ///< what was done to the choice before, no_value: nothing
         auto operator<=>(const question&) const = default;  // NOLINT(modernize-use-nullptr): the 0 is the compiler's
     };
     std::unordered_map<value_id, bool> of_constants_;                     ///< whether a value is a choice of constants

@@ -520,14 +520,16 @@ result executor::operate_on_floats(clang::BinaryOperatorKind kind, const result&
 result executor::compare(clang::BinaryOperatorKind kind, number_format format, value_id left, value_id right,
                          const asked_range& where) {
     for (const bool swapped : {false, true}) {
-        const value_id chosen = swapped ? right : left;
+        const value_id counted = swapped ? right : left;
         const value_id other = swapped ? left : right;
-        if (!values_.is_constant(other) || values_[chosen].op != operation::select || !is_choice_of_constants(chosen)) {
+        const auto known = values_.is_constant(other) ? counted_choice_of(values_, counted) : std::nullopt;
+        if (!known || !is_choice_of_constants(known->choice)) {
             continue;
         }
-        const question asked{kind, other, swapped};
-        return number(on_each_choice(chosen, answers_[asked], where, [&](value_id constant) {
-            return compare(kind, format, swapped ? other : constant, swapped ? constant : other, where).number;
+        const question asked{kind, other, swapped, known->step_count == 0 ? no_value : counted};
+        return number(on_each_choice(known->choice, answers_[asked], where, [&](value_id constant) {
+            const value_id one = known->on(values_, constant);
+            return compare(kind, format, swapped ? other : one, swapped ? one : other, where).number;
         }));
     }
     const auto relation = [&](operation op, value_id a, value_id b) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -120,6 +121,41 @@ TEST(flow_values, constants_become_unsigned_as_inputs_do) {
         EXPECT_EQ(result_of(of_input, {{"x", number}}), expected) << text;
         EXPECT_EQ(result_of("unsigned f(int i) { return (unsigned)(" + text + ") + i; }", {{"i", 0}}), expected)
             << text;
+    }
+}
+
+TEST(flow_values, counters_that_are_set_leave_their_loops) {
+    const auto of = [](const std::string& head, const std::string& step) {
+        return "int f(const int x[6], int t) { int found = -1; for (" + head + ") { if (x[k] > t) { found = k; " +
+               step + "; } } return found; }";
+    };
+    const port_numbers inputs = {{"x_0", 1}, {"x_1", 5}, {"x_2", 2}, {"x_3", 7}, {"x_4", 9}, {"x_5", 3}};
+    const auto found = [&](const std::string& text, double limit) {
+        port_numbers all = inputs;
+        all["t"] = limit;
+        return result_of(text, all);
+    };
+    for (const std::string& text :
+         {of("int k = 0; k < 6; k++", "k = 6"), of("short k = 0; k < 6; ++k", "k = 1000"),
+          of("unsigned k = 0; k < 6; k += 1", "k += 6"), of("unsigned char k = 0; k <= 5; k++", "k = 200")}) {
+        EXPECT_EQ(found(text, 4), 1) << text;
+        EXPECT_EQ(found(text, 7), 4) << text;
+        EXPECT_EQ(found(text, 9), -1) << text;
+        const program made = followed(text);
+        for (value_id id = 0; id < made.values.size(); ++id) {
+            EXPECT_NE(made.values[id].op, operation::add) << text;  // nothing counts in hardware
+        }
+    }
+    EXPECT_EQ(found(of("int k = 5; k >= 0; k--", "k = 0"), 4), 4);
+    const std::string both =
+        "int f(const int x[2][3], int t) { int n = 0; for (int i = 0; i < 2; i++) for (int j = 0; j < 3; j++) { n++; "
+        "if "
+        "(x[i][j] == t) { j = 3; i = 2; } } return n; }";
+    const port_numbers rows = {{"x_0_0", 1}, {"x_0_1", 5}, {"x_0_2", 2}, {"x_1_0", 7}, {"x_1_1", 9}, {"x_1_2", 3}};
+    for (const auto& [wanted, rounds] : std::map<double, double>{{1, 1}, {2, 3}, {9, 5}, {4, 6}}) {
+        port_numbers all = rows;
+        all["t"] = wanted;
+        EXPECT_EQ(result_of(both, all), rounds) << wanted;
     }
 }
 
