@@ -5,7 +5,9 @@
 #include <clang/Basic/Builtins.h>
 #include <clang/Basic/Diagnostic.h>
 #include <clang/Basic/DiagnosticIDs.h>
+#include <clang/Basic/DiagnosticLex.h>
 #include <clang/Basic/DiagnosticOptions.h>
+#include <clang/Basic/DiagnosticSema.h>
 #include <clang/Basic/FileManager.h>
 #include <clang/Basic/LangStandard.h>
 #include <clang/Basic/TargetInfo.h>
@@ -30,6 +32,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -56,6 +59,24 @@ severity severity_of(clang::DiagnosticsEngine::Level level) {
     }
 }
 
+/// What to do about those of clang's messages that programs meet most and that do not say it themselves.
+std::string_view hint_of(unsigned id) {
+    switch (id) {
+        case clang::diag::err_undeclared_var_use:
+        case clang::diag::err_undeclared_var_use_suggest:
+            return "declare it; what one function declares no other one sees: shared names stand outside";
+        case clang::diag::ext_implicit_function_decl_c99:
+            return "define it in this file, or include the header that declares it";
+        case clang::diag::err_pp_file_not_found:
+            return "--include FOLDER says where else to search";
+        case clang::diag::err_unknown_typename:
+        case clang::diag::err_unknown_typename_suggest:
+            return "declare the type first, or include its header";
+        default:
+            return {};
+    }
+}
+
 /// Turns clang's messages into ours, so that all look alike.
 class message_consumer : public clang::DiagnosticConsumer {
 public:
@@ -79,6 +100,7 @@ public:
         if (message.level != severity::note) {
             const llvm::StringRef flag = clang::DiagnosticIDs::getWarningOptionForDiag(info.getID());
             message.name = flag.empty() ? "c" : "c-" + flag.str();
+            message.hint = hint_of(info.getID());
         }
         if (info.hasSourceManager() && info.getLocation().isValid()) {
             message.where = place_of(info);

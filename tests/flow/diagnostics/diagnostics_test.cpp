@@ -33,6 +33,7 @@ TEST(flow_diagnostics, additions_stand_below_their_message) {
               "prog.c:1:7: warning: 'y' is never used and becomes no port [unused]\n"
               "    1 | float y;\n"
               "      |       ^\n"
+              "      hint: leave it out, or use it\n"
               "prog.c:2:6: note: 'x' is declared here\n"
               "    2 |  y = x[n];\n"
               "      |      ^~~~\n");

@@ -83,7 +83,8 @@ constexpr std::string_view wire = "float f(float a) { return a; }\n";
 // ---- Texts. Each stands in the list at the end too. ----
 
 constexpr std::string_view unreadable =
-    "xfcflow: error: cannot read '/nowhere/x.c': No such file or directory [cannot-read]\n";
+    "xfcflow: error: cannot read '/nowhere/x.c': No such file or directory [cannot-read]\n      hint: name a file that "
+    "is there and may be read\n";
 constexpr std::string_view no_top =
     "xfcflow: error: --top names 'g', but no function of that name has a body [unknown-top]\n"
     "      hint: name one of the functions of the file\n";
@@ -95,7 +96,8 @@ constexpr std::string_view no_library =
     "xfcflow: error: the component library is not complete in 'FOLDER/share/xfc/library' [library-missing]\n"
     "      hint: install xfcflow anew, its library beside it\n";
 constexpr std::string_view no_folder =
-    "xfcflow: error: cannot write 'FOLDER/file/library': Not a directory [cannot-write]\n";
+    "xfcflow: error: cannot write 'FOLDER/file/library': Not a directory [cannot-write]\n      hint: make room there, "
+    "or name another place\n";
 constexpr std::string_view no_ghdl =
     "xfcflow: error: ghdl is not installed [no-simulator]\n      hint: install it with: apt-get install ghdl\n";
 constexpr std::string_view wrong_language =
@@ -105,7 +107,8 @@ constexpr std::string_view no_waveforms =
     "xfcflow: error: --simulator none makes no waveforms for --wave [no-waveforms]\n"
     "      hint: name a simulator, or leave --wave out\n";
 constexpr std::string_view failed_simulator =
-    "xfcflow: error: ghdl failed: ghdl ended with status 3\nno licence today\n [simulation-failed]\n";
+    "xfcflow: error: ghdl failed: ghdl ended with status 3\nno licence today\n [simulation-failed]\n      hint: run it "
+    "with --simulator and another one, to see whose fault it is\n";
 
 /// The text with this folder in the place of FOLDER.
 std::string in_folder(std::string_view text, const test_folder& folder) {
@@ -270,7 +273,8 @@ TEST(flow_program_messages, a_program_that_asks_who_reads_it_and_differs_for_the
 // ---- Explorations ----
 
 constexpr std::string_view beyond_the_points =
-    "xfcflow: error: there is no point 2: the program has 1 [no-such-point]\n";
+    "xfcflow: error: there is no point 2: the program has 1 [no-such-point]\n      hint: write the lines anew with "
+    "--jobs-file\n";
 constexpr std::string_view missing_points =
     "xfcflow: error: 1 of 1 points have no result in 'FOLDER/results': 1 (defaults) [points-missing]\n"
     "      hint: run the lines on the standard output, then merge again\n";
@@ -287,8 +291,10 @@ TEST(flow_program_messages, points_that_do_not_exist_or_have_no_result_are_told)
     EXPECT_EQ(error.str(), in_folder(missing_points, folder));
     EXPECT_EQ(out.str(), "xfcflow explore " + source + " --vectors 1000 --seed 1 --family ice40 --point 1 --result " +
                              results + "/point_1.json\n");
-    EXPECT_EQ(errors_of({"explore", source, "--merge", results + "/none"}),
-              "xfcflow: error: cannot read '" + results + "/none': No such file or directory [cannot-read]\n");
+    EXPECT_EQ(
+        errors_of({"explore", source, "--merge", results + "/none"}),
+        "xfcflow: error: cannot read '" + results +
+            "/none': No such file or directory [cannot-read]\n      hint: name a file that is there and may be read\n");
 }
 
 // ---- The whole catalogue ----

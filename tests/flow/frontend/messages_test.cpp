@@ -121,7 +121,8 @@ TEST(flow_messages, a_missing_file_and_a_missing_top_are_told) {
     source_map places;
     EXPECT_FALSE(read_program({.path = "/nowhere/x.c"}, {}, messages, places));
     EXPECT_EQ(rendered(messages, places),
-              "xfcflow: error: cannot read '/nowhere/x.c': No such file or directory [cannot-read]\n");
+              "xfcflow: error: cannot read '/nowhere/x.c': No such file or directory [cannot-read]\n      hint: name a "
+              "file that is there and may be read\n");
     EXPECT_EQ(messages_of("x.c", "float f(float a) { return a; }", {.top = "g"}),
               "xfcflow: error: --top names 'g', but no function of that name has a body [unknown-top]\n"
               "      hint: name one of the functions of the file\n");

@@ -1,0 +1,4 @@
+#include "coefficients.h"
+float f(float a) {
+    return a;
+}

@@ -1,0 +1,3 @@
+sample f(float a) {
+    return a;
+}

@@ -1,0 +1,3 @@
+float f(float a) {
+    return half(a);
+}
