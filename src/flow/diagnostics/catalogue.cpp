@@ -155,6 +155,8 @@ constexpr message_row rows[] = {
     {id::unused_variable, "unused", warning, "'%0' is never used and becomes no port", "leave it out, or use it"},
     {id::input_without_effect, "no-effect", warning, "no output depends on '%0': it becomes no port",
      "leave it out, or let an output depend on it"},
+    {id::elements_without_effect, "no-effect-of", warning, "no output depends on %0: %1",
+     "leave out what is not needed, or let an output depend on it"},
 
     {id::constant_format, "constant-format", note,
      "this constant without suffix takes the other operand's format, single, where C computes in double%0",

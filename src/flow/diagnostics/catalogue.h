@@ -99,6 +99,7 @@ enum class message_id : std::uint8_t {
     // warnings
     unused_variable,
     input_without_effect,
+    elements_without_effect,
     // notes
     constant_format,
     functions_in_order,

@@ -138,6 +138,8 @@ private:
     void finish_graph();
     void give_legal_names(std::vector<port>& inputs, std::vector<port>& outputs);
     void report_unused(const std::vector<bool>& is_port);
+    void report_unused_elements(const candidate& variable, const std::vector<port_place>& places,
+                                const std::unordered_map<std::uint32_t, value_id>& inputs);
     void check_kept_values();
     void note_deviations();
 

@@ -386,6 +386,11 @@ void executor::finish_graph() {
         }
     }
     report_unused(is_port);
+    for (std::size_t index = 0; index < candidates_.size(); ++index) {
+        if (is_port[index]) {
+            report_unused_elements(candidates_[index], places[index], leaf_at);
+        }
+    }
     give_legal_names(inputs, outputs);
     program_.values = extracted(values_, inputs, outputs);
 }
@@ -425,6 +430,30 @@ void executor::report_unused(const std::vector<bool>& is_port) {
         } else if (!written && one.rule == unset_rule::input) {
             messages_.report(message_id::input_without_effect, one.where, {one.name});
         }
+    }
+}
+
+/// Elements and members of a parameter or variable that become no ports where others do.
+void executor::report_unused_elements(const candidate& variable, const std::vector<port_place>& places,
+                                      const std::unordered_map<std::uint32_t, value_id>& inputs) {
+    constexpr std::size_t most_named = 3;
+    std::string names;
+    std::size_t count = 0;
+    for (const port_place& place : places) {
+        const std::uint32_t index = memory_.index_of(place.where);
+        if (inputs.contains(index) || memory_.was_written(index) || variable.is_result) {
+            continue;
+        }
+        if (++count <= most_named) {
+            names.append(names.empty() ? "'" : ", '").append(place.access).append("'");
+        }
+    }
+    if (count > most_named) {
+        names.append(" and ").append(std::to_string(count - most_named)).append(" more");
+    }
+    if (count > 0) {
+        messages_.report(message_id::elements_without_effect, memory_[variable.object].where,
+                         {names, count == 1 ? "it becomes no port" : "they become no ports"});
     }
 }
 
