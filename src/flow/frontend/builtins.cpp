@@ -155,6 +155,14 @@ clang::QualType executor::element_type(const clang::Expr& pointer, const place& 
     return context_.getBaseElementType(type).getUnqualifiedType();
 }
 
+/// Whether what is copied from one to the other keeps its meaning: the same type, or integers of the same size.
+bool executor::is_one_type(const clang::QualType& left, const clang::QualType& right) const {
+    const auto a = find_scalar(left);
+    const auto b = find_scalar(right);
+    const bool integers = a && b && a->is_integer() && b->is_integer() && a->bytes == b->bytes;
+    return integers || context_.hasSameType(left, right);
+}
+
 /// How many elements the third argument counts in bytes.
 std::int64_t executor::element_count(const clang::CallExpr& expression, const clang::QualType& type) {
     const result bytes = evaluate(*expression.getArg(2));
@@ -174,7 +182,7 @@ result executor::copy_elements(const clang::CallExpr& expression) {
     const place from = pointed_at(*expression.getArg(1));
     const clang::QualType type = element_type(*expression.getArg(0), to);
     const clang::QualType from_type = element_type(*expression.getArg(1), from);
-    if (!context_.hasSameType(type, from_type)) {
+    if (!is_one_type(type, from_type)) {
         refuse(message_id::copy_of_other_type, where, {from_type.getAsString(), type.getAsString()});
     }
     const std::int64_t count = element_count(expression, type);

@@ -1,5 +1,6 @@
 // Calls: functions with bodies are followed, known functions become operations.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -14,6 +15,12 @@ namespace {
 constexpr std::size_t deepest_calls = 1000;
 constexpr double largest_power = 64;
 
+/// Functions of C that a program may declare itself instead of including their header.
+bool is_of_the_library(llvm::StringRef name) {
+    constexpr std::array<std::string_view, 5> names = {"abs", "labs", "memcpy", "memmove", "memset"};
+    return std::find(names.begin(), names.end(), std::string_view(name)) != names.end();
+}
+
 }  // namespace
 
 const clang::FunctionDecl& executor::callee_of(const clang::CallExpr& expression) {
@@ -27,6 +34,19 @@ const clang::FunctionDecl& executor::callee_of(const clang::CallExpr& expression
     return *callee.function;
 }
 
+/// Whether a declaration has the types of the known function of its name; one of another type is another function.
+bool executor::is_declared_as(const known_function& row, const clang::FunctionDecl& function) const {
+    const auto takes = [&](const clang::QualType& type, bool integer) {
+        const auto scalar = find_scalar(type);
+        return scalar && (integer ? scalar->is_integer() : is_floating(scalar->format));
+    };
+    bool fits = takes(function.getReturnType(), false);
+    for (unsigned index = 0; index < function.getNumParams(); ++index) {
+        fits = fits && takes(function.getParamDecl(index)->getType(), index == 1 && row.second_integer);
+    }
+    return fits;
+}
+
 result executor::call(const clang::CallExpr& expression, bool discarded) {
     count_step(expression);
     const clang::FunctionDecl& function = callee_of(expression);
@@ -38,13 +58,14 @@ result executor::call(const clang::CallExpr& expression, bool discarded) {
     if (definition != nullptr) {
         return call_with_body(*definition, expression, discarded);
     }
-    if (name.consume_front("__builtin_")) {
+    if (name.consume_front("__builtin_") || is_of_the_library(name)) {
         if (auto given = call_builtin(name, expression)) {
             return *given;
         }
     }
     const found_function found = find_known_function(name);
-    if (found.row == nullptr || expression.getNumArgs() != static_cast<unsigned>(found.row->arguments)) {
+    if (found.row == nullptr || expression.getNumArgs() != static_cast<unsigned>(found.row->arguments) ||
+        !is_declared_as(*found.row, function)) {
         refuse_call(function, expression);
     }
     switch (found.row->way) {

@@ -180,6 +180,7 @@ private:
     void end_lives(std::size_t first);
     void protect(object_id id, const clang::QualType& type);
     void check_writable(const place& where, const asked_range& range);
+    void check_target(const place& where, const clang::Expr& target);
     void check_object_type(const clang::QualType& type, const std::string& name, const asked_range& where);
     void initialize(const place& where, const clang::QualType& type, const clang::Expr& initializer);
     void initialize_from_list(const place& where, const clang::QualType& type, const clang::InitListExpr& list);
@@ -206,6 +207,7 @@ private:
     // ---- expressions.cpp ----
     result evaluate(const clang::Expr& expression);
     place address_of(const clang::Expr& expression);
+    place address_of_literal(const clang::CompoundLiteralExpr& expression);
     result evaluate_unary(const clang::UnaryOperator& expression);
     result evaluate_binary(const clang::BinaryOperator& expression);
     result evaluate_logical(const clang::BinaryOperator& expression);
@@ -238,6 +240,7 @@ private:
                             const std::function<value_id(value_id)>& of_constant);
     result moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,
                  const clang::Expr& expression);
+    std::int64_t step_of(const clang::QualType& pointer_type, const clang::Expr& expression);
     place element_of(const clang::ArraySubscriptExpr& expression, bool may_be_behind);
 
     // ---- conversions.cpp: numbers from one format to another ----
@@ -260,6 +263,7 @@ private:
     // ---- calls.cpp ----
     result call(const clang::CallExpr& expression, bool discarded);
     const clang::FunctionDecl& callee_of(const clang::CallExpr& expression);
+    [[nodiscard]] bool is_declared_as(const known_function& row, const clang::FunctionDecl& function) const;
     result call_known(const known_function& row, const clang::FunctionDecl& function,
                       const clang::CallExpr& expression);
     result call_power(const clang::FunctionDecl& function, const clang::CallExpr& expression);
@@ -271,6 +275,7 @@ private:
     std::optional<result> classify(llvm::StringRef name, const clang::CallExpr& expression);
     void check_assertion(const clang::Expr& condition);
     [[nodiscard]] clang::QualType element_type(const clang::Expr& pointer, const place& where) const;
+    [[nodiscard]] bool is_one_type(const clang::QualType& left, const clang::QualType& right) const;
     std::int64_t element_count(const clang::CallExpr& expression, const clang::QualType& type);
     result copy_elements(const clang::CallExpr& expression);
     result clear_elements(const clang::CallExpr& expression);
@@ -323,7 +328,7 @@ private:
     mutable std::optional<scalar_type> last_scalar_ = std::nullopt;
     std::vector<frame> frames_;
     llvm::DenseMap<const clang::VarDecl*, object_id> globals_;
-    llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings
+    llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings, and compound ones
     llvm::DenseMap<const clang::OpaqueValueExpr*, result> opaque_;
     llvm::DenseMap<llvm::StringRef, const clang::FunctionDecl*> bodies_;
     std::vector<const clang::FunctionDecl*> functions_by_number_;

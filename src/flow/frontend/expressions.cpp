@@ -110,6 +110,24 @@ result executor::evaluate(const clang::Expr& expression) {
     refuse(message_id::other_expression, range(expression), {"this expression"});
 }
 
+/// A compound literal is one object as long as its block is open, and gets its value each time that it is met.
+place executor::address_of_literal(const clang::CompoundLiteralExpr& expression) {
+    const auto found = literals_.find(&expression);
+    const bool known = found != literals_.end() && !memory_[found->second].ended;
+    const object_id id = known ? found->second : create_object(expression.getType(), "literal", range(expression));
+    if (!known) {
+        literals_[&expression] = id;
+        living_.push_back(id);
+    }
+    memory_.set_read_only(id, false);
+    initialize({id, 0}, expression.getType(), *expression.getInitializer());
+    if (expression.isFileScope()) {
+        memory_.begin_with(id, !older_ && !context_.getBaseElementType(expression.getType()).isConstQualified());
+    }
+    protect(id, expression.getType());
+    return {id, 0};
+}
+
 place executor::address_of(const clang::Expr& expression) {
     switch (expression.getStmtClass()) {
         case clang::Stmt::ParenExprClass:
@@ -167,14 +185,10 @@ place executor::address_of(const clang::Expr& expression) {
             literals_[&expression] = id;
             return {id, 0};
         }
-        case clang::Stmt::CompoundLiteralExprClass: {
-            const object_id id = create_object(expression.getType(), "literal", range(expression));
-            initialize({id, 0}, expression.getType(),
-                       *llvm::cast<clang::CompoundLiteralExpr>(expression).getInitializer());
-            protect(id, expression.getType());
-            living_.push_back(id);
-            return {id, 0};
-        }
+        case clang::Stmt::PredefinedExprClass:
+            return address_of(*llvm::cast<clang::PredefinedExpr>(expression).getFunctionName());
+        case clang::Stmt::CompoundLiteralExprClass:
+            return address_of_literal(llvm::cast<clang::CompoundLiteralExpr>(expression));
         case clang::Stmt::GenericSelectionExprClass:
             return address_of(*llvm::cast<clang::GenericSelectionExpr>(expression).getResultExpr());
         case clang::Stmt::ImplicitCastExprClass:
@@ -326,6 +340,7 @@ result executor::evaluate_assignment(const clang::BinaryOperator& expression) {
     const asked_range where = range(*expression.getRHS());
     const result what = evaluate(*expression.getRHS());
     const place at = address_of(target);
+    check_target(at, target);
     store(at, target.getType(), what, where);
     if (what.is != result::kind::number) {
         return target.getType()->isRecordType() ? result{.is = result::kind::aggregate, .where = at} : what;
@@ -684,6 +699,15 @@ place executor::element_of(const clang::ArraySubscriptExpr& expression, bool may
     return at;
 }
 
+/// Bytes by which a pointer moves to the next element.
+std::int64_t executor::step_of(const clang::QualType& pointer_type, const clang::Expr& expression) {
+    const clang::QualType pointee = pointer_type->getPointeeType();
+    if (pointee->isVariableArrayType()) {
+        refuse(message_id::variable_size, range(expression), {"a row"});
+    }
+    return bytes_of(pointee);
+}
+
 result executor::moved(const result& pointer, const clang::QualType& pointer_type, const result& count, bool back,
                        const clang::Expr& expression) {
     if (pointer.is != result::kind::pointer) {
@@ -694,7 +718,7 @@ result executor::moved(const result& pointer, const clang::QualType& pointer_typ
     if (!known) {
         refuse(message_id::unknown_index, range(expression));
     }
-    const std::int64_t size = bytes_of(pointer_type->getPointeeType());
+    const std::int64_t size = step_of(pointer_type, expression);
     result after = pointer;
     after.where.offset += (back ? -1 : 1) * size * *known;
     if (after.where.object != no_object &&
@@ -733,7 +757,7 @@ result executor::operate_on_pointers(clang::BinaryOperatorKind kind, const resul
         refuse(message_id::pointer_arithmetic, range(expression));
     }
     if (difference) {
-        const std::int64_t size = bytes_of(left_type->getPointeeType());
+        const std::int64_t size = step_of(left_type, expression);
         return number(values_.make_integer(static_cast<std::int32_t>(distance / std::max<std::int64_t>(size, 1))));
     }
     const value_id a = values_.make_integer(static_cast<std::int32_t>(distance));

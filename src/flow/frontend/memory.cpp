@@ -8,8 +8,8 @@ namespace xfc::flow {
 object_id memory::create(object description) {
     description.first_cell = static_cast<std::uint32_t>(cells_.size());
     cells_.resize(cells_.size() + description.bytes / description.granule);
-    last_read_.resize(cells_.size());
-    last_write_.resize(cells_.size());
+    was_read_.resize(cells_.size());
+    was_written_.resize(cells_.size());
     objects_.push_back(std::move(description));
     return static_cast<object_id>(objects_.size() - 1);
 }
@@ -19,8 +19,9 @@ void memory::begin_with(object_id id, bool kept_between_calls) {
     one.kept_between_calls = kept_between_calls;
     for (std::uint32_t index = one.first_cell; index < one.first_cell + one.bytes / one.granule; ++index) {
         cells_[index].initial = true;
-        last_read_[index] = 0;
-        last_write_[index] = 0;
+        cells_[index].last = last_value::none;
+        was_read_[index] = false;
+        was_written_[index] = false;
     }
 }
 
@@ -66,7 +67,9 @@ void memory::write(const place& where, const cell& content) {
     for (std::uint32_t rest = behind; rest < end && cells_[rest].kind == cell_kind::tail; ++rest) {
         set(rest, {.kind = cell_kind::torn, .initial = false});
     }
-    set(index, content);
+    cell written = content;
+    written.last = last_value::unread;
+    set(index, written);
     for (std::uint32_t next = index + 1; next < behind; ++next) {
         set(next, {.kind = cell_kind::tail, .initial = false});
     }
@@ -77,6 +80,15 @@ void memory::set(std::uint32_t index, const cell& content) {
         log_.push_back({index, cells_[index]});
     }
     cells_[index] = content;
+}
+
+void memory::note_read(std::uint32_t index, bool is_written_value) {
+    was_read_[index] = true;
+    if (follows_reads_ && is_written_value && cells_[index].last == last_value::unread) {
+        cell read = cells_[index];
+        read.last = last_value::read;
+        set(index, read);
+    }
 }
 
 void memory::begin_branch() { branches_.push_back({static_cast<std::uint32_t>(cells_.size()), log_.size()}); }

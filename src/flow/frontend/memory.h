@@ -24,8 +24,16 @@ enum class cell_kind : std::uint8_t {
     torn,             ///< part of a scalar that was partly overwritten
 };
 
+/// What became of the value that was written last.
+enum class last_value : std::uint8_t {
+    none,    ///< nothing was written since the program began
+    unread,  ///< nothing has read it
+    read,    ///< on some way
+};
+
 struct cell {
     cell_kind kind = cell_kind::unset;
+    last_value last = last_value::none;
     std::uint8_t bytes = 0;      ///< size of the scalar whose head this is
     bool initial = true;         ///< never written since the program began
     bool sign_extended = true;   ///< false: a narrow integer without a sign
@@ -74,7 +82,7 @@ public:
     object_id create(object description);
     [[nodiscard]] const object& operator[](object_id id) const { return objects_[id]; }
     void set_unset_rule(object_id id, unset_rule rule) { objects_[id].rule = rule; }
-    void set_read_only(object_id id) { objects_[id].read_only = true; }
+    void set_read_only(object_id id, bool value = true) { objects_[id].read_only = value; }
     void end(object_id id) { objects_[id].ended = true; }
     /// Takes what stands in the object now as what the program begins with.
     void begin_with(object_id id, bool kept_between_calls);
@@ -99,12 +107,12 @@ public:
     /// Takes back what was written since, and tells the cells that changed, by rising index.
     [[nodiscard]] std::vector<change> end_branch();
 
-    /// Reads and writes in the order in which the program's text makes them, for finding out what stays unread.
-    void note_read(std::uint32_t index) { last_read_[index] = ++clock_; }
-    void note_write(std::uint32_t index) { last_write_[index] = ++clock_; }
-    [[nodiscard]] bool was_read(std::uint32_t index) const { return last_read_[index] != 0; }
-    [[nodiscard]] bool was_written(std::uint32_t index) const { return last_write_[index] != 0; }
-    [[nodiscard]] bool read_since_written(std::uint32_t index) const { return last_read_[index] > last_write_[index]; }
+    /// For finding out what stays unread; `last_value` is kept only for those who want it, since it costs.
+    void follow_reads() { follows_reads_ = true; }
+    void note_read(std::uint32_t index, bool is_written_value = true);
+    void note_write(std::uint32_t index) { was_written_[index] = true; }
+    [[nodiscard]] bool was_read(std::uint32_t index) const { return was_read_[index]; }
+    [[nodiscard]] bool was_written(std::uint32_t index) const { return was_written_[index]; }
 
 private:
     struct branch {
@@ -118,11 +126,11 @@ private:
 
     std::vector<object> objects_;
     std::vector<cell> cells_;
-    std::vector<std::uint32_t> last_read_;
-    std::vector<std::uint32_t> last_write_;
+    std::vector<bool> was_read_;
+    std::vector<bool> was_written_;
+    bool follows_reads_ = false;
     std::vector<branch> branches_;
     std::vector<logged> log_;
-    std::uint32_t clock_ = 0;
 };
 
 }  // namespace xfc::flow

@@ -150,7 +150,7 @@ void executor::create_globals() {
         } else if (const auto* function = llvm::dyn_cast<clang::FunctionDecl>(one)) {
             for (const clang::Decl* inner : function->decls()) {
                 const auto* local = llvm::dyn_cast<clang::VarDecl>(inner);
-                if (local != nullptr && local->isStaticLocal()) {
+                if (local != nullptr && (local->isStaticLocal() || local->hasExternalStorage())) {
                     create_static(*local);
                 }
             }
@@ -168,10 +168,12 @@ void executor::create_static(const clang::VarDecl& variable) {
         definition = key->getActingDefinition();
     }
     const clang::VarDecl& known = definition != nullptr ? *definition : *key;
-    if (known.getType()->isIncompleteType()) {
+    // The last declaration has the whole type: a size may come behind the first one.
+    const clang::QualType type = known.getMostRecentDecl()->getType();
+    if (type->isIncompleteType()) {
         return;  // an extern array without size; whoever uses it is refused
     }
-    const object_id id = create_object(known.getType(), known.getName().str(), range(known.getLocation()));
+    const object_id id = create_object(type, known.getName().str(), range(known.getLocation()));
     globals_[key] = id;
 }
 
@@ -222,6 +224,14 @@ void executor::initialize(const place& where, const clang::QualType& type, const
         initialize_from_list(where, type, *list);
         return;
     }
+    if (llvm::isa<clang::NoInitExpr>(inner)) {
+        return;  // keeps what the initializer in front gave it
+    }
+    if (const auto* update = llvm::dyn_cast<clang::DesignatedInitUpdateExpr>(inner)) {
+        initialize(where, type, *update->getBase());
+        initialize_from_list(where, type, *update->getUpdater());
+        return;
+    }
     if (llvm::isa<clang::ImplicitValueInitExpr>(inner)) {
         set_zero(where, type, range(initializer));
         return;
@@ -247,7 +257,7 @@ void executor::initialize_from_list(const place& where, const clang::QualType& t
         return;
     }
     if (const auto* array = context_.getAsConstantArrayType(type)) {
-        if (list.getNumInits() == 1 && llvm::isa<clang::StringLiteral>(list.getInit(0)->IgnoreParens())) {
+        if (list.isStringLiteralInit()) {
             initialize(where, type, *list.getInit(0));
             return;
         }
@@ -364,6 +374,12 @@ void executor::check_writable(const place& where, const asked_range& range) {
     }
 }
 
+/// That something may be stored there, told at the target.
+void executor::check_target(const place& where, const clang::Expr& target) {
+    check_place(where, bytes_of(target.getType()), range(target));
+    check_writable(where, range(target));
+}
+
 void executor::store(const place& where, const clang::QualType& type, const result& what, const asked_range& range) {
     if (type.isVolatileQualified()) {
         refuse(message_id::volatile_object, range, {"this"});
@@ -430,7 +446,6 @@ result executor::load(const place& where, const clang::QualType& type, const ask
     check_place(where, bytes, range);
     const std::uint32_t index = memory_.index_of(where);
     const cell found = memory_.read(where, bytes);
-    memory_.note_read(index);
     if (found.initial && memory_[where.object].kept_between_calls) {
         initial_reads_.emplace(index, range);
     }
@@ -438,10 +453,11 @@ result executor::load(const place& where, const clang::QualType& type, const ask
         refuse(message_id::read_as_other_type, range, {type.getUnqualifiedType().getAsString()});
     }
     check_set(where, found, range);
-    if (type->isPointerType()) {
-        return load_pointer(found, range);
-    }
-    return load_number(where, scalar_of(type, range), found, range);
+    const result given =
+        type->isPointerType() ? load_pointer(found, range) : load_number(where, scalar_of(type, range), found, range);
+    const auto input = unset_values_.find(index);
+    memory_.note_read(index, input == unset_values_.end() || given.number != input->second);
+    return given;
 }
 
 result executor::load_pointer(const cell& found, const asked_range& range) {

@@ -121,6 +121,7 @@ cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, 
     }
     cell both = yes;
     both.initial = yes.initial || no.initial;
+    both.last = std::max(yes.last, no.last);
     if (yes.set_when != always || no.set_when != always) {
         both.set_when = decisions_.choose(condition, conditions_.known_choice(decisions_, yes.set_when),
                                           conditions_.known_choice(decisions_, no.set_when));
@@ -130,6 +131,10 @@ cell executor::merged(value_id condition, std::uint32_t index, const cell& yes, 
         return both;
     }
     const bool with_input = yes.kind == cell_kind::unset || no.kind == cell_kind::unset;
+    if (with_input && (yes.kind == cell_kind::tail || no.kind == cell_kind::tail)) {
+        both.kind = cell_kind::tail;  // of a scalar whose head meets the input
+        return both;
+    }
     if (yes.kind == no.kind && yes.kind != cell_kind::number) {
         const bool pointers = yes.kind != cell_kind::tail && yes.kind != cell_kind::torn;
         both.kind = pointers ? cell_kind::unknown_pointer : cell_kind::torn;

@@ -119,6 +119,7 @@ program executor::run(const std::string& base_name) {
     initialize_globals();
     frames_.clear();
     if (older_) {
+        memory_.follow_reads();
         follow_whole_file(tops);
     } else {
         follow_function(*tops.front());
@@ -139,15 +140,16 @@ void executor::initialize_globals() {
     for (const auto& [id, variable] : ordered) {
         const clang::VarDecl* with_value = nullptr;
         const clang::Expr* initializer = variable->getAnyInitializer(with_value);
-        const bool constant = context_.getBaseElementType(variable->getType()).isConstQualified();
+        const clang::QualType type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[id].type));
+        const bool constant = context_.getBaseElementType(type).isConstQualified();
         const bool defined = variable->hasDefinition(context_) != clang::VarDecl::DeclarationOnly;
         if (initializer != nullptr) {
-            initialize({id, 0}, variable->getType(), *initializer);
+            initialize({id, 0}, type, *initializer);
         } else if (defined && (constant || !older_ || variable->isStaticLocal())) {
-            set_zero({id, 0}, with_value != nullptr ? with_value->getType() : variable->getType(), {});
+            set_zero({id, 0}, type, {});
         }
         memory_.begin_with(id, !older_ && !constant);
-        protect(id, variable->getType());
+        protect(id, type);
         if (older_ && !variable->isStaticLocal()) {
             add_variable(id, *variable);
         }
@@ -240,12 +242,12 @@ void executor::create_parameter(const clang::ParmVarDecl& declaration) {
     const object_id id = create_object(held, name, where);
     memory_.set_unset_rule(id, unset_rule::input);
     candidates_.push_back({id, name, type->isPointerType() && !constant, false});
+    protect(id, held);
     if (type->isPointerType()) {
         const object_id pointer = declare(declaration);
         store({pointer, 0}, type, {.is = result::kind::pointer, .where = {id, 0}}, where);
     } else {
         frames_.back().locals[&declaration] = id;
-        protect(id, type);
     }
     clang::Qualifiers qualifiers;
     std::string text = name;
@@ -299,7 +301,8 @@ bool executor::is_output(const candidate& variable, const port_place& one) const
     if (variable.is_result) {
         return true;
     }
-    return variable.may_be_output && memory_.was_written(index) && !(older_ && memory_.read_since_written(index));
+    return variable.may_be_output && memory_.was_written(index) &&
+           !(older_ && memory_.at(index).last == last_value::read);
 }
 
 value_id executor::output_value(const port_place& one) {

@@ -78,6 +78,32 @@ TEST(flow_messages, what_no_longer_exists_or_is_const_is_refused_through_pointer
     }
 }
 
+TEST(flow_messages, what_is_not_what_its_name_says_is_refused) {
+    const auto refused = [](const std::string& program, const std::string& message) {
+        return messages_of("x.c", program).find("[" + message + "]") != std::string::npos;
+    };
+    for (const std::string head : {"int inv(int);", "float floor(int);", "int fmax(int, int);", "long sqrt();",
+                                   "float ldexp(float, float);", "_Bool fabs(_Bool);", "int pow(int, int);"}) {
+        const std::string name = head.substr(head.find(' ') + 1, head.find('(') - head.find(' ') - 1);
+        const std::string arguments = head.find(',') != std::string::npos ? "(x, x)" : "(x)";
+        EXPECT_TRUE(refused(head + " int f(int x) { return " + name + arguments + "; }", "no-body")) << head;
+    }
+    for (const std::string text :
+         {"static int get(int w, const int m[][w]) { return m[1][2]; } int f(const int m[2][3]) { return get(3, m); }",
+          "int f(const int m[2][3]) { int n = 3; const int (*p)[n] = m; p++; return (*p)[1]; }",
+          "int f(const int m[2][3]) { int n = 3; const int (*p)[n] = m, (*q)[n] = m; return p - q; }"}) {
+        EXPECT_TRUE(refused(text, "variable-size")) << text;
+    }
+    for (const std::string text : {"int *p = (int[]){0, 1}; int f(int x) { p[0] += x; return p[0]; }",
+                                   "static struct { int n, *b; } q = {0, (int[4]){0}}; int f(int x) { int old = "
+                                   "q.b[0]; q.b[0] = x; return old; }"}) {
+        EXPECT_TRUE(refused(text, "kept-between-calls")) << text;
+    }
+    EXPECT_TRUE(refused("void f(const float *x, float *y) { *(float *)x = 1; *y = *x; }", "const"));
+    const std::string at_target = messages_of("x.c", "int f(int x) { int *p = 0; *p = x + 1; return x; }");
+    EXPECT_TRUE(at_target.starts_with("x.c:1:28: error: this pointer points nowhere")) << at_target;
+}
+
 TEST(flow_messages, what_only_seems_to_be_guarded_is_refused) {
     const auto refused = [](const std::string& program, const std::string& message) {
         return messages_of("x.c", program).find("[" + message + "]") != std::string::npos;

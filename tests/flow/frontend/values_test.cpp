@@ -159,6 +159,77 @@ TEST(flow_values, counters_that_are_set_leave_their_loops) {
     }
 }
 
+TEST(flow_values, structures_of_mixed_sizes_are_written_under_conditions) {
+    const std::string members =
+        "struct s { double d; float f; }; double f(struct s a, int k) { if (k > 0) a.d = 1; return a.d + a.f; }";
+    EXPECT_EQ(result_of(members, {{"a_d", 7}, {"a_f", 0.5}, {"k", 0}}), 7.5);
+    EXPECT_EQ(result_of(members, {{"a_d", 7}, {"a_f", 0.5}, {"k", 1}}), 1.5);
+    const std::string either =
+        "struct s { int i; short h; }; void f(struct s a[1], int k) { if (k > 0) a->i = 1; else a->h = 3; }";
+    EXPECT_EQ(result_of(either, {{"a_0_i_in", 7}, {"a_0_h_in", 5}, {"k", 0}}, "a_0_i_out"), 7);
+    EXPECT_EQ(result_of(either, {{"a_0_i_in", 7}, {"a_0_h_in", 5}, {"k", 0}}, "a_0_h_out"), 3);
+}
+
+TEST(flow_values, declarations_of_one_array_are_taken_together) {
+    EXPECT_EQ(result_of("extern const float c[]; const float c[2] = {1, 4}; float f(float x) { return c[1] * x; }",
+                        {{"x", 3}}),
+              12);
+    EXPECT_EQ(result_of("int u[]; int u[2]; int f(int x) { return u[1] + x; }", {{"x", 3}}), 3);
+    EXPECT_EQ(result_of("extern float c[]; float c[3]; float f(float x) { c[2] = x; return c[2]; }", {{"x", 3}}), 3);
+    EXPECT_EQ(result_of("extern int t[4]; int t[] = {1, 2, 3, 4}; int f(int x) { return t[3] + x; }", {{"x", 3}}), 7);
+    EXPECT_EQ(result_of("int q = 5; int f(int x) { extern int q; return q + x; }", {{"x", 3}}), 8);
+}
+
+TEST(flow_values, initializers_of_every_shape) {
+    EXPECT_EQ(result_of("static const char t[1][4] = {\"abc\"}; int f(int x) { return t[0][1] + x; }", {{"x", 0}}),
+              'b');
+    EXPECT_EQ(
+        result_of("int f(int x) { char u[2][1][4] = {{\"abc\"}, {\"de\"}}; char v[] = {\"xyz\"}; return u[1][0][1] "
+                  "* v[2] + x; }",
+                  {{"x", 0}}),
+        'e' * 'z');
+    EXPECT_EQ(
+        result_of("struct i { int a, b; }; struct o { struct i s; int c, d[3]; }; int f(int x) { struct i p = {x, 2}; "
+                  "struct o y = {.s = p, .s.b = 5, .c = 7, .d = {1, 2, 3}, .d[1] = x}; return y.s.a * 10000 + y.s.b "
+                  "* 1000 + y.c * 100 + y.d[1] * 10 + y.d[2]; }",
+                  {{"x", 4}}),
+        45743);
+    EXPECT_EQ(
+        result_of("int f(int x) { int *q[3], i = 0, s = 0; while (i < 3 && (q[i] = &(int){x + i}, ++i)) s = 10 * s + "
+                  "*q[0]; return s; }",
+                  {{"x", 1}}),
+        123);
+}
+
+TEST(flow_values, the_library_may_be_declared_by_hand) {
+    EXPECT_EQ(
+        result_of("void *memcpy(void *, const void *, unsigned); int abs(int); int f(int x) { int y; memcpy(&y, &x, "
+                  "sizeof y); return abs(y) + __func__[0]; }",
+                  {{"x", -3}}),
+        3 + 'f');
+    EXPECT_EQ(
+        result_of("#include <string.h>\nint f(const unsigned x[2]) { int y[2]; long z[2]; memcpy(y, x, sizeof y); "
+                  "memcpy(z, y, sizeof z); return z[1] / 2 + y[0]; }",
+                  {{"x_0", 1}, {"x_1", -7}}),
+        -2);
+    EXPECT_EQ(
+        result_of("float scalbnf(float, int); float f(float x, int n) { return scalbnf(x, n); }", {{"x", 3}, {"n", 2}}),
+        12);
+}
+
+TEST(flow_values, an_output_of_a_whole_file_is_what_no_way_reads) {
+    const std::string chain =
+        "float level, peak, gain; main() { if (level > peak) peak = level; else if (peak > 4) gain = peak; }";
+    const port_numbers inputs = {{"level", 3}, {"peak_in", 5}, {"gain_in", 2}};
+    EXPECT_EQ(result_of(chain, inputs, "peak_out"), 5);
+    EXPECT_EQ(result_of(chain, inputs, "gain_out"), 5);
+    EXPECT_EQ(result_of(chain, {{"level", 9}, {"peak_in", 5}, {"gain_in", 2}}, "peak_out"), 9);
+    const program inner =
+        followed("float a, c, y; main() { float t; if (c > 0) { t = a; y = t; } else { t = 2; y = t; } }");
+    ASSERT_EQ(inner.values.outputs().size(), 1U);
+    EXPECT_EQ(inner.values.outputs()[0].name, "y");
+}
+
 TEST(flow_values, pointers_follow_what_still_exists) {
     EXPECT_EQ(result_of("float f(float x) { float *p = &x; { float y = 2; *p = x + y; } return *p; }", {{"x", 1}}), 3);
     EXPECT_EQ(result_of("static void add(const float k, float *p) { for (int i = 0; i < 3; i++) { float *q = p; *q += "
