@@ -36,8 +36,10 @@ bus_bits dp_exp(const component_generics&, const component_operands& operands) {
         slice(fixed, fixed_bits, fixed_bits + 1 - top_bits) ^ (bus_bits{1} << static_cast<unsigned>(top_bits - 1));
     const bus_bits whole = (top * log2_e + whole_offset) >> 16U;
 
-    // reduce: what the power leaves of the operand, modulo 1
+    // power: its logarithm, modulo 1
     const bus_bits power = slice(whole * ln_2, ln_2_bits - 1, ln_2_bits - point_bits);
+
+    // reduce: what the power leaves of the operand, modulo 1
     const bus_bits reduced = (fixed + offset - power) & low_ones(point_bits);
 
     // look_up
@@ -54,8 +56,10 @@ bus_bits dp_exp(const component_generics&, const component_operands& operands) {
     const bus_bits half_square = (rest_short * rest_short) >> 27U;
     const bus_bits small = (rest << 1U) + cubic + half_square;
 
-    // mixed: units of 2 ** -97, the sum of 2 ** -61
+    // mixed: units of 2 ** -97
     const bus_bits mixed = (slice(small, 44, 45 - mixed_bits) * slice(low, 51, 52 - mixed_bits)) >> 36U;
+
+    // factor: units of 2 ** -61
     const bus_bits factor = (low << 1U) + (small >> 1U) + mixed;
 
     // rise: units of 2 ** -113

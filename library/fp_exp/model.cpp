@@ -22,14 +22,13 @@ bus_bits fp_exp(const component_generics&, const component_operands& operands) {
     const bool beyond = exponent > 133;  // |x| from 128 on
     const bus_bits product = ((bus_bits{1} << 23U) | fraction) * log2_e;
 
-    // shift: to 133 as the exponent; a zero is shifted out
+    // coarse, fine: to 133 as the exponent, a zero is shifted out; a negative number is inverted, one unit below as the
+    // truncated positive one
     const std::int32_t difference = 133 - exponent;
     const bool far = difference > 63 || zero;
     const std::int32_t distance = far ? 63 : difference & 63;
     const bus_bits high = slice(product, product_bits - 1, product_bits - fixed_bits);
     const bus_bits shifted = distance >= fixed_bits ? 0 : high >> static_cast<unsigned>(distance);
-
-    // invert: one unit below the negative number, as the truncation is below the positive one
     const bus_bits fixed = sign ? ~shifted & low_ones(fixed_bits) : shifted;
 
     // look_up

@@ -8,7 +8,7 @@ bus_bits fp_invsqr(const component_generics&, const component_operands& operands
     constexpr std::int32_t short_bits = 12;     // of these for the curve
     constexpr std::int32_t level_bits = 27;     // behind the point
 
-    // unpack
+    // arrive, unpack
     const bus_layout layout = layout_of(bus_form::single_float, 32);
     const bool sign = bit(operands.aa, layout.sign - 1);
     const auto exponent = static_cast<std::int32_t>(field(operands.aa, layout.exponent));

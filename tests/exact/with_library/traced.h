@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -56,13 +57,18 @@ public:
     friend real sqrt(const real& a) {
         return from(std::sqrt(a.value_), a.error_ / (2 * std::sqrt(a.value_ - a.error_)), is_sign_known(a));
     }
-    friend real invsqr(const real& a) { return 1.0 / sqrt(a); }
-    friend real inv(const real& a) { return 1.0 / a; }
-    friend real exp(const real& a) { return from(std::exp(a.value_), std::exp(a.value_) * std::expm1(a.error_), true); }
+    friend real invsqr(const real& a) { return exactly(1) / sqrt(a); }
+    friend real inv(const real& a) { return exactly(1) / a; }
+    /// From 11,000 on, beyond every double, what a long double holds.
+    friend real exp(const real& a) {
+        const long double value = std::exp(std::min(a.value_, 11000.0L));
+        return from(value, value * std::expm1(a.error_), true);
+    }
     friend real log(const real& a) {
         return from(std::log(a.value_), a.error_ / (a.value_ - a.error_), is_sign_known(a));
     }
     friend real fabs(const real& a) { return {std::fabs(a.value_), a.error_, a.scale_}; }
+    friend real negate(const real& a) { return -a; }
     friend real ldexp(const real& a, int places) {
         return {std::ldexp(a.value_, places), std::ldexp(a.error_, places), std::ldexp(a.scale_, places)};
     }
@@ -108,7 +114,19 @@ bool agrees(ieee found, const real<ieee>& expected) {
     if (std::isnan(expected.value())) {
         return std::isnan(found);
     }
-    return std::fabs(found - expected.value()) <= expected.error() || !std::isfinite(expected.error());
+    if (!std::isfinite(expected.error())) {
+        return true;
+    }
+    const long double low = expected.value() - expected.error();
+    const long double high = expected.value() + expected.error();
+    // What is too large is infinite, what is below the normal numbers zero.
+    if (std::isinf(found)) {
+        return found > 0 ? high > std::numeric_limits<ieee>::max() : low < std::numeric_limits<ieee>::lowest();
+    }
+    if (found == 0) {
+        return low < std::numeric_limits<ieee>::min() && high > -std::numeric_limits<ieee>::min();
+    }
+    return low <= found && found <= high;
 }
 inline bool agrees(std::uint64_t bits, const real<float>& expected) {
     return agrees(std::bit_cast<float>(static_cast<std::uint32_t>(bits)), expected);

@@ -1,0 +1,7 @@
+/* xfc_divfp2x to an IEEE output. */
+double dividend, divisor, quotient;
+
+void double_quotient(void)
+{
+    quotient = dividend / divisor;
+}
