@@ -61,8 +61,8 @@ std::string writer::array_declaration() {
     const int size = static_cast<int>(below(3)) + 2;
     std::string text = name_of(type) + " " + name + "[" + (chance(20) ? "" : std::to_string(size)) + "] = {";
     if (chance(20)) {
-        text = name_of(type) + " " + name + "[] = { [" + std::to_string(size - 1) + "] = " + expression(type, 2) +
-               ", [0] = " + expression(type, 1) + " }";
+        text = in_order({name_of(type), " ", name, "[] = { [", std::to_string(size - 1), "] = ", expression(type, 2),
+                         ", [0] = ", expression(type, 1), " }"});
     } else {
         text += listed(std::vector<kind>(static_cast<std::size_t>(size), type), 1) + "}";
     }
@@ -127,8 +127,8 @@ std::string writer::record_declaration() {
 std::string writer::records_declaration() {
     const record_type& type = one_of(record_types_);
     const std::string name = fresh("r");
-    const std::string text = line("struct " + type.tag + " " + name + "[2] = { " + record_list(type, 1) + ", " +
-                                  record_list(type, 1) + " };");
+    const std::string text = line(in_order(
+        {"struct ", type.tag, " ", name, "[2] = { ", record_list(type, 1), ", ", record_list(type, 1), " };"}));
     know(record{name + "[0]", &type});
     know(record{name + "[1]", &type});
     return text;

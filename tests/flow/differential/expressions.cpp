@@ -241,7 +241,10 @@ std::string writer::converted(const readable& from, kind to) {
     return cast + "fmin" + f + "(fmax" + f + "(" + from.text + ", " + lowest + f + "), 1e6" + f + ")";
 }
 
-std::string writer::condition(int depth) { return fill(draw(of_conditions).text, any_kind(), depth); }
+std::string writer::condition(int depth) {
+    const production& row = draw(of_conditions);
+    return fill(row.text, any_kind(), depth);
+}
 
 std::string writer::expression(kind type, int depth) {
     if (depth <= 0 || cost_ > most_operations || chance(12)) {

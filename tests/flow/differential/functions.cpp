@@ -99,7 +99,7 @@ std::string writer::body(int statements, const std::string& result) {
     std::string text;
     indent_ = 1;
     for (int count = 0; count < statements; ++count) {
-        text += statement(1) + (chance(30) ? leave() : "");
+        text += in_order({statement(1), chance(30) ? leave() : ""});
     }
     ways_out_ = {};
     return text;
@@ -213,7 +213,7 @@ void writer::write_procedure() {
     }
     cost_ = cost_before;
     indent_ = 1;
-    std::string inside = line("*to = " + expression(made.through, 2) + ";") + body(2, "void");
+    const std::string inside = in_order({line("*to = " + expression(made.through, 2) + ";"), body(2, "void")});
     made.cost = cost_ - cost_before + 1;
     text_ += "static void " + made.name + "(" + name_of(made.through) + " *to, struct " + type.tag +
              " *all, float h)\n{\n" + inside + "}\n\n";

@@ -2,6 +2,7 @@
 
 #include "flow/differential/program_writer.h"
 
+#include <algorithm>
 #include <array>
 
 #include "flow/differential/writer.h"
@@ -109,6 +110,14 @@ std::string writer::suffix(kind type) const { return type == kind::single && inc
 
 std::string writer::line(const std::string& what) const {
     return std::string(static_cast<std::size_t>(indent_) * 4, ' ') + what + "\n";
+}
+
+std::string writer::in_order(std::initializer_list<std::string> parts) {
+    std::string text;
+    for (const std::string& part : parts) {
+        text += part;
+    }
+    return text;
 }
 
 void writer::know(const array& one) {

@@ -168,8 +168,8 @@ std::string writer::call_of_procedure() {
         fitting = {now_.records.back()};
     }
     cost_ += what.cost * weight_;
-    return text +
-           line(what.name + "(&" + through + ", &" + one_of(fitting).name + ", " + expression(kind::single, 2) + ");");
+    return text + line(in_order({what.name, "(&", through, ", &", one_of(fitting).name, ", ",
+                                 expression(kind::single, 2), ");"}));
 }
 
 /// A pointer that goes through an array.
@@ -225,7 +225,7 @@ std::string writer::leave() {
     if (ways.empty() || !chance(12)) {
         return {};
     }
-    return line("if (" + condition(1) + ")") + line("    " + one_of(ways));
+    return in_order({line("if (" + condition(1) + ")"), line("    " + one_of(ways))});
 }
 
 std::string writer::loop(int depth) {
@@ -260,9 +260,9 @@ std::string writer::loop(int depth) {
 }
 
 std::string writer::choice(int depth) {
-    std::string text = line("if " + condition(2) + " {") + block(static_cast<int>(below(2)) + 1, depth);
+    std::string text = in_order({line("if " + condition(2) + " {"), block(static_cast<int>(below(2)) + 1, depth)});
     if (chance(20)) {
-        text += line("} else if " + condition(1) + " {") + block(1, depth);
+        text += in_order({line("} else if " + condition(1) + " {"), block(1, depth)});
     }
     if (chance(50)) {
         text += line("} else {") + block(1, depth);
@@ -276,7 +276,8 @@ std::string writer::selection(int depth) {
     const std::size_t default_place = below(6);
     for (std::size_t place = 0; place < labels.size(); ++place) {
         if (place == default_place) {
-            text += line("default:") + line("{") + block(1, depth) + line("}") + (chance(60) ? line("    break;") : "");
+            text += in_order(
+                {line("default:"), line("{"), block(1, depth), line("}"), chance(60) ? line("    break;") : ""});
         }
         if (chance(70)) {
             text += line(std::string(labels.at(place)));

@@ -46,7 +46,7 @@ std::string writer::body_of_top() {
     std::string text;
     indent_ = 1;
     for (std::uint64_t count = below(6) + 3; count > 0; --count) {
-        text += statement(2) + leave();
+        text += in_order({statement(2), leave()});
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <iterator>
 #include <random>
 #include <span>
@@ -109,6 +110,8 @@ private:
     [[nodiscard]] std::string suffix(kind type) const;
     [[nodiscard]] std::string line(const std::string& what) const;
     std::string fresh(std::string_view stem) { return std::string(stem) + std::to_string(names_++); }
+    /// One behind the other; a list's parts are drawn from left to right by every compiler, a sum's are not.
+    [[nodiscard]] static std::string in_order(std::initializer_list<std::string> parts);
     void know(const array& one);
     void know(const record& one);
     std::vector<std::string> draw_options();
