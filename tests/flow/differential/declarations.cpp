@@ -48,7 +48,8 @@ std::string writer::declaration() {
 
 /// Types that are wrapped, and names for types.
 std::string writer::narrow_declaration() {
-    const narrow_type& drawn = one_of(narrow_types);
+    // Variables of an older program's main may be ports, which are reached by their addresses.
+    const narrow_type& drawn = whole_file_ ? narrow_types[below(std::size(narrow_types) - 1)] : one_of(narrow_types);
     const std::string name = fresh("n");
     const std::string value = expression(drawn.read_as, 3);
     now_.readables.push_back({name, drawn.read_as, true, std::string(drawn.name)});
@@ -143,7 +144,7 @@ std::string writer::union_declaration() {
         now_.readables.push_back({name + ".n", kind::whole});
         return text;
     }
-    const bool floating = chance(50);
+    const bool floating = whole_file_ || chance(50);  // a port is the first member
     const kind type = floating ? kind::single : kind::whole;
     const std::string member = floating ? ".f" : ".i";
     const std::string text =

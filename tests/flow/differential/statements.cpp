@@ -33,6 +33,7 @@ constexpr loop_row loops[] = {
     {"while (@++ < #) {", "}", "@ - 1", true},
     {"do {", "} while (++@ < #);", "@", true},
     {"while (@ - # ? ++@, 1 : 0) {", "}", "# - @", true},
+    {"for (int @ = 1 << #; @ >>= 1;) {", "}", "@ % #"},
     {"EACH(@, #) {", "}", "@"},
 };
 
@@ -218,6 +219,9 @@ std::string writer::leave() {
     if (ways_out_.loop) {
         ways.insert(ways.end(), {"break;", "continue;"});
     }
+    if (!ways_out_.finish.empty()) {
+        ways.push_back("{ " + ways_out_.finish + " continue; }");
+    }
     if (!ways_out_.result.empty()) {
         ways.push_back(ways_out_.result == "void" ? "return;"
                                                   : "return " + fill(ways_out_.result, kind::whole, 2) + ";");
@@ -235,6 +239,11 @@ std::string writer::loop(int depth) {
     const scope outside = now_;
     const ways_out ways_before = ways_out_;
     ways_out_.loop = true;
+    const auto rises_in = [](std::string_view text) {
+        return text.find("@ < #") != std::string_view::npos || text.find("@++ < #") != std::string_view::npos;
+    };
+    const bool rises = rises_in(row.head) || rises_in(row.foot);
+    ways_out_.finish = rises ? counter + " = " + std::to_string(rounds) + ";" : "";
     weight_ *= rounds;
     const std::string index = named(row.index, counter, std::to_string(rounds));
     now_.readables.push_back({"(int)(" + index + ")", kind::whole, false});
@@ -267,7 +276,8 @@ std::string writer::choice(int depth) {
     if (chance(50)) {
         text += line("} else {") + block(1, depth);
     }
-    return text + line("}");
+    text += line("}");
+    return text;
 }
 
 /// With default anywhere, and cases that fall through.

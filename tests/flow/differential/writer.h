@@ -94,6 +94,7 @@ private:
     /// How a block that is being written may be left.
     struct ways_out {
         bool loop = false;
+        std::string finish = {};  ///< sets the loop's counter to its end
         std::string result = {};  ///< a production, or void; none, no return
     };
 
