@@ -215,16 +215,19 @@ std::string writer::constant(kind type) {
     return "(" + result + (type == kind::single && !(bare_constants_ && chance(50)) ? "f)" : ")");
 }
 
-/// Later variables are read more often: they have more in them.
+/// Later variables are read more often, since they have more in them, and what is known at compile time seldom.
 std::string writer::leaf(kind type) {
+    const std::size_t known = globals_.readables.size();
+    const std::size_t from = now_.readables.size() > known && chance(85) ? known : 0;
     std::vector<std::string> fitting;
-    for (const readable& one : now_.readables) {
-        if (one.type == type) {
-            fitting.push_back(one.text);
+    for (std::size_t place = from; place < now_.readables.size(); ++place) {
+        if (now_.readables[place].type == type) {
+            fitting.push_back(now_.readables[place].text);
         }
     }
     if (fitting.empty() || chance(12)) {
-        return now_.readables.empty() || chance(40) ? constant(type) : converted(one_of(now_.readables), type);
+        return chance(30) ? constant(type)
+                          : converted(now_.readables[from + below(now_.readables.size() - from)], type);
     }
     const std::uint64_t one = below(fitting.size());
     return fitting[std::max(one, below(fitting.size()))];
