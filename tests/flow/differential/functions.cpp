@@ -9,7 +9,8 @@ namespace xfc::flow::test {
 namespace {
 
 constexpr std::string_view includes =
-    "#include <math.h>\n#include <stdbool.h>\n#include <stddef.h>\n#include <stdint.h>\n#include <stdlib.h>\n"
+    "#include <assert.h>\n#include <iso646.h>\n#include <math.h>\n#include <stdbool.h>\n#include <stddef.h>\n#include "
+    "<stdint.h>\n#include <stdlib.h>\n"
     "#include <string.h>\n#include <xfc.h>\n\n";
 
 constexpr std::string_view macros =

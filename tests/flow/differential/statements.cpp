@@ -173,6 +173,12 @@ std::string writer::call_of_procedure() {
                                  expression(kind::single, 2), ");"}));
 }
 
+/// What is known to hold builds nothing.
+std::string writer::assertion() {
+    const std::string held = fill("FEW == few || {c}", kind::single, 1);
+    return includes_ ? line("assert(" + held + ");") : line("(void)(" + held + ");");
+}
+
 /// A pointer that goes through an array.
 std::string writer::walk() {
     std::vector<array> arrays = now_.arrays;
@@ -303,7 +309,7 @@ std::string writer::statement(int depth) {
     using nesting = std::string (writer::*)(int);
     constexpr std::array<nesting, 5> nested{&writer::loop, &writer::loop, &writer::choice, &writer::choice,
                                             &writer::selection};
-    constexpr std::array<writing, 24> simple{&writer::assignment,
+    constexpr std::array<writing, 25> simple{&writer::assignment,
                                              &writer::assignment,
                                              &writer::assignment,
                                              &writer::assignment,
@@ -314,6 +320,7 @@ std::string writer::statement(int depth) {
                                              &writer::copy,
                                              &writer::call_of_procedure,
                                              &writer::walk,
+                                             &writer::assertion,
                                              &writer::declaration,
                                              &writer::declaration,
                                              &writer::declaration,

@@ -112,6 +112,14 @@ std::vector<std::string> writer::add_outputs(std::string& body) {
         }
         know(array{"y", type, 0, size});
     }
+    if (chance(15)) {
+        const kind type = any_kind();
+        parameters.push_back(name_of(type) + " plane[2][2]");
+        for (const char* place : {"[0][0]", "[0][1]", "[1][0]", "[1][1]"}) {
+            body += line("plane" + std::string(place) + " = " + expression(type, 1) + ";");
+        }
+        know(array{"plane", type, 2, 2});
+    }
     if (chance(25)) {
         const record_type& type = one_of(record_types_);
         parameters.push_back("struct " + type.tag + " *all");

@@ -151,6 +151,7 @@ private:
     std::string chained_assignment();
     std::string copy();
     std::string call_of_procedure();
+    std::string assertion();
     std::string walk();
     std::string block(int statements, int depth);
     std::string leave();
