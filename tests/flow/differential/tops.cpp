@@ -142,7 +142,6 @@ void writer::write_top_function() {
     parameters.insert(parameters.end(), outputs.begin(), outputs.end());
     const bool sets = !body.empty();
     std::string result;
-    std::string last;
     if (sets && chance(30)) {
         result = "void";
         ways_out_.result = "void";
