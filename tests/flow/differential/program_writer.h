@@ -2,17 +2,19 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace xfc::flow::test {
 
 /// A C program over the language that xfcflow takes: equal numbers give equal programs.
 struct written_program {
     std::string text = {};
-    bool c_constants = false;  ///< to be compiled with C's meaning of constants
+    std::vector<std::string> options = {};  ///< of xfcflow simulate
 };
 
-/// Loops, arrays, structures, functions, choices, integers and conversions, in either style of the top. Everything is
-/// set before it is read, divisors of integers are guarded, indices known; so every program is accepted.
+/// What docs/language.md names, in either style of the top. Everything is set before it is read, divisors of integers
+/// are not zero, what becomes an integer is in its range, indices and pointers are known; so every program is accepted
+/// and means the same on every host.
 [[nodiscard]] written_program write_program(std::uint64_t number);
 
 }  // namespace xfc::flow::test
