@@ -1,6 +1,9 @@
 #include <malloc.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <cstdint>
+#include <cstdlib>
 #include <iostream>
 #include <limits>
 #include <new>
@@ -12,13 +15,31 @@
 
 namespace {
 
+/// Asks for pages of 2 MB under the first part of the heap, which fill in a tenth less time than those of 4 KB. What is
+/// reserved is not memory before it is used; where there is no room for it, all stays as it is.
+void use_large_pages() {
+    constexpr std::uintptr_t page = 2 << 20;     // bytes
+    constexpr int reserved = 256 << 20;          // bytes
+    constexpr std::size_t beyond_now = 1 << 20;  // more than the heap has at the start
+    const auto start = reinterpret_cast<std::uintptr_t>(sbrk(0));
+    mallopt(M_TOP_PAD, reserved);
+    void* volatile taken = std::malloc(beyond_now);  // volatile: the compiler leaves out what nobody uses
+    std::free(taken);
+    const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0));
+    const std::uintptr_t first = (start + page - 1) / page * page;
+    if (first < end) {
+        madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    }
+}
+
 /// A compilation takes memory and ends: giving parts of it back on the way, or keeping the threads' apart, takes time.
 void keep_memory() {
     constexpr int step = 4 << 20;  // bytes taken at once
     mallopt(M_ARENA_MAX, 1);
-    mallopt(M_TOP_PAD, step);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
     mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the most that it takes
+    use_large_pages();
+    mallopt(M_TOP_PAD, step);
 }
 
 }  // namespace
