@@ -144,7 +144,9 @@ constexpr message_row rows[] = {
     {id::csv_missing, "csv-missing", error, "input port '%0' has no column", "give every input port one column"},
     {id::csv_fields, "csv-fields", error, "%0 fields under a header of %1", "write one number for each column"},
     {id::csv_number, "csv-number", error, "'%0' is no %1 number",
-     "numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits, booleans are 0 or 1"},
+     "numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers as 12, -3 or 0x1F, booleans as 0 or 1"},
+    {id::csv_range, "csv-range", error, "'%0' does not fit into port '%1', which is %2 in C",
+     "write a number from %3 to %4"},
     {id::same_file, "same-file", error, "'%0' would be written over what is read", "choose another name"},
     {id::result_outside, "result-outside", error,
      "output '%0' is farther from the exact result than its operations allow: %1",
@@ -157,6 +159,8 @@ constexpr message_row rows[] = {
      "leave it out, or let an output depend on it"},
     {id::elements_without_effect, "no-effect-of", warning, "no output depends on %0: %1",
      "leave out what is not needed, or let an output depend on it"},
+    {id::host_refuses, "host-refuses", warning, "nothing is compared with the C program: %0",
+     "the results are held against the exact ones all the same"},
 
     {id::constant_format, "constant-format", note,
      "this constant without suffix takes the other operand's format, single, where C computes in double%0",
@@ -165,6 +169,8 @@ constexpr message_row rows[] = {
     {id::input_and_output, "in-out", note, "'%0' is read before it is written: ports %1 and %2", ""},
     {id::port_renamed, "renamed", note, "port '%0' is called '%1' in hardware", ""},
     {id::design_renamed, "design-renamed", note, "design '%0' is called '%1' in hardware", ""},
+    {id::language_left_out, "left-out", note, "%0 is not installed: the design in %1 is not simulated",
+     "install it with: apt-get install %2"},
 
     {id::set_only_here, "only-here", note, "depends on this condition", ""},
     {id::called_from, "called", note, "in the call of '%0'", ""},

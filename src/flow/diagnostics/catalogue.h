@@ -93,6 +93,7 @@ enum class message_id : std::uint8_t {
     csv_missing,
     csv_fields,
     csv_number,
+    csv_range,
     same_file,
     result_outside,
     c_differs,
@@ -100,12 +101,14 @@ enum class message_id : std::uint8_t {
     unused_variable,
     input_without_effect,
     elements_without_effect,
+    host_refuses,
     // notes
     constant_format,
     functions_in_order,
     input_and_output,
     port_renamed,
     design_renamed,
+    language_left_out,
     // additions to another message
     set_only_here,
     called_from,

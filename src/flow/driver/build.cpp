@@ -68,7 +68,7 @@ bool keeps_what_is_read(const compilation_state& state, const std::vector<std::s
 }
 
 std::vector<language> languages_of(const command_line& line) {
-    if (line.languages == "both") {
+    if (line.languages.empty() || line.languages == "both") {
         return {language::vhdl, language::verilog};
     }
     return {line.languages == "vhdl" ? language::vhdl : language::verilog};

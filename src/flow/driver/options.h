@@ -16,7 +16,7 @@ struct command_line {
     std::string top = {};
     std::string dump = {};  ///< the stage to show
     std::string colour = "auto";
-    std::string languages = "both";
+    std::string languages = {};    ///< empty: both
     std::string folder = ".";      ///< where `build` writes
     std::string file = {};         ///< what `view` writes; empty: the design's name
     std::string driver = {};       ///< the language of a model for the host; empty: none

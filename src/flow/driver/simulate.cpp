@@ -33,10 +33,12 @@ using json = nlohmann::ordered_json;
 /// Verilog bench says it with $dumpvars.
 constexpr std::string_view wave_selection = "$ version 1.1\n/xfc_bench/*\n/xfc_bench/under_test/*\n";
 
-/// The simulators to run: the one that is named, or the first one installed that speaks a language that is asked for.
+/// The simulators to run: the one that is named, or the first one installed for each language that is asked for. Where
+/// nobody asks for a language, one that none speaks is left out as long as there is another.
 std::vector<const simulator_row*> chosen_simulators(const command_line& line, diagnostics& messages) {
     const std::vector<language> wanted = languages_of(line);
     std::vector<const simulator_row*> chosen;
+    std::vector<const simulator_row*> left_out;  // the first of each language that none installed speaks
     if (line.simulator == "none") {
         if (!line.wave.empty()) {
             messages.report(message_id::no_waveforms, {});
@@ -57,7 +59,16 @@ std::vector<const simulator_row*> chosen_simulators(const command_line& line, di
         if (first != nullptr) {
             chosen.push_back(first);
         } else if (missing != nullptr) {
-            messages.report(message_id::no_simulator, {}, {missing->program, missing->package});
+            left_out.push_back(missing);
+        }
+    }
+    const bool is_enough = !chosen.empty() && line.languages.empty();
+    for (const simulator_row* row : left_out) {
+        if (is_enough) {
+            messages.report(message_id::language_left_out, {},
+                            {row->program, row->lang == language::vhdl ? "VHDL" : "Verilog", row->package});
+        } else {
+            messages.report(message_id::no_simulator, {}, {row->program, row->package});
         }
     }
     if (chosen.empty() && !messages.has_errors()) {
@@ -283,6 +294,9 @@ private:
         }
         report_faults(rows, messages_);
         report_["host"] = {{"compiler", host.compiler}, {"ran", host.why_not.empty()}};
+        if (host.failed) {
+            messages_.report(message_id::host_refuses, {}, {host.why_not});
+        }
         if (!host.why_not.empty()) {
             report_["host"]["why_not"] = host.why_not;
             text_ += "  no figures of C: " + host.why_not + "\n";

@@ -116,6 +116,7 @@ private:
         std::string access;
         bool may_be_output;
         bool is_result;
+        std::uint32_t function = 0;  ///< of a result: the place of its function among those that run
     };
 
     struct leaf {
@@ -128,6 +129,8 @@ private:
     void follow_function(const clang::FunctionDecl& function);
     void follow_whole_file(const std::vector<const clang::FunctionDecl*>& functions);
     void create_parameter(const clang::ParmVarDecl& declaration);
+    void describe_object(clang::QualType held, parameter& described) const;
+    [[nodiscard]] std::string type_text(const clang::QualType& type, bool& has_own_type) const;
     void run_top_body(const clang::FunctionDecl& function);
     void add_variable(object_id id, const clang::VarDecl& variable);
     void initialize_globals();

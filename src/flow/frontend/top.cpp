@@ -211,8 +211,14 @@ void executor::run_top_body(const clang::FunctionDecl& function) {
         return memory_.at(memory_.index_of(one.where)).kind != cell_kind::unset;
     });
     if (given) {
-        program_.result_type = type.getUnqualifiedType().getAsString();
-        candidates_.push_back({returned.object, "result", true, true});
+        bool has_own_type = false;
+        program_.result_type = type_text(type, has_own_type);
+        const auto found = std::find(program_.functions.begin(), program_.functions.end(), function.getName().str());
+        candidates_.push_back({.object = returned.object,
+                               .access = "result",
+                               .may_be_output = true,
+                               .is_result = true,
+                               .function = static_cast<std::uint32_t>(found - program_.functions.begin())});
     }
 }
 
@@ -220,12 +226,19 @@ void executor::run_top_body(const clang::FunctionDecl& function) {
 void executor::create_parameter(const clang::ParmVarDecl& declaration) {
     const std::string name = declaration.getName().str();
     const asked_range where = range(declaration.getLocation());
-    if (name.empty()) {
-        return;  // nothing can reach it
-    }
     const clang::QualType written = declaration.getOriginalType();
     const clang::QualType type = declaration.getType();
     clang::QualType held = type;
+    if (name.empty()) {  // nothing can reach it
+        parameter unnamed;
+        if (type->isPointerType()) {
+            unnamed.element = "void*";
+        } else {
+            describe_object(type, unnamed);
+        }
+        program_.parameters.push_back(std::move(unnamed));
+        return;
+    }
     if (written->isArrayType() && !written->isConstantArrayType()) {
         refuse(message_id::parameter_size, where, {name});
     }
@@ -249,13 +262,36 @@ void executor::create_parameter(const clang::ParmVarDecl& declaration) {
     } else {
         frames_.back().locals[&declaration] = id;
     }
-    clang::Qualifiers qualifiers;
-    std::string text = name;
+    parameter described{.name = name, .by_address = type->isPointerType() && !written->isArrayType()};
+    describe_object(held, described);
+    program_.parameters.push_back(std::move(described));
+}
+
+/// How an object of this type is declared, without qualifiers.
+void executor::describe_object(clang::QualType held, parameter& described) const {
+    while (const auto* array = context_.getAsConstantArrayType(held)) {
+        described.sizes.append("[").append(std::to_string(array->getSize().getZExtValue())).append("]");
+        held = array->getElementType();
+    }
+    described.element = type_text(held, described.has_own_type);
+}
+
+/// A type as C writes it behind the whole file, without qualifiers and by way of no names that could mean something
+/// else there. Enumerations are the integers that they are; structures that cannot be named there are written out.
+std::string executor::type_text(const clang::QualType& type, bool& has_own_type) const {
+    clang::QualType plain = type.getCanonicalType().getUnqualifiedType();
+    if (const auto* enumeration = llvm::dyn_cast<clang::EnumType>(plain)) {
+        const clang::QualType integer = enumeration->getDecl()->getIntegerType();
+        plain = integer.isNull() ? context_.IntTy : integer.getCanonicalType();
+    }
     clang::PrintingPolicy policy = context_.getPrintingPolicy();
     policy.Bool = false;  // _Bool, whether the reader has the macro bool or not
-    context_.getUnqualifiedArrayType(held, qualifiers).getAsStringInternal(text, policy);
-    program_.parameters.push_back(
-        {.name = name, .declaration = text, .by_address = type->isPointerType() && !written->isArrayType()});
+    if (const auto* record = plain->getAsRecordDecl()) {
+        const bool has_name = record->getIdentifier() != nullptr || record->getTypedefNameForAnonDecl() != nullptr;
+        has_own_type = !has_name || !record->getDeclContext()->isTranslationUnit();
+        policy.IncludeTagDefinition = has_own_type;
+    }
+    return plain.getAsString(policy);
 }
 
 void executor::list_ports(const clang::QualType& type, const place& where, const std::string& name,
@@ -339,7 +375,10 @@ void executor::finish_graph() {
                                    .c_access = place.access,
                                    .where = one.where,
                                    .value = what,
-                                   .returned = variable.is_result});
+                                   .returned = variable.is_result,
+                                   .returned_by = variable.function,
+                                   .c_bytes = place.type.bytes,
+                                   .c_signed = place.type.is_signed});
                 is_port[index] = true;
             }
         }
@@ -384,7 +423,9 @@ void executor::finish_graph() {
                               .c_type = place.c_type,
                               .c_access = place.access,
                               .where = where,
-                              .value = found->second});
+                              .value = found->second,
+                              .c_bytes = place.type.bytes,
+                              .c_signed = place.type.is_signed});
             is_port[index] = true;
         }
     }

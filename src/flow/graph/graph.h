@@ -51,7 +51,10 @@ struct port {
     std::string c_access = {};  ///< how C reaches the element: "x[0]", "p.re", "*y", "result.im"
     source_range where = {};    ///< the declaration
     value_id value = no_value;
-    bool returned = false;  ///< of what the top returns, not of a variable
+    bool returned = false;          ///< of what the top returns, not of a variable
+    std::uint32_t returned_by = 0;  ///< then the place of the function among those that run
+    std::uint32_t c_bytes = 4;      ///< of integers: what the C type has
+    bool c_signed = true;           ///< of integers: whether the C type has negative numbers
 };
 
 /// One call of an inlined function.

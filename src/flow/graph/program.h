@@ -17,9 +17,11 @@ enum class top_style : std::uint8_t {
 
 /// A parameter of the top as the C program declares it, for whoever calls the program as C.
 struct parameter {
-    std::string name = {};
-    std::string declaration = {};  ///< of an object that can be given: "float x[8]", "struct point p", "float y"
-    bool by_address = false;       ///< the call takes the object's address: a pointer to one element
+    std::string name = {};      ///< empty where it has none
+    std::string element = {};   ///< type of the object that can be given, or of its elements: "float", "struct point"
+    std::string sizes = {};     ///< "[8]", "[2][3]"; empty where the object is no array
+    bool by_address = false;    ///< the call takes the object's address: a pointer to one element
+    bool has_own_type = false;  ///< which nothing outside the parameters can name; `element` is its whole definition
 };
 
 /// A C program as hardware sees it: what enters, what leaves, and how one comes from the other.

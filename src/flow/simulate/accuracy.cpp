@@ -25,7 +25,7 @@ std::string inputs_text(const graph& source, const std::vector<std::uint64_t>& i
     std::string text;
     for (std::size_t place = 0; place < inputs.size(); ++place) {
         const port& one = source.inputs()[place];
-        text += (place == 0 ? "" : " ") + one.name + "=" + c_text(one.format, inputs[place]);
+        text += (place == 0 ? "" : " ") + one.name + "=" + c_text(one, inputs[place]);
     }
     return text;
 }
@@ -73,14 +73,15 @@ public:
 
     /// `expected`: C's arithmetic over the program as it was understood; `either_zero`: a zero of any sign will do.
     void count_c(std::size_t number, std::uint64_t expected, bool either_zero) {
-        const number_format format = asked_.source.outputs()[place_].format;
+        const port& output = asked_.source.outputs()[place_];
+        const number_format format = output.format;
         const std::uint64_t of_host = (*asked_.of_host)[number][place_];
         const bool same = of_host == expected || (is_nan(format, of_host) && is_nan(format, expected)) ||
                           (either_zero && is_zero(format, of_host));
         if (!same) {
             if (row_.c_differs == 0) {
                 row_.c_differs_at =
-                    inputs(number) + ": C " + c_text(format, of_host) + ", understood " + c_text(format, expected);
+                    inputs(number) + ": C " + c_text(output, of_host) + ", understood " + c_text(output, expected);
             }
             ++row_.c_differs;
         }
@@ -121,9 +122,9 @@ std::string ulp_text(double what) {
 
 }  // namespace
 
-std::string c_text(number_format format, std::uint64_t bits) {
+std::string c_text(const port& where, std::uint64_t bits) {
     char text[64];
-    switch (format) {
+    switch (where.format) {
         case number_format::single_float:
             (void)std::snprintf(text, sizeof text, "%a",
                                 static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits))));
@@ -131,11 +132,17 @@ std::string c_text(number_format format, std::uint64_t bits) {
         case number_format::double_float:
             (void)std::snprintf(text, sizeof text, "%a", std::bit_cast<double>(bits));
             break;
-        default:
-            (void)std::snprintf(text, sizeof text, "%d", static_cast<std::int32_t>(bits));
-            break;
+        case number_format::boolean:
+            return bits != 0 ? "1" : "0";
+        case number_format::integer: {
+            // A narrower type takes the low bits.
+            const std::uint32_t unused = 32 - 8 * where.c_bytes;
+            const std::uint32_t high = static_cast<std::uint32_t>(bits) << unused;
+            return where.c_signed ? std::to_string(static_cast<std::int32_t>(high) >> unused)
+                                  : std::to_string(high >> unused);
+        }
     }
-    return is_nan(format, bits) ? "nan" : text;
+    return is_nan(where.format, bits) ? "nan" : text;
 }
 
 std::vector<output_accuracy> accuracy_of(const accuracy_question& asked) {

@@ -52,7 +52,7 @@ struct accuracy_question {
 void report_faults(const std::vector<output_accuracy>& rows, diagnostics& messages);
 
 /// A number as C writes it: hexadecimal for floating ones, nan and inf as C prints them.
-[[nodiscard]] std::string c_text(number_format format, std::uint64_t bits);
+[[nodiscard]] std::string c_text(const port& where, std::uint64_t bits);
 
 /// The table that people read.
 [[nodiscard]] std::string accuracy_table(const std::vector<output_accuracy>& rows);

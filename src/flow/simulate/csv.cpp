@@ -118,11 +118,13 @@ private:
         }
         std::vector<std::uint64_t> vector(columns_.size(), 0);
         for (std::size_t column = 0; column < fields.size(); ++column) {
-            const number_format format = source_.inputs()[columns_[column]].format;
-            const auto bits = is_floating(format) ? floating(fields[column].text, format) : whole(fields[column].text);
-            if (!bits || (format == number_format::boolean && *bits > 1)) {
-                messages_.report(message_id::csv_number, fields[column].where,
-                                 {fields[column].text, format_name(format)});
+            const port& input = source_.inputs()[columns_[column]];
+            const field& here = fields[column];
+            const auto bits = is_floating(input.format) ? floating(here.text, input.format) : whole(here, input);
+            if (!bits) {
+                if (is_floating(input.format)) {
+                    messages_.report(message_id::csv_number, here.where, {here.text, format_name(input.format)});
+                }
                 return false;
             }
             vector[columns_[column]] = *bits;
@@ -131,8 +133,9 @@ private:
         return true;
     }
 
-    /// -2147483648 to 4294967295, decimal or hexadecimal.
-    static std::optional<std::uint64_t> whole(std::string_view text) {
+    /// What the port's C type holds, decimal or hexadecimal. Says here what else it is.
+    std::optional<std::uint64_t> whole(const field& here, const port& input) {
+        std::string_view text = here.text;
         const bool negative = text.starts_with('-');
         if (negative || text.starts_with('+')) {
             text.remove_prefix(1);
@@ -144,8 +147,19 @@ private:
         std::uint64_t number = 0;
         const auto [end, failure] =
             std::from_chars(text.data(), text.data() + text.size(), number, hexadecimal ? 16 : 10);
-        if (text.empty() || failure != std::errc{} || end != text.data() + text.size() ||
-            number > (negative ? 0x80000000U : 0xFFFFFFFFU)) {
+        const bool is_long = failure == std::errc::result_out_of_range;
+        if (text.empty() || end != text.data() + text.size() || (failure != std::errc{} && !is_long)) {
+            messages_.report(message_id::csv_number, here.where, {here.text, format_name(input.format)});
+            return std::nullopt;
+        }
+        const bool is_boolean = input.format == number_format::boolean;
+        const std::uint32_t bits = is_boolean ? 1 : 8 * input.c_bytes - (input.c_signed ? 1 : 0);
+        const std::uint64_t most = (std::uint64_t{1} << bits) - 1;
+        const std::uint64_t least = input.c_signed && !is_boolean ? most + 1 : 0;  // below zero
+        if (is_long || number > (negative ? least : most)) {
+            messages_.report(message_id::csv_range, here.where,
+                             {here.text, input.name, is_boolean ? "bool" : input.c_type,
+                              (least == 0 ? "" : "-") + std::to_string(least), std::to_string(most)});
             return std::nullopt;
         }
         return static_cast<std::uint32_t>(negative ? 0 - number : number);
@@ -204,7 +218,7 @@ std::string csv_of_outputs(const graph& source, const std::vector<std::vector<st
     text += '\n';
     for (const std::vector<std::uint64_t>& outputs : results) {
         for (std::size_t place = 0; place < outputs.size(); ++place) {
-            text += (place == 0 ? "" : ",") + c_text(source.outputs()[place].format, outputs[place]);
+            text += (place == 0 ? "" : ",") + c_text(source.outputs()[place], outputs[place]);
         }
         text += '\n';
     }

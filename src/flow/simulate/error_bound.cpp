@@ -185,6 +185,7 @@ value_bound choice_bound(const bounded_number& result, std::span<const bounded_n
         const bounded_number& taken = in[0].number != 0 ? in[1] : in[2];
         bound = taken.bound;
         bound.range_before = bound.range_before || in[0].bound.range_before;
+        bound.subnormal = bound.subnormal || in[0].bound.subnormal;
         bound.undecided = bound.undecided || in[0].bound.undecided;
         return bound;
     }
@@ -222,6 +223,7 @@ long double largest_finite(number_format format) {
 value_bound bound_of_input(const bounded_number& input) {
     value_bound bound{.scale = std::fabs(input.number), .sign_is_known = true};
     const bool subnormal = is_floating(input.format) && std::fabs(input.number) < smallest_normal(input.format);
+    bound.subnormal = subnormal && !input.exact_zero;
     bound.radius = subnormal ? std::fabs(input.number) : 0;
     return bound;
 }
@@ -233,6 +235,7 @@ value_bound bound_of(operation op, const bounded_number& result, std::span<const
     bool special = !std::isfinite(result.number);
     for (const bounded_number& one : in) {
         bound.range_before = bound.range_before || one.bound.range_before || one.bound.out_of_range;
+        bound.subnormal = bound.subnormal || one.bound.subnormal;
         bound.undecided = bound.undecided || one.bound.undecided;
         open = open || is_open(one);
         special = special || !std::isfinite(one.number);

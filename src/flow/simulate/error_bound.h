@@ -15,6 +15,7 @@ struct value_bound {
     long double scale = 0.0L;
     bool out_of_range = false;   ///< the value itself is too large or too small for its format
     bool range_before = false;   ///< an operand was, or one of its operands
+    bool subnormal = false;      ///< comes from an input that is below the smallest normal number and may be a zero
     bool undecided = false;      ///< a decision on the way could fall out either way
     bool sign_is_known = false;  ///< also where the number is zero
 };

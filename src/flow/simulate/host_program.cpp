@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstring>
 #include <fstream>
+#include <sstream>
 
 #include "flow/simulate/process.h"
 
@@ -20,10 +21,14 @@ constexpr std::array<std::string_view, 4> compilers{"cc", "gcc", "clang", "clang
 constexpr std::array<const char*, 4> dialect{"-std=gnu17", "-Uunix", "-Ulinux", "-Ui386"};
 
 /// What older sources call without a declaration and C's library lacks.
-constexpr std::string_view missing_functions =
-    "static double inv(double x) { return 1.0 / x; }\n"
-    "static double invsqr(double x) { return 1.0 / __builtin_sqrt(x); }\n"
-    "static double negate(double x) { return -x; }\n";
+struct missing_function {
+    std::string_view name;
+    std::string_view text;
+};
+constexpr std::array<missing_function, 3> missing_functions{
+    {{"inv", "static double inv(double x) { return 1.0 / x; }\n"},
+     {"invsqr", "static double invsqr(double x) { return 1.0 / __builtin_sqrt(x); }\n"},
+     {"negate", "static double negate(double x) { return -x; }\n"}}};
 
 /// Stands in front of the program: bits to numbers and back, and what stores a local variable when its scope ends.
 constexpr std::string_view host_prelude = R"(typedef unsigned long long xfc_host_word;
@@ -61,6 +66,12 @@ static void xfc_host_store(struct xfc_host_local* one) {
     xfc_host_out[one->to] = word;
 }
 )";
+
+/// In front of the definition: the one name that the outside sees, so that no other one of the program's stands for a
+/// function of the libraries.
+constexpr std::string_view host_entry =
+    "\n;\n# 1 \"the call\"\n__attribute__((visibility(\"default\"))) void xfc_host_run(const xfc_host_word*, "
+    "xfc_host_word*);\n";
 
 /// Runs the program over vectors.bin in children, so that a trap costs one vector, and a program whose variables keep
 /// their values starts anew for each. A word 1 and the outputs a vector, or a word 0.
@@ -183,28 +194,38 @@ std::string narrow_number(std::string_view number) {
     return text;
 }
 
-/// Sizes have 32 bits, as all integers.
+/// Sizes have 32 bits, as all integers. What every program has of its own gets another name.
 std::string word_for_host(std::string_view word) {
     constexpr std::array<std::string_view, 5> sizes{"sizeof", "_Alignof", "__alignof__", "__alignof",
                                                     "__builtin_offsetof"};
     const bool is_size = std::find(sizes.begin(), sizes.end(), word) != sizes.end();
-    return (word == "main" ? "xfc_host_" : is_size ? "(unsigned)" : "") + std::string(word);
+    const bool is_taken = word == "main" || word == "_init" || word == "_fini";
+    return (is_taken ? "xfc_host_" : is_size ? "(unsigned)" : "") + std::string(word);
 }
 
+bool is_inline(std::string_view word) { return word == "inline" || word == "__inline" || word == "__inline__"; }
+
 bool is_specifier(std::string_view word) {
-    constexpr std::array<std::string_view, 14> specifiers{"long",   "int",        "unsigned", "signed",   "short",
+    constexpr std::array<std::string_view, 13> specifiers{"long",   "int",        "unsigned", "signed",   "short",
                                                           "double", "const",      "static",   "volatile", "register",
-                                                          "extern", "__signed__", "char",     "inline"};
-    return std::find(specifiers.begin(), specifiers.end(), word) != specifiers.end();
+                                                          "extern", "__signed__", "char"};
+    return is_inline(word) || std::find(specifiers.begin(), specifiers.end(), word) != specifiers.end();
+}
+
+/// Of the specifiers those that say which number it is.
+bool is_number_type(std::string_view word) {
+    constexpr std::array<std::string_view, 8> types{"long",  "int",    "unsigned", "signed",
+                                                    "short", "double", "char",     "__signed__"};
+    return std::find(types.begin(), types.end(), word) != types.end();
 }
 
 /// How an input port's number is written in C.
 std::string given_number(const port& one, std::size_t number) {
     const std::string word = "xfc_host_in[" + std::to_string(number) + "]";
-    return one.format == number_format::single_float       ? "xfc_host_to_float(" + word + ")"
-           : one.format == number_format::double_float     ? "xfc_host_to_double(" + word + ")"
-           : one.c_type == "_Bool" || one.c_type == "bool" ? word + " & 1"
-                                                           : "(int)" + word;
+    return one.format == number_format::single_float   ? "xfc_host_to_float(" + word + ")"
+           : one.format == number_format::double_float ? "xfc_host_to_double(" + word + ")"
+           : one.format == number_format::boolean      ? word + " & 1"
+                                                       : "(int)" + word;
 }
 
 /// The bits of a number that is reached so.
@@ -212,6 +233,12 @@ std::string bits_of(const port& one, const std::string& access) {
     return one.format == number_format::single_float   ? "xfc_host_of_float(" + access + ")"
            : one.format == number_format::double_float ? "xfc_host_of_double(" + access + ")"
                                                        : "(unsigned)(int)" + access;
+}
+
+/// A statement that sets what is reached so, members that are const too.
+std::string setting(const std::string& access, const std::string& given) {
+    return " { __typeof__(" + access + ") xfc_host_one = " + given + "; __builtin_memcpy((void*)&" + access +
+           ", &xfc_host_one, sizeof xfc_host_one); }";
 }
 
 /// The variable of an access: x of x[1].re.
@@ -235,7 +262,7 @@ std::vector<local_variable> possible_locals(const program& what, const source_ma
     if (what.style == top_style::whole_file) {
         std::size_t number = 0;
         for (const port& one : what.values.inputs()) {
-            code_of(one) += " " + one.c_access + " = " + given_number(one, number++) + ";";
+            code_of(one) += setting(one.c_access, given_number(one, number++));
         }
         number = 0;
         for (const port& one : what.values.outputs()) {
@@ -257,55 +284,150 @@ bool is_local(const port& one, const std::vector<local_variable>& locals, const 
     });
 }
 
-/// The function that is put behind the program and hands over the ports.
-std::string host_call_text(const program& what, const source_map& places, const std::vector<local_variable>& locals) {
-    std::string text =
-        "\n;\n#define bool _Bool\nvoid xfc_host_run(const xfc_host_word* xfc_host_given, xfc_host_word* "
-        "xfc_host_taken) {\n    xfc_host_in = xfc_host_given;\n    xfc_host_out = xfc_host_taken;\n";
-    std::string arguments;
-    for (const parameter& one : what.parameters) {
-        text += "    " + one.declaration + " = {0};\n";
-        arguments += (arguments.empty() ? "" : ", ") + std::string(one.by_address ? "&" : "") + one.name;
+constexpr std::string_view of_parameter = "xfc_host_parameter_";
+
+/// The types of parameters and result where the whole definition of one is all that there is: an earlier one's again
+/// where they are the same.
+class type_names {
+public:
+    explicit type_names(const std::vector<parameter>& parameters) : parameters_(parameters) {}
+
+    [[nodiscard]] std::string of(const std::string& element, std::size_t earlier_than) const {
+        for (std::size_t place = 0; place < earlier_than; ++place) {
+            const parameter& one = parameters_[place];
+            if (one.has_own_type && one.element == element) {
+                std::string first = "__typeof__(" + name_of(place);
+                for (const char letter : one.sizes) {
+                    first += letter == '[' ? "[0]" : "";
+                }
+                return first + ")";
+            }
+        }
+        return element;
     }
+
+    [[nodiscard]] std::string name_of(std::size_t place) const {
+        const std::string& name = parameters_[place].name;
+        return name.empty() ? "xfc_host_unnamed_" + std::to_string(place) : std::string(of_parameter) + name;
+    }
+
+private:
+    const std::vector<parameter>& parameters_;
+};
+
+/// The function that is put behind the program and hands over the ports. All its names begin with xfc_host_.
+std::string host_call_text(const program& what, const source_map& places, const std::vector<local_variable>& locals) {
+    std::string text(host_entry);
+    text +=
+        "void xfc_host_run(const xfc_host_word* xfc_host_given, xfc_host_word* xfc_host_taken) {\n"
+        "    xfc_host_in = xfc_host_given;\n    xfc_host_out = xfc_host_taken;\n";
+    const bool is_function = what.style == top_style::function;
+    const type_names types(what.parameters);
+    std::string arguments;
+    std::string argument_types;
+    bool has_own_type = false;
+    for (std::size_t place = 0; place < what.parameters.size(); ++place) {
+        const parameter& one = what.parameters[place];
+        const std::string name = types.name_of(place);
+        const std::string argument = (one.by_address ? "&" : "") + name;
+        text += "    " + types.of(one.element, place) + " " + name + one.sizes + " = {0};\n";
+        arguments += (place == 0 ? "" : ", ") + argument;
+        argument_types += (place == 0 ? "" : ", ") + std::string("__typeof__(") +
+                          (one.sizes.empty() || one.by_address ? argument : "&" + name + "[0]") + ")";
+        has_own_type = has_own_type || one.has_own_type;
+    }
+    const auto result_of = [](std::size_t function) { return "xfc_host_result_" + std::to_string(function); };
+    const auto access_of = [&](const port& one) {
+        return one.returned  ? result_of(one.returned_by) + one.c_access.substr(std::strlen("result"))
+               : is_function ? std::string(of_parameter) + one.c_access
+                             : one.c_access;
+    };
     std::size_t number = 0;
     for (const port& one : what.values.inputs()) {
         const std::string given = given_number(one, number++);
-        text += is_local(one, locals, places) ? "" : "    " + one.c_access + " = " + given + ";\n";
+        text += is_local(one, locals, places) ? "" : "   " + setting(access_of(one), given) + "\n";
     }
-    const bool returns = !what.result_type.empty() && what.result_type != "void";
-    for (const std::string& function : what.functions) {
-        const std::string called = function == "main" ? "xfc_host_main" : function;
-        text.append("    ").append(returns ? what.result_type + " xfc_host_result = " : "");
+    for (std::size_t place = 0; place < what.functions.size(); ++place) {
+        const std::string& function = what.functions[place];
+        const auto outputs = what.values.outputs();
+        const bool returns = std::any_of(outputs.begin(), outputs.end(),
+                                         [&](const port& one) { return one.returned && one.returned_by == place; });
+        std::string called = function;
+        std::string result = "__typeof__(" + called + "(" + arguments + "))";
+        if (has_own_type) {  // by way of a pointer, since the types are the same in their members only
+            result = what.result_type.empty() ? "void" : types.of(what.result_type, what.parameters.size());
+            text.append("    typedef ").append(result).append(" xfc_host_type;\n    xfc_host_type (*volatile ");
+            text.append("xfc_host_called)(").append(argument_types).append(") = (void*)").append(called).append(";\n");
+            called = "xfc_host_called";
+            result = "xfc_host_type";
+        }
+        text.append("    ").append(returns ? result + " " + result_of(place) + " = " : "");
         text.append(called).append("(").append(arguments).append(");\n");
     }
     number = 0;
     for (const port& one : what.values.outputs()) {
         const std::string place = "    xfc_host_out[" + std::to_string(number++) + "] = ";
-        const std::string access = returns && one.returned ? "xfc_host_" + one.c_access : one.c_access;
-        text += is_local(one, locals, places) ? "" : place + bits_of(one, access) + ";\n";
+        text += is_local(one, locals, places) ? "" : place + bits_of(one, access_of(one)) + ";\n";
     }
-    return text + "}\n";
+    std::vector<local_variable> none;
+    return program_for_host(text + "}\n", "the call", none);
 }
 
-/// Empty when all is well, else what the compiler says.
-std::string compile(const std::string& compiler, const std::string& warnings, const std::string& program,
+/// The first error that a command tells, or the first line when none says so.
+std::string first_error(const fs::path& folder) {
+    std::istringstream lines(read_file(folder / "run.log"));
+    std::string first;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("error") != std::string::npos || line.find("undefined reference") != std::string::npos) {
+            return line;
+        }
+        first = first.empty() ? line : first;
+    }
+    return first;
+}
+
+/// Makes the program and what runs it two files, so that no name of one can be taken for the other's. Empty when all is
+/// well, else what the compiler says.
+std::string compile(const std::string& compiler, const std::vector<std::string>& options, const std::string& program,
                     const fs::path& folder) {
     std::ofstream(folder / "host_program.c") << program;
     std::vector<std::string> words = {compiler,
                                       "-Wno-error=implicit-int",
                                       "-Wno-error=implicit-function-declaration",
-                                      warnings,
                                       "-O1",
                                       "-fwrapv",
                                       "-fsigned-char",
                                       "-ffp-contract=off",
+                                      "-fPIC",
+                                      "-fvisibility=hidden",
+                                      "-shared",
                                       "-o",
-                                      "host",
+                                      "libhost_program.so",
                                       "host_program.c",
-                                      "host_main.c",
                                       "-lm"};
     words.insert(words.begin() + 1, dialect.begin(), dialect.end());
-    return run_command(words, folder) == 0 ? "" : end_of_log(folder);
+    words.insert(words.end(), options.begin(), options.end());
+    if (run_command(words, folder) != 0) {
+        return first_error(folder);
+    }
+    return run_command({compiler, "-O1", "-o", "host", "host_main.c", "./libhost_program.so", "-lm"}, folder) == 0
+               ? ""
+               : first_error(folder);
+}
+
+/// Whether a function of this name is called or defined.
+bool has_function(const std::vector<token>& tokens, std::string_view name) {
+    const token* before = nullptr;
+    for (const token& one : tokens) {
+        if (one.is_space) {
+            continue;
+        }
+        if (one.text == "(" && before != nullptr && before->text == name) {
+            return true;
+        }
+        before = &one;
+    }
+    return false;
 }
 
 }  // namespace
@@ -370,24 +492,48 @@ public:
     }
 
 private:
-    /// A run of specifiers, blanks between them.
+    /// A run of specifiers, blanks between them. Nothing is `inline`, which would leave no function to call, nor
+    /// `register`, which would leave no address.
     void write_specifiers() {
         std::size_t end = at_;
         int longs = 0;
         bool has_int = false;
         bool has_double = false;
+        bool has_type = false;
         while (end < tokens_.size() &&
                (tokens_[end].is_space || (tokens_[end].is_word && is_specifier(tokens_[end].text)))) {
             longs += tokens_[end].text == "long" ? 1 : 0;
             has_int = has_int || tokens_[end].text == "int";
             has_double = has_double || tokens_[end].text == "double";
+            has_type = has_type || is_number_type(tokens_[end].text);
             ++end;
         }
+        const bool is_implicit = !has_type && !names_type(end);
         for (; at_ < end; ++at_) {
-            const bool drop = tokens_[at_].text == "long" && longs == 1 && !has_double;
-            text_ += !drop ? tokens_[at_].text : has_int ? std::string_view() : std::string_view("int");
-            place_.follow_lines(tokens_[at_].is_space ? tokens_[at_].text : std::string_view());
+            const std::string_view word = tokens_[at_].text;
+            if (word == "long" && longs == 1 && !has_double) {
+                text_ += has_int ? "" : "int";
+            } else if (word == "register") {
+                text_ += is_implicit ? "int" : "";
+            } else {
+                text_ += is_inline(word) ? std::string_view() : word;
+            }
+            place_.follow_lines(tokens_[at_].is_space ? word : std::string_view());
         }
+    }
+
+    /// The token behind `at` that is no blank; the number of all tokens at the end.
+    [[nodiscard]] std::size_t next_token(std::size_t at) const {
+        for (++at; at < tokens_.size() && tokens_[at].is_space; ++at) {
+        }
+        return at;
+    }
+
+    /// Whether the token at `at` is a type's name in front of what it declares, and not what is declared.
+    [[nodiscard]] bool names_type(std::size_t at) const {
+        const std::size_t next = next_token(at);
+        return next < tokens_.size() && tokens_[at].is_word &&
+               (tokens_[next].is_word || tokens_[next].text == "*" || tokens_[next].text == "(");
     }
 
     void follow_braces(const token& one) {
@@ -426,9 +572,8 @@ private:
 
     /// A function may be called like a variable inside it.
     [[nodiscard]] bool is_called(std::size_t at) const {
-        const auto next = std::find_if(tokens_.begin() + static_cast<std::ptrdiff_t>(at) + 1, tokens_.end(),
-                                       [](const token& one) { return !one.is_space; });
-        return next != tokens_.end() && next->text == "(";
+        const std::size_t next = next_token(at);
+        return next < tokens_.size() && tokens_[next].text == "(";
     }
 
     std::vector<token> tokens_;
@@ -483,7 +628,8 @@ host_results run_on_host(const program& what, const source_map& places, const ho
     name_as_given(path, options.source);
     words.insert(words.end(), {"-I", "headers", "-x", "c", path});
     if (run_command(words, folder) != 0) {
-        results.why_not = results.compiler + " refuses the program: " + end_of_log(folder);
+        results.failed = true;
+        results.why_not = results.compiler + " refuses the program: " + first_error(folder);
         return results;
     }
     std::ofstream(folder / "host_main.c") << host_main;
@@ -491,16 +637,24 @@ host_results run_on_host(const program& what, const source_map& places, const ho
     const std::string source = program_for_host(read_file(folder / "preprocessed.c"), path, locals);
     const std::string call = host_call_text(what, places, locals);
     const std::string prelude(host_prelude);
-    std::string refusal =
-        compile(results.compiler, "-Werror=implicit-function-declaration", prelude + source + call, folder);
+    // A function of the program that is called like one of C's is the program's.
+    std::string refusal = compile(results.compiler, {"-Werror=implicit-function-declaration", "-fno-builtin"},
+                                  prelude + source + call, folder);
     if (!refusal.empty()) {
+        // What has no declaration has one inside the compiler, as far as that knows it.
         results.undeclared_calls = true;
-        refusal = compile(results.compiler, "-w", prelude + source + call, folder);
+        refusal = compile(results.compiler, {"-w"}, prelude + source + call, folder);
     }
     if (!refusal.empty()) {
-        refusal = compile(results.compiler, "-w", prelude + std::string(missing_functions) + source + call, folder);
+        std::string missing;
+        const std::vector<token> tokens = tokens_of(source);
+        for (const missing_function& one : missing_functions) {
+            missing += has_function(tokens, one.name) ? one.text : "";
+        }
+        refusal = compile(results.compiler, {"-w"}, prelude + missing + source + call, folder);
     }
     if (!refusal.empty()) {
+        results.failed = true;
         results.why_not = results.compiler + " refuses the program: " + refusal;
         return results;
     }
@@ -519,6 +673,7 @@ host_results run_on_host(const program& what, const source_map& places, const ho
     const std::string bytes = read_file(folder / "outputs.bin");
     std::vector<std::uint64_t> all(bytes.size() / sizeof(std::uint64_t));
     if (status != 0 || all.size() != applied.vectors.size() * (outputs + 1)) {
+        results.failed = true;
         results.why_not = "the compiled program does not run to its end";
         return results;
     }

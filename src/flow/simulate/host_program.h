@@ -27,6 +27,7 @@ struct host_results {
     std::string compiler = {};
     bool undeclared_calls = false;  ///< functions without a declaration, which C takes for doubles
     std::string why_not = {};       ///< a sentence when there are no results
+    bool failed = false;            ///< then there is a compiler that refuses the program, or it did not run to its end
 };
 
 /// Compiles the program with the first C compiler on the search path, in `folder`, without contraction of products and

@@ -238,7 +238,7 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
     const bool anything = !(bound.radius < std::numeric_limits<long double>::infinity());
     deviation found{.apart = bound.range_before ? apart_reason::range
                              : bound.undecided  ? apart_reason::undecided
-                             : anything         ? apart_reason::cancelled
+                             : anything         ? (bound.subnormal ? apart_reason::range : apart_reason::cancelled)
                                                 : apart_reason::none};
     mpfr_t got;
     mpfr_init2(got, precision);
@@ -283,7 +283,8 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
         const long double size = std::max(std::fabs(as_long_double(exact)), smallest_normal(one.format));
         const long double flushed = bound.out_of_range ? smallest_normal(one.format) : 0.0L;
         const bool few_left = bound.radius - flushed > std::ldexp(size, -(digits / 2));
-        found.apart = few_left ? apart_reason::cancelled : found.apart;
+        // What a zero in the place of a subnormal input takes is none either.
+        found.apart = !few_left ? found.apart : bound.subnormal ? apart_reason::range : apart_reason::cancelled;
     }
     // What left the range on the way may come out as C has it or as the exact result has it.
     const bool judged = !anything && !bound.range_before;

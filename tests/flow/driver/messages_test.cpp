@@ -100,6 +100,15 @@ constexpr std::string_view no_folder =
     "or name another place\n";
 constexpr std::string_view no_ghdl =
     "xfcflow: error: ghdl is not installed [no-simulator]\n      hint: install it with: apt-get install ghdl\n";
+constexpr std::string_view no_iverilog =
+    "xfcflow: error: iverilog is not installed [no-simulator]\n      hint: install it with: apt-get install iverilog\n";
+constexpr std::string_view left_out =
+    "xfcflow: note: ghdl is not installed: the design in VHDL is not simulated [left-out]\n"
+    "      hint: install it with: apt-get install ghdl\n";
+constexpr std::string_view refused_by_host =
+    "xfcflow: warning: nothing is compared with the C program: cc refuses the program: x.c:1:2: error: no day for C "
+    "[host-refuses]\n"
+    "      hint: the results are held against the exact ones all the same\n";
 constexpr std::string_view wrong_language =
     "xfcflow: error: iverilog does not simulate the language of --lang vhdl [simulator-language]\n"
     "      hint: ghdl simulates VHDL, iverilog and verilator simulate Verilog\n";
@@ -175,6 +184,7 @@ TEST(flow_program_messages, a_simulator_that_is_missing_fails_or_speaks_another_
     {
         const search_path nothing((folder.path() / "nothing").string());
         EXPECT_EQ(errors_of({"simulate", source, "--lang", "vhdl"}), no_ghdl);
+        EXPECT_EQ(errors_of({"simulate", source}), std::string(no_ghdl) + std::string(no_iverilog));
     }
     const std::string stand_in = folder.write("bin/ghdl", "#!/bin/sh\necho no licence today\nexit 3\n");
     fs::permissions(stand_in, fs::perms::owner_all);
@@ -193,6 +203,71 @@ TEST(flow_program_messages, a_simulator_that_is_missing_fails_or_speaks_another_
     const auto report = nlohmann::json::parse(json.str());
     EXPECT_FALSE(report["agrees"]);
     EXPECT_EQ(report["accuracy"][0]["bits_equal"], 0);
+}
+
+/// A folder of programs as a search path: links to the machine's own, and scripts.
+class tool_folder {
+public:
+    explicit tool_folder(const test_folder& folder, const std::vector<std::string>& installed)
+        : folder_(folder), path_(folder.path() / "tools") {
+        fs::create_directories(path_);
+        for (const std::string& name : installed) {
+            for (const char* from : {"/usr/local/bin", "/usr/bin", "/bin"}) {
+                if (fs::exists(fs::path(from) / name) && !fs::exists(path_ / name)) {
+                    fs::create_symlink(fs::path(from) / name, path_ / name);
+                }
+            }
+        }
+    }
+    void add_script(const std::string& name, const std::string& text) const {
+        fs::permissions(folder_.write("tools/" + name, text), fs::perms::owner_all);
+    }
+    [[nodiscard]] const fs::path& path() const { return path_; }
+
+private:
+    const test_folder& folder_;
+    fs::path path_;
+};
+
+TEST(flow_program_messages, a_language_without_a_simulator_is_left_out_unless_it_is_asked_for) {
+    const test_folder folder("left_out");
+    const std::string source = folder.write("x.c", std::string(wire));
+    const tool_folder tools(folder, {"iverilog", "vvp", "cc"});
+    const search_path only(tools.path().string());
+    std::ostringstream out;
+    std::ostringstream error;
+    EXPECT_EQ(run({{"simulate", source, "--vectors", "5"}}, out, error, false), 0);
+    EXPECT_TRUE(error.str().starts_with(left_out)) << error.str();
+    EXPECT_NE(out.str().find("iverilog: every output bit as the model has it"), std::string::npos) << out.str();
+    for (const char* languages : {"both", "vhdl"}) {
+        EXPECT_EQ(errors_of({"simulate", source, "--vectors", "5", "--lang", languages}), no_ghdl) << languages;
+    }
+    EXPECT_EQ(errors_of({"simulate", source, "--vectors", "5", "--simulator", "ghdl"}), no_ghdl);
+}
+
+TEST(flow_program_messages, a_program_that_the_hosts_compiler_refuses_is_told_and_costs_no_agreement) {
+    const test_folder folder("host_refuses");
+    const std::string source = folder.write("x.c", std::string(wire));
+    const tool_folder tools(folder, {});
+    tools.add_script("cc",
+                     "#!/bin/sh\necho 'x.c: In function f:'\necho 'x.c:1:2: error: no day for C'\n"
+                     "echo 'x.c:1:3: error: nor for anything else'\nexit 1\n");
+    const search_path only(tools.path().string());
+    std::ostringstream out;
+    std::ostringstream error;
+    EXPECT_EQ(run({{"simulate", source, "--simulator", "none", "--vectors", "5"}}, out, error, false), 0);
+    EXPECT_EQ(error.str(), refused_by_host);
+    EXPECT_NE(out.str().find("no figures of C: cc refuses the program: x.c:1:2: error: no day for C\n"),
+              std::string::npos)
+        << out.str();
+    std::ostringstream json;
+    EXPECT_EQ(run({{"simulate", source, "--simulator", "none", "--vectors", "5", "--json"}}, json, error, false), 0);
+    const auto report = nlohmann::json::parse(json.str());
+    EXPECT_TRUE(report["agrees"]);
+    EXPECT_FALSE(report["host"]["ran"]);
+    ASSERT_EQ(report["messages"].size(), 1U);
+    EXPECT_EQ(report["messages"][0]["severity"], "warning");
+    EXPECT_EQ(report["messages"][0]["id"], "host-refuses");
 }
 
 constexpr std::string_view empty_table =
@@ -224,7 +299,13 @@ constexpr std::string_view no_number =
     "FOLDER/in.csv:2:3: error: 'two' is no single number [csv-number]\n"
     "    2 | 1,two\n"
     "      |   ^~~\n"
-    "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 bits, booleans are 0 or 1\n";
+    "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; "
+    "integers as 12, -3 or 0x1F, booleans as 0 or 1\n";
+constexpr std::string_view out_of_range =
+    "FOLDER/in.csv:3:1: error: '300' does not fit into port 'a', which is char in C [csv-range]\n"
+    "    3 | 300\n"
+    "      | ^~~\n"
+    "      hint: write a number from -128 to 127\n";
 constexpr std::string_view same_file =
     "xfcflow: error: 'FOLDER/in.csv' would be written over what is read [same-file]\n"
     "      hint: choose another name\n";
@@ -236,9 +317,13 @@ TEST(flow_program_messages, tables_that_do_not_fit_are_told_at_their_place) {
         std::string_view told;
     };
     constexpr std::string_view two = "float f(float a, float b) { return a > b ? a : b; }\n";
-    const table tables[] = {{wire, "a\n", empty_table},          {two, "a,c\n1,2\n", unknown_column},
-                            {two, "a,a\n1,2\n", second_column},  {two, "a\n1\n", missing_column},
-                            {two, "a,b\n1,2,3\n", wrong_fields}, {two, "a,b\n1,two\n", no_number}};
+    const table tables[] = {{wire, "a\n", empty_table},
+                            {two, "a,c\n1,2\n", unknown_column},
+                            {two, "a,a\n1,2\n", second_column},
+                            {two, "a\n1\n", missing_column},
+                            {two, "a,b\n1,2,3\n", wrong_fields},
+                            {two, "a,b\n1,two\n", no_number},
+                            {"int f(char a) { return a; }\n", "a\n-128\n300\n", out_of_range}};
     const test_folder folder("tables");
     for (const table& one : tables) {
         const std::string source = folder.write("x.c", std::string(one.program));
@@ -318,10 +403,10 @@ TEST(flow_program_messages, every_row_of_the_catalogue_is_provoked_by_a_test_tha
     // The texts above and beside the programs are those that tests compare.
     std::string told;
     for (const std::string_view text :
-         {unreadable,  no_top,         no_memory,      failed_parser,     no_library,
-          no_folder,   no_ghdl,        wrong_language, no_waveforms,      failed_simulator,
-          empty_table, unknown_column, second_column,  missing_column,    wrong_fields,
-          no_number,   same_file,      other_program,  beyond_the_points, missing_points}) {
+         {unreadable,      no_top,         no_memory,     failed_parser,     no_library,    no_folder,
+          no_ghdl,         wrong_language, no_waveforms,  failed_simulator,  empty_table,   unknown_column,
+          second_column,   missing_column, wrong_fields,  no_number,         out_of_range,  left_out,
+          refused_by_host, same_file,      other_program, beyond_the_points, missing_points}) {
         told += text;
     }
     const fs::path tests = fs::path(SOURCE_FOLDER) / "tests/flow";

@@ -67,7 +67,7 @@ const std::string sum = "float sum(float a, float b) { return a + b; }\n";
 TEST_F(flow_simulate, a_table_goes_in_and_a_table_comes_out_of_every_simulator) {
     const std::string program = written("sum.c", sum);
     const std::string table = written("in.csv", "b,a\n2.5,1\n-1,0x1p-3\nnan,0\ninf,1\n");
-    for (const char* simulator : {"ghdl", "iverilog", "none"}) {
+    for (const char* simulator : {"ghdl", "iverilog", "verilator", "none"}) {
         const outcome done =
             run_with({"simulate", program, "--inputs", table, "--outputs", path("out.csv"), "--simulator", simulator,
                       "--lang", std::string(simulator) == "ghdl" ? "vhdl" : "verilog"});
@@ -85,8 +85,8 @@ TEST_F(flow_simulate, a_malformed_table_is_told_with_line_and_column_and_nothing
                               ":3:3: error: 'x4' is no single number [csv-number]\n"
                               "    3 | 3,x4\n"
                               "      |   ^~\n"
-                              "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers have 32 "
-                              "bits, booleans are 0 or 1\n");
+                              "      hint: numbers are written as in C: 1.5, 0x1.8p+0, nan, inf; integers as 12, "
+                              "-3 or 0x1F, booleans as 0 or 1\n");
     EXPECT_FALSE(fs::exists(path("out.csv")));
     EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("nowhere.csv")}).status, 1);
     EXPECT_EQ(run_with({"simulate", path("sum.c"), "--inputs", path("")}).status, 1);
@@ -283,6 +283,99 @@ TEST_F(flow_simulate, the_host_knows_files_by_the_names_that_were_given) {
         EXPECT_EQ(done["agrees"], true) << done;
         EXPECT_EQ(done["host"]["ran"], true) << done;
     }
+}
+
+/// Runs and agrees with the C program, whatever its names and types are.
+#define EXPECT_COMPARED(program, done)                             \
+    do {                                                           \
+        const auto seen = (done);                                  \
+        EXPECT_EQ(seen["host"]["ran"], true) << (program) << seen; \
+        EXPECT_EQ(seen["agrees"], true) << (program) << seen;      \
+    } while (false)
+
+TEST_F(flow_simulate, whatever_parameters_are_the_c_program_is_compared) {
+    for (const char* program :
+         {"float f(const float x[static 3], float y[restrict 4], signed char c[const 2]) {\n"
+          "    y[3] = x[2] + c[1];\n    return x[0] + y[1];\n}",
+          "float f(const float m[restrict 2][3], const float n[static 2][3]) { return m[1][2] + n[0][1]; }",
+          "typedef const float row[3]; float f(row x, row y[2], float (*const p)[2]) {\n"
+          "    (*p)[1] = x[2];\n    return x[0] + y[1][2];\n}",
+          "struct s { const float a[2]; const struct { int n; } k; float b; };\n"
+          "float f(struct s p, const struct s *q, struct s r[2]) { return p.a[1] + q->b + r[1].a[0] + p.k.n; }",
+          "union u { const float a; int b; }; float f(const union u x) { return x.a; }",
+          "int f(enum { A, B } e, enum own { C = 3 } o, int x) { return e == B ? x : o; }",
+          "float f(struct { float a; struct { int n[2]; } in; } p) { return p.a + p.in.n[1]; }",
+          "struct r { float z[2]; int n; } f(struct s { float a, b; } p, const struct s *q, struct s t[2]) {\n"
+          "    struct r x = {{p.a + q->b, p.b + t[1].a}, 3};\n    return x;\n}",
+          "struct { float a, b; } g; void f(__typeof__(g) p, __typeof__(p.a) *y) { *y = p.a + p.b; }",
+          "float f(float a, float, struct { int n; } *, float b[2]) { return a + b[1]; }",
+          "long f(long a[3], const long *b, unsigned long c[2], struct { long a; } d) {\n"
+          "    a[0] = *b;\n    return a[1] + a[2] + c[1] + d.a;\n}",
+          "float f(a, b, n) register float a, b; register n; { register m = n; return a + b * m; }"}) {
+        EXPECT_COMPARED(program, report(program, ""));
+    }
+}
+
+TEST_F(flow_simulate, whatever_functions_are_the_c_program_is_compared) {
+    for (const char* program :
+         {"inline float f(const float a[4]) { float s = 0; for (int i = 0; i < 4; i++) { s += a[i] * a[i]; if (s > 3) "
+          "s -= a[i] / 2; else s += a[i] * 3; } return s; }",
+          "struct { float re, im; } f(float a) { __typeof__(f(a)) r = { a, -a }; return r; }",
+          "enum { Q, R = 5 } f(int a) { return a > 2 ? R : Q; }", "const float f(const float a) { return a * 2; }",
+          "typedef int bool; bool f(bool b, bool *o) { *o = b + 2; return b * 3; }",
+          "#include <stdbool.h>\nbool f(float a, bool b, bool c[2]) { return (a > 1 && b) || c[1]; }",
+          "float a, b; float f(void) { return a + 1; } int g(void) { return b > 2; }",
+          "main() { register float a, y; register n, m; y = a * 3; m = n + 1; }",
+          "struct s { const float a; float b; } x; float y; main() { y = x.a * x.b; }",
+          "struct s { const float a; float b; }; main() { struct s x; float y; y = x.a * x.b; }"}) {
+        EXPECT_COMPARED(program, report(program, ""));
+    }
+    const char* one_of_two = "static float g(float a) { return a * 2; } float h(float a) { return g(a) + 1; }";
+    EXPECT_COMPARED(one_of_two, report(one_of_two, "", {"--top", "g"}));
+    const char* with_main =
+        "#include <stdio.h>\nfloat f(float a) { return a + 1; }\n"
+        "int main(void) { printf(\"%g\\n\", f(1)); return 0; }\n";
+    EXPECT_COMPARED(with_main, report(with_main, "", {"--top", "f"}));
+}
+
+TEST_F(flow_simulate, whatever_names_a_program_has_it_is_compared) {
+    for (const char* program :
+         {"float in(float in, float b) { return in + b; }",
+          "typedef float in; in f(in in, float out) { return in + out; }",
+          "float f(float xfc_host_given, float xfc_host_in, float xfc_host_result, float xfc_host_one) {\n"
+          "    return xfc_host_given + xfc_host_in * xfc_host_result - xfc_host_one;\n}",
+          "float malloc(float a) { return a + 1; }", "float fopen(float a, float b) { return a + b; }",
+          "int fork(int a) { return a + 1; }", "float _init(float a) { return a + 1; }",
+          "float mmap, printf, y; main() { y = mmap + printf; }",
+          "double round(double a) { return a + 1; } double f(double a) { return round(2.25) * a; }",
+          "float inv, negate, y; main() { y = sqrt(inv) + invsqr(negate); }"}) {
+        EXPECT_COMPARED(program, report(program, ""));
+    }
+    // Headers of the program that are called like what stands around it.
+    (void)written("host_main.c", "#define K 2\n");
+    (void)written("host_program.c", "#define L 3\n");
+    (void)written("stdio.h", "#define M 4\n");
+    const char* program =
+        "#include \"host_main.c\"\n#include \"host_program.c\"\n#include \"stdio.h\"\n"
+        "float f(float a) { return a * K + a * L + M; }\n";
+    EXPECT_COMPARED(program, report(program, "", {"--include", path("")}));
+}
+
+TEST_F(flow_simulate, integers_stand_in_tables_and_reports_as_their_c_types_have_them) {
+    const std::string program =
+        "unsigned f(unsigned a, unsigned char b, short c, unsigned char *y) { *y = b + 1; return a + (c > 7); }\n";
+    const auto done = report(program, "a,b,c\n4294967295,255,-32768\n");
+    EXPECT_COMPARED(program, done);
+    EXPECT_EQ(outputs(), "y,result\n0,4294967295\n");
+    const auto differs = report(
+        "unsigned f(unsigned a, unsigned char b) {\n#ifdef __XFCFLOW__\n    return a - 1 + (b > 250);\n#else\n"
+        "    return a - 2 + (b > 250);\n#endif\n}\n",
+        "a,b\n4294967295,200\n");
+    ASSERT_EQ(differs["agrees"], false) << differs;
+    EXPECT_NE(differs["messages"].back()["text"].get<std::string>().find(
+                  "a=4294967295 b=200: C 4294967293, understood 4294967294"),
+              std::string::npos)
+        << differs;
 }
 
 TEST_F(flow_simulate, a_sum_that_is_zero_may_have_either_sign_in_c) {

@@ -86,6 +86,27 @@ TEST(bounds, let_too_small_results_be_zero_and_measure_in_the_smallest_normal_nu
     EXPECT_TRUE(judged(product, {0x1p-100F, 0x1p-20F}, 0.0F).outside);
 }
 
+TEST(bounds, count_apart_what_comes_from_a_subnormal_input_as_too_small) {
+    const float subnormal = 1e-40F;
+    const graph product = of_two(operation::multiply);
+    EXPECT_EQ(judged(product, {subnormal, 1e30F}, 0.0F).apart, apart_reason::range);
+    EXPECT_EQ(judged(of_one(operation::square_root), {subnormal}, 0.0F).apart, apart_reason::range);
+    EXPECT_EQ(judged(of_two(operation::divide), {1e-3F, subnormal}, INFINITY).apart, apart_reason::range);
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id b = w.input("b");
+    const value_id less = make_folded(w.made, operation::less, number_format::boolean, std::array{a, b});
+    w.output("y", make_folded(w.made, operation::select, number_format::single_float, std::array{less, a, b}));
+    EXPECT_EQ(judged(w.made, {subnormal, 1.0F}, 0.0F).apart, apart_reason::range);
+    EXPECT_EQ(judged(w.made, {2.0F, 1.0F}, 1.0F).apart, apart_reason::none);
+    // Zeros are no such inputs, and what a zero in its place makes no difference to is measured.
+    EXPECT_EQ(judged(product, {0.0F, 1e30F}, 0.0F).apart, apart_reason::none);
+    EXPECT_EQ(judged(of_two(operation::add), {subnormal, 1.0F}, 1.0F).apart, apart_reason::none);
+    // It is still held against its bounds.
+    EXPECT_TRUE(judged(product, {subnormal, 1e30F}, 1e-5F).outside);
+    EXPECT_FALSE(judged(product, {subnormal, 1e30F}, subnormal * 1e30F).outside);
+}
+
 TEST(bounds, count_apart_what_leaves_the_range_on_the_way_only) {
     graph_writer w;
     const value_id square = w.multiply(w.input("a"), w.input("b"));

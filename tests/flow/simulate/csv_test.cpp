@@ -21,6 +21,32 @@ graph three_inputs() {
     return w.made;
 }
 
+/// One port of a C type, in and out.
+graph one_input(number_format format, const std::string& c_type, std::uint32_t bytes, bool is_signed) {
+    graph_writer w;
+    w.output("y", w.input("a", format));
+    std::vector<port> inputs(w.made.inputs().begin(), w.made.inputs().end());
+    std::vector<port> outputs(w.made.outputs().begin(), w.made.outputs().end());
+    for (port* one : {&inputs[0], &outputs[0]}) {
+        one->c_type = c_type;
+        one->c_bytes = bytes;
+        one->c_signed = is_signed;
+    }
+    return extracted(w.made, inputs, outputs);
+}
+
+/// What becomes of one number: its text behind the design, or the message.
+std::string through(const graph& source, const std::string& number) {
+    diagnostics messages;
+    const auto vectors = vectors_from_csv("a\n" + number + "\n", 1, source, messages);
+    if (messages.has_errors()) {
+        const diagnostic& one = messages.messages().front();
+        return one.name + ": " + one.text + "; " + one.hint;
+    }
+    const std::string table = csv_of_outputs(source, vectors);
+    return table.substr(2, table.size() - 3);
+}
+
 std::vector<std::vector<std::uint64_t>> vectors_of(const std::string& text) {
     diagnostics messages;
     const auto vectors = vectors_from_csv(text, 1, three_inputs(), messages);
@@ -53,12 +79,12 @@ TEST(csv, columns_stand_in_any_order_with_blanks_quotes_and_either_line_end) {
 
 TEST(csv, numbers_are_those_of_c_rounded_once) {
     const auto vectors = vectors_of(
-        "a,d,n\n0x1.000002p-3f,0x1.fp-1000,0xFFFFFFFF\nnan,-inf,-2147483648\n-0.0,inf,4294967295\n"
+        "a,d,n\n0x1.000002p-3f,0x1.fp-1000,-0x1\nnan,-inf,-2147483648\n-0.0,inf,0x7FFFFFFF\n"
         "1.00000005960464484f,7,+5\n");
     ASSERT_EQ(vectors.size(), 4U);
     EXPECT_EQ(vectors[0], (std::vector<std::uint64_t>{single(0x1.000002p-3F), wide(0x1.fp-1000), 0xFFFFFFFF}));
     EXPECT_EQ(vectors[1], (std::vector<std::uint64_t>{0x7FC00000, wide(-INFINITY), 0x80000000}));
-    EXPECT_EQ(vectors[2], (std::vector<std::uint64_t>{0x80000000, wide(INFINITY), 0xFFFFFFFF}));
+    EXPECT_EQ(vectors[2], (std::vector<std::uint64_t>{0x80000000, wide(INFINITY), 0x7FFFFFFF}));
     // Just above the middle between 1 and its neighbour: rounding to double first would fall back to 1.
     EXPECT_EQ(vectors[3][0], single(0x1.000002p+0F));
     EXPECT_EQ(vectors[3][2], 5U);
@@ -75,8 +101,11 @@ TEST(csv, every_malformed_table_has_a_message_at_its_place) {
     EXPECT_EQ(complaint("a,d,n\n1,2,3\n1,2,3,4\n"), "csv-fields 3:1");
     EXPECT_EQ(complaint("a,d,n\n1,,3\n"), "csv-number 2:3");
     EXPECT_EQ(complaint("a,d,n\n1,2,3.5\n"), "csv-number 2:5");
-    EXPECT_EQ(complaint("a,d,n\n1,2,4294967296\n"), "csv-number 2:5");
-    EXPECT_EQ(complaint("a,d,n\n1,2,-2147483649\n"), "csv-number 2:5");
+    EXPECT_EQ(complaint("a,d,n\n1,2,4294967295\n"), "csv-range 2:5");
+    EXPECT_EQ(complaint("a,d,n\n1,2,4294967296\n"), "csv-range 2:5");
+    EXPECT_EQ(complaint("a,d,n\n1,2,-2147483649\n"), "csv-range 2:5");
+    EXPECT_EQ(complaint("a,d,n\n1,2,99999999999999999999\n"), "csv-range 2:5");
+    EXPECT_EQ(complaint("a,d,n\n1,2,99999999999999999999x\n"), "csv-number 2:5");
     EXPECT_EQ(complaint("a,d,n\n1,two,3\n"), "csv-number 2:3");
     EXPECT_EQ(complaint("a,d,n\n1e39,2,3\n"), "csv-number 2:1");
     EXPECT_EQ(complaint("a,d,n\n1,1e309,3\n"), "csv-number 2:3");
@@ -84,6 +113,42 @@ TEST(csv, every_malformed_table_has_a_message_at_its_place) {
     EXPECT_EQ(complaint(std::string("a,d,n\n1\0,2,3\n", 13)), "csv-number 2:1");
     EXPECT_EQ(complaint("a,d,n\n1,nan(5),3\n"), "csv-number 2:3");
     EXPECT_EQ(complaint("a,d,n\n1,2,- 3\n"), "csv-number 2:5");
+}
+
+TEST(csv, integers_go_in_and_come_out_by_the_c_type_of_their_port) {
+    struct type {
+        const char* name;
+        std::uint32_t bytes;
+        bool is_signed;
+        const char* least;
+        const char* most;
+        const char* below;
+        const char* above;
+    };
+    const type types[] = {{"int", 4, true, "-2147483648", "2147483647", "-2147483649", "2147483648"},
+                          {"unsigned int", 4, false, "0", "4294967295", "-1", "4294967296"},
+                          {"short", 2, true, "-32768", "32767", "-32769", "32768"},
+                          {"unsigned short", 2, false, "0", "65535", "-1", "65536"},
+                          {"char", 1, true, "-128", "127", "-129", "300"},
+                          {"unsigned char", 1, false, "0", "255", "-1", "256"}};
+    for (const type& one : types) {
+        const graph source = one_input(number_format::integer, one.name, one.bytes, one.is_signed);
+        const std::string hint = std::string("write a number from ") + one.least + " to " + one.most;
+        const auto refusal = [&](const std::string& number) {
+            return "csv-range: '" + number + "' does not fit into port 'a', which is " + one.name + " in C; " + hint;
+        };
+        EXPECT_EQ(through(source, one.least), one.least) << one.name;
+        EXPECT_EQ(through(source, one.most), one.most) << one.name;
+        EXPECT_EQ(through(source, one.below), refusal(one.below));
+        EXPECT_EQ(through(source, one.above), refusal(one.above));
+    }
+    const graph truth = one_input(number_format::boolean, "_Bool", 1, false);
+    EXPECT_EQ(through(truth, "1"), "1");
+    EXPECT_EQ(through(truth, "-0"), "0");
+    EXPECT_EQ(through(truth, "2"),
+              "csv-range: '2' does not fit into port 'a', which is bool in C; write a number from 0 to 1");
+    EXPECT_EQ(through(truth, "-1"),
+              "csv-range: '-1' does not fit into port 'a', which is bool in C; write a number from 0 to 1");
 }
 
 TEST(csv, outputs_are_written_so_that_they_read_back) {
