@@ -656,8 +656,12 @@ result executor::operate_on_integers(clang::BinaryOperatorKind kind, const resul
     if (divides && known_b == 0) {
         refuse(message_id::division_by_zero, where);
     }
+    const auto is_never_zero = [&] {
+        const value_id zero = values_.make_integer(0);
+        return values_.known_boolean(compare(clang::BO_NE, number_format::integer, b, zero, where).number) == true;
+    };
     if (divides && !conditions_.differs_from_zero(b) &&
-        !decisions_.differs_from_zero(conditions_.path(decisions_), b)) {
+        !decisions_.differs_from_zero(conditions_.path(decisions_), b) && !is_never_zero()) {
         refuse(message_id::division_by_unknown, where);
     }
     if (!type.is_signed && divides) {

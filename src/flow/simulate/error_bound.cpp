@@ -164,7 +164,7 @@ value_bound integer_bound(operation op, const bounded_number& result, std::span<
         const long double b = in[1].number;
         unwrapped = op == operation::add ? a + b : op == operation::subtract ? a - b : a * b;
     }
-    if (unwrapped - bound.radius < -0x1p31L || unwrapped + bound.radius >= 0x1p31L) {
+    if (std::isnan(bound.radius) || unwrapped - bound.radius < -0x1p31L || unwrapped + bound.radius >= 0x1p31L) {
         bound.radius = anything;
     }
     return bound;

@@ -225,7 +225,7 @@ std::string writer::leave() {
     if (ways_out_.loop) {
         ways.insert(ways.end(), {"break;", "continue;"});
     }
-    if (!ways_out_.finish.empty()) {
+    if (!ways_out_.finish.empty() && indent_ == ways_out_.finish_indent) {
         ways.push_back("{ " + ways_out_.finish + " continue; }");
     }
     if (!ways_out_.result.empty()) {
@@ -235,7 +235,9 @@ std::string writer::leave() {
     if (ways.empty() || !chance(12)) {
         return {};
     }
-    return in_order({line("if (" + condition(1) + ")"), line("    " + one_of(ways))});
+    const std::string way = one_of(ways);
+    ways_out_.finish.clear();
+    return in_order({line("if (" + condition(1) + ")"), line("    " + way)});
 }
 
 std::string writer::loop(int depth) {
@@ -249,6 +251,7 @@ std::string writer::loop(int depth) {
         return text.find("@ < #") != std::string_view::npos || text.find("@++ < #") != std::string_view::npos;
     };
     const bool rises = rises_in(row.head) || rises_in(row.foot);
+    ways_out_.finish_indent = indent_ + 1;
     ways_out_.finish = rises ? counter + " = " + std::to_string(rounds) + ";" : "";
     weight_ *= rounds;
     const std::string index = named(row.index, counter, std::to_string(rounds));
@@ -265,6 +268,7 @@ std::string writer::loop(int depth) {
     const std::string inside = block(static_cast<int>(below(2)) + 1, depth);
     weight_ /= rounds;
     ways_out_ = ways_before;
+    ways_out_.finish.clear();  // the loop may have been left by a return
     now_ = outside;
     const std::string before = row.counter_outside ? line("int " + counter + " = 0;") : "";
     if (row.counter_outside) {

@@ -94,7 +94,9 @@ private:
     /// How a block that is being written may be left.
     struct ways_out {
         bool loop = false;
-        std::string finish = {};  ///< sets the loop's counter to its end
+        /// Sets the loop's counter to its end; nothing behind another way out, where the counter would not be known.
+        std::string finish = {};
+        int finish_indent = 0;    ///< of the loop's own statements: not under a second condition
         std::string result = {};  ///< a production, or void; none, no return
     };
 

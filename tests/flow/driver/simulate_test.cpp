@@ -385,6 +385,13 @@ TEST_F(flow_simulate, a_sum_that_is_zero_may_have_either_sign_in_c) {
     EXPECT_EQ(done["host"]["ran"], true) << done;
 }
 
+TEST_F(flow_simulate, a_product_of_what_is_open_and_zero_is_open) {
+    const auto done =
+        report("int f(int a, int r, float y, float z) { return y * z < 1 ? r : a * (int)(y * z + 30) * 3 * 40; }\n",
+               "a,r,y,z\n2147483647,0,0x1.000002p0,0x1.fffffcp-1\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+}
+
 TEST_F(flow_simulate, names_that_a_host_defines_are_names) {
     const auto done = report("float f(float unix, float linux, float i386) { return unix * linux + i386; }\n",
                              "unix,linux,i386\n2,3,4\n");

@@ -268,6 +268,9 @@ TEST(flow_values, division_is_accepted_where_a_guard_leaves_no_zero) {
     const std::string flag = "_Bool set = b; if (set) return a / set; return -1;";
     EXPECT_EQ(quotient(flag, 60, 7), 60);
     EXPECT_EQ(quotient(flag, 60, 0), -1);
+    const std::string never = "int d = (b > 0 ? 1 : 2) - 8; return d != 0 ? a / d : a;";
+    EXPECT_EQ(quotient(never, 60, 1), -8);
+    EXPECT_EQ(quotient(never, 60, -1), -10);
     const std::string elsewhere = "int d = a > 0 ? b : 3; if (a > 0 && b == 0) return 0; return a / d;";
     EXPECT_EQ(quotient(elsewhere, 8, 2), 4);
     EXPECT_EQ(quotient(elsewhere, -9, 0), -3);
