@@ -518,7 +518,8 @@ void executor::note_deviations() {
     if (deviations_ != 0) {
         const std::size_t more = deviations_ - 1;
         const std::string others =
-            more == 0 ? "" : " (and in " + std::to_string(more) + (more == 1 ? " more operation)" : " more operations)");
+            more == 0 ? ""
+                      : " (and in " + std::to_string(more) + (more == 1 ? " more operation)" : " more operations)");
         messages_.report(message_id::constant_format, first_deviation_, {others});
     }
 }

@@ -189,7 +189,8 @@ TEST(flow_commands, options_that_would_do_nothing_are_refused) {
     const std::string more = "\nRun with --help for more information.\n";
     EXPECT_EQ(error_of({"view", "x.c", "--svg", "--dot"}), "--svg excludes --dot" + more);
     EXPECT_EQ(error_of({"check", "x.c", "--json", "--dump", "program"}), "--dump excludes --json" + more);
-    EXPECT_EQ(error_of({"simulate", "x.c", "--inputs", "x.csv", "--vectors", "3"}), "--vectors excludes --inputs" + more);
+    EXPECT_EQ(error_of({"simulate", "x.c", "--inputs", "x.csv", "--vectors", "3"}),
+              "--vectors excludes --inputs" + more);
     EXPECT_EQ(error_of({"explore", "x.c", "--csv", "--html"}), "--csv excludes --html" + more);
     EXPECT_EQ(error_of({"explore", "x.c", "--merge", "results", "--point", "3"}), "--merge excludes --point" + more);
     EXPECT_EQ(error_of({"explore", "x.c", "--result", "x.json"}), "--result requires --point" + more);
