@@ -133,7 +133,8 @@ private:
         return true;
     }
 
-    /// What the port's C type holds, decimal or hexadecimal. Says here what else it is.
+    /// What the port's C type holds, decimal or hexadecimal; of 32 bits either reading, with a sign and without one,
+    /// since the bits are the same. Says here what else it is.
     std::optional<std::uint64_t> whole(const field& here, const port& input) {
         std::string_view text = here.text;
         const bool negative = text.starts_with('-');
@@ -153,9 +154,11 @@ private:
             return std::nullopt;
         }
         const bool is_boolean = input.format == number_format::boolean;
-        const std::uint32_t bits = is_boolean ? 1 : 8 * input.c_bytes - (input.c_signed ? 1 : 0);
+        const bool is_whole_word = input.c_bytes == 4;
+        const bool has_sign = !is_boolean && (input.c_signed || is_whole_word);
+        const std::uint32_t bits = is_boolean ? 1 : 8 * input.c_bytes - (has_sign && !is_whole_word ? 1 : 0);
         const std::uint64_t most = (std::uint64_t{1} << bits) - 1;
-        const std::uint64_t least = input.c_signed && !is_boolean ? most + 1 : 0;  // below zero
+        const std::uint64_t least = !has_sign ? 0 : is_whole_word ? 0x80000000U : most + 1;  // below zero
         if (is_long || number > (negative ? least : most)) {
             messages_.report(message_id::csv_range, here.where,
                              {here.text, input.name, is_boolean ? "bool" : input.c_type,
