@@ -21,14 +21,14 @@ void use_large_pages() {
     constexpr std::uintptr_t page = 2 << 20;     // bytes
     constexpr int reserved = 256 << 20;          // bytes
     constexpr std::size_t beyond_now = 1 << 20;  // more than the heap has at the start
-    const auto start = reinterpret_cast<std::uintptr_t>(sbrk(0));
+    auto* const start = static_cast<char*>(sbrk(0));
     mallopt(M_TOP_PAD, reserved);
     void* volatile taken = std::malloc(beyond_now);  // volatile: the compiler leaves out what nobody uses
     std::free(taken);
-    const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0));
-    const std::uintptr_t first = (start + page - 1) / page * page;
+    const auto* const end = static_cast<char*>(sbrk(0));
+    char* const first = start + (page - reinterpret_cast<std::uintptr_t>(start) % page) % page;
     if (first < end) {
-        madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+        madvise(first, static_cast<std::size_t>(end - first), MADV_HUGEPAGE);
     }
 }
 

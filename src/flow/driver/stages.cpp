@@ -112,7 +112,7 @@ void verify(const stage_row& stage, const compilation_state& state) {
         add(faults_of(*state.times, *state.made));
     }
     for (const std::string& fault : faults) {
-        std::fprintf(stderr, "xfcflow: behind stage %s: %s\n", std::string(stage.name).c_str(), fault.c_str());
+        (void)std::fprintf(stderr, "xfcflow: behind stage %s: %s\n", std::string(stage.name).c_str(), fault.c_str());
     }
     if (!faults.empty()) {
         std::abort();

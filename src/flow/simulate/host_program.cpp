@@ -353,7 +353,8 @@ std::string host_call_text(const program& what, const source_map& places, const 
         const bool returns = std::any_of(outputs.begin(), outputs.end(),
                                          [&](const port& one) { return one.returned && one.returned_by == place; });
         std::string called = function;
-        std::string result = "__typeof__(" + called + "(" + arguments + "))";
+        std::string result = "__typeof__(";
+        result.append(called).append("(").append(arguments).append("))");
         if (has_own_type) {  // by way of a pointer, since the types are the same in their members only
             result = what.result_type.empty() ? "void" : types.of(what.result_type, what.parameters.size());
             text.append("    typedef ").append(result).append(" xfc_host_type;\n    xfc_host_type (*volatile ");

@@ -70,8 +70,8 @@ void end_by(int signal) {
             waitpid(child, nullptr, 0);
         }
     });
-    std::signal(signal, SIG_DFL);
-    raise(signal);
+    (void)std::signal(signal, SIG_DFL);
+    (void)raise(signal);
 }
 
 /// What a process has begun is none of those that are forked off it.
