@@ -185,6 +185,7 @@ bool write_files(const fs::path& folder, const std::vector<output_file>& files, 
         }
         errno = 0;
         std::ofstream stream(path, std::ios::binary);
+        const bool is_opened = stream.is_open();
         if (file.pieces) {
             file.pieces([&](std::string_view piece) { stream << piece; });
         } else {
@@ -194,7 +195,7 @@ bool write_files(const fs::path& folder, const std::vector<output_file>& files, 
         if (!stream) {
             const int reason = errno;
             std::error_code ignored;
-            if (fs::is_regular_file(path, ignored)) {
+            if (is_opened && fs::is_regular_file(path, ignored)) {
                 fs::remove(path, ignored);  // half a file serves nobody
             }
             messages.report(message_id::cannot_write, {},

@@ -47,6 +47,24 @@ bool executor::is_declared_as(const known_function& row, const clang::FunctionDe
     return fits;
 }
 
+/// Whether a call has the types of the function of C's library that is called so.
+bool executor::is_library_call(llvm::StringRef name, const clang::FunctionDecl& function,
+                               const clang::CallExpr& expression) const {
+    const auto is_integer = [&](const clang::QualType& type) {
+        const auto scalar = find_scalar(type);
+        return scalar && scalar->is_integer();
+    };
+    const auto type = [&](unsigned index) { return expression.getArg(index)->getType(); };
+    if (!is_of_the_library(name)) {
+        return false;
+    }
+    if (name == "abs" || name == "labs") {
+        return expression.getNumArgs() == 1 && is_integer(type(0)) && is_integer(function.getReturnType());
+    }
+    return expression.getNumArgs() == 3 && function.getReturnType()->isPointerType() && type(0)->isPointerType() &&
+           (name == "memset" ? is_integer(type(1)) : type(1)->isPointerType()) && is_integer(type(2));
+}
+
 result executor::call(const clang::CallExpr& expression, bool discarded) {
     count_step(expression);
     const clang::FunctionDecl& function = callee_of(expression);
@@ -58,7 +76,7 @@ result executor::call(const clang::CallExpr& expression, bool discarded) {
     if (definition != nullptr) {
         return call_with_body(*definition, expression, discarded);
     }
-    if (name.consume_front("__builtin_") || is_of_the_library(name)) {
+    if (name.consume_front("__builtin_") || is_library_call(name, function, expression)) {
         if (auto given = call_builtin(name, expression)) {
             return *given;
         }

@@ -266,6 +266,8 @@ private:
     // ---- calls.cpp ----
     result call(const clang::CallExpr& expression, bool discarded);
     const clang::FunctionDecl& callee_of(const clang::CallExpr& expression);
+    [[nodiscard]] bool is_library_call(llvm::StringRef name, const clang::FunctionDecl& function,
+                                       const clang::CallExpr& expression) const;
     [[nodiscard]] bool is_declared_as(const known_function& row, const clang::FunctionDecl& function) const;
     result call_known(const known_function& row, const clang::FunctionDecl& function,
                       const clang::CallExpr& expression);
@@ -305,6 +307,7 @@ private:
         place returned = {};
         bool left_without_value = false;  ///< by a return that should have had one
         llvm::DenseMap<const clang::VarDecl*, object_id> locals{};
+        llvm::DenseMap<const clang::Expr*, object_id> literals{};  ///< compound ones
     };
 
     clang::ASTContext& context_;
@@ -331,7 +334,7 @@ private:
     mutable std::optional<scalar_type> last_scalar_ = std::nullopt;
     std::vector<frame> frames_;
     llvm::DenseMap<const clang::VarDecl*, object_id> globals_;
-    llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings, and compound ones
+    llvm::DenseMap<const clang::Expr*, object_id> literals_;  ///< strings
     llvm::DenseMap<const clang::OpaqueValueExpr*, result> opaque_;
     llvm::DenseMap<llvm::StringRef, const clang::FunctionDecl*> bodies_;
     std::vector<const clang::FunctionDecl*> functions_by_number_;

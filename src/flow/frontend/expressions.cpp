@@ -110,13 +110,15 @@ result executor::evaluate(const clang::Expr& expression) {
     refuse(message_id::other_expression, range(expression), {"this expression"});
 }
 
-/// A compound literal is one object as long as its block is open, and gets its value each time that it is met.
+/// A compound literal is one object of a call as long as its block is open, and gets its value each time that it is
+/// met.
 place executor::address_of_literal(const clang::CompoundLiteralExpr& expression) {
-    const auto found = literals_.find(&expression);
-    const bool known = found != literals_.end() && !memory_[found->second].ended;
+    auto& literals = frames_.back().literals;  // calls in the initializer may move it
+    const auto found = literals.find(&expression);
+    const bool known = found != literals.end() && !memory_[found->second].ended;
     const object_id id = known ? found->second : create_object(expression.getType(), "literal", range(expression));
     if (!known) {
-        literals_[&expression] = id;
+        literals[&expression] = id;
         living_.push_back(id);
     }
     memory_.set_read_only(id, false);

@@ -84,7 +84,7 @@ void forget() {
 void clean_up_when_interrupted() {
     static const bool done = [] {
         pthread_atfork(nullptr, nullptr, forget);
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
             struct sigaction now = {};
             if (sigaction(signal, nullptr, &now) == 0 && now.sa_handler == SIG_DFL) {
                 now.sa_handler = end_by;

@@ -8,7 +8,7 @@
 
 namespace xfc::flow {
 
-/// A new folder that goes with its owner, and with the process when SIGINT, SIGTERM or SIGHUP ends that. The path is
+/// A new folder that goes with its owner, and with the process when SIGINT, SIGTERM, SIGHUP or SIGQUIT ends that. The path is
 /// empty when there is no room for one.
 class temporary_folder {
 public:

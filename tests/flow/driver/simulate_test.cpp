@@ -407,7 +407,7 @@ TEST_F(flow_simulate, an_interrupted_run_leaves_no_files_and_no_simulator) {
         written("tools/iverilog", "#!/bin/sh\n/bin/sleep 1000 &\necho $! >'" + number.string() + ".new'\n/bin/mv '" +
                                       number.string() + ".new' '" + number.string() + "'\nwait\n");
     fs::permissions(endless, fs::perms::owner_all);
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGQUIT}) {
         const fs::path scratch = path("scratch");
         fs::create_directories(scratch);
         fs::remove(number);

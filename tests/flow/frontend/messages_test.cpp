@@ -88,6 +88,12 @@ TEST(flow_messages, what_is_not_what_its_name_says_is_refused) {
         const std::string arguments = head.find(',') != std::string::npos ? "(x, x)" : "(x)";
         EXPECT_TRUE(refused(head + " int f(int x) { return " + name + arguments + "; }", "no-body")) << head;
     }
+    for (const std::string text : {"float abs(float x); float f(float x) { return abs(x); }",
+                                   "int abs(void); int f(int x) { return abs() + x; }",
+                                   "void *memcpy(); void f(int x, int *y) { int t = x; memcpy(y, &t); }",
+                                   "float memset(float x, float y); float f(float x) { return memset(x, x); }"}) {
+        EXPECT_TRUE(refused(text, "no-body")) << text;
+    }
     for (const std::string text :
          {"static int get(int w, const int m[][w]) { return m[1][2]; } int f(const int m[2][3]) { return get(3, m); }",
           "int f(const int m[2][3]) { int n = 3; const int (*p)[n] = m; p++; return (*p)[1]; }",

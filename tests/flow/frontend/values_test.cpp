@@ -201,6 +201,15 @@ TEST(flow_values, initializers_of_every_shape) {
         123);
 }
 
+TEST(flow_values, every_call_has_a_literal_of_its_own) {
+    EXPECT_EQ(
+        result_of(
+            "static int g(int n, int x) { int *p = (int[]){n}, r = 0; if (n > 0) r = g(n - 1, x); return 10 * r + "
+            "*p + x; } int f(int x) { return g(2, x); }",
+            {{"x", 0}}),
+        12);
+}
+
 TEST(flow_values, the_library_may_be_declared_by_hand) {
     EXPECT_EQ(
         result_of("void *memcpy(void *, const void *, unsigned); int abs(int); int f(int x) { int y; memcpy(&y, &x, "
