@@ -86,6 +86,10 @@ typedef unsigned long long word;
 
 void xfc_host_run(const word* in, word* out);
 
+/* Integers of the program have 32 bits, long ones too. */
+int xfc_host_labs(int) __asm__("labs");
+int xfc_host_labs(int x) { return x < 0 ? (int)(0u - (unsigned)x) : x; }
+
 int main(int count, char** words) {
     const size_t vectors = strtoul(words[1], 0, 10);
     const size_t inputs = strtoul(words[2], 0, 10);

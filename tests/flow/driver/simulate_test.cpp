@@ -392,6 +392,12 @@ TEST_F(flow_simulate, a_product_of_what_is_open_and_zero_is_open) {
     EXPECT_EQ(done["agrees"], true) << done;
 }
 
+TEST_F(flow_simulate, a_long_has_32_bits_in_the_library_too) {
+    const auto done = report("long labs(long); void top(int x, int *y) { *y = labs(x); }\n", "x\n-7\n5\n-2147483647\n");
+    EXPECT_EQ(done["agrees"], true) << done;
+    EXPECT_EQ(done["host"]["ran"], true) << done;
+}
+
 TEST_F(flow_simulate, names_that_a_host_defines_are_names) {
     const auto done = report("float f(float unix, float linux, float i386) { return unix * linux + i386; }\n",
                              "unix,linux,i386\n2,3,4\n");
