@@ -26,14 +26,6 @@ constexpr narrow_type narrow_types[] = {
 constexpr std::array<std::string_view, 4> first_places{"(*@)", "@[0]", "*(@ + 0)", "(*&*@)"};
 constexpr std::array<std::string_view, 3> next_places{"@[1]", "(*(@ + 1))", "1[@]"};
 
-std::string named(std::string_view pattern, const std::string& name) {
-    std::string text;
-    for (const char letter : pattern) {
-        text += letter == '@' ? name : std::string(1, letter);
-    }
-    return text;
-}
-
 }  // namespace
 
 std::string writer::declaration() {

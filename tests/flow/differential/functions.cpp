@@ -47,14 +47,6 @@ constexpr std::array<std::string_view, 4> recursions{
     "    switch (n) {\n    case 0:\n        return a;\n    case 1:\n        return {t};\n    default:\n"
     "        return @(a, n - 1) - @({t}, n - 2);\n    }\n"};
 
-std::string named(std::string_view pattern, const std::string& name) {
-    std::string text;
-    for (const char letter : pattern) {
-        text += letter == '@' ? name : std::string(1, letter);
-    }
-    return text;
-}
-
 }  // namespace
 
 void writer::draw_record_types() {

@@ -103,6 +103,14 @@ kind writer::any_kind() {
     return drawn < 5 ? kind::whole : drawn < 7 ? kind::natural : drawn < 16 || !allow_wide_ ? kind::single : kind::wide;
 }
 
+std::string named(std::string_view pattern, const std::string& name, const std::string& second) {
+    std::string text;
+    for (const char letter : pattern) {
+        text += letter == '@' ? name : letter == '#' ? second : std::string(1, letter);
+    }
+    return text;
+}
+
 std::string writer::name_of(kind type) { return std::string(type_names.at(static_cast<std::size_t>(type))); }
 
 /// Called without a declaration, functions work in their operands' format.

@@ -37,14 +37,6 @@ constexpr loop_row loops[] = {
     {"EACH(@, #) {", "}", "@"},
 };
 
-std::string named(std::string_view pattern, const std::string& name, const std::string& rounds) {
-    std::string text;
-    for (const char letter : pattern) {
-        text += letter == '@' ? name : letter == '#' ? rounds : std::string(1, letter);
-    }
-    return text;
-}
-
 /// The labels of a choice between four, and whether it has a range.
 constexpr std::array<std::string_view, 4> labels{"case 0:", "case 1:", "case 2 ... 3:", "case -1:"};
 

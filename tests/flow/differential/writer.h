@@ -67,6 +67,9 @@ struct production {
     needs what = needs::nothing;
 };
 
+/// A pattern with `name` in the place of each @ and `second` of each #.
+[[nodiscard]] std::string named(std::string_view pattern, const std::string& name, const std::string& second = "#");
+
 /// Writes one program; what it draws is in tables, a table in the file of its kind.
 class writer {
 public:
