@@ -1,6 +1,5 @@
 // Calls: functions with bodies are followed, known functions become operations.
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -14,12 +13,6 @@ namespace {
 
 constexpr std::size_t deepest_calls = 1000;
 constexpr double largest_power = 64;
-
-/// Functions of C that a program may declare itself instead of including their header.
-bool is_of_the_library(llvm::StringRef name) {
-    constexpr std::array<std::string_view, 5> names = {"abs", "labs", "memcpy", "memmove", "memset"};
-    return std::find(names.begin(), names.end(), std::string_view(name)) != names.end();
-}
 
 }  // namespace
 
@@ -47,7 +40,8 @@ bool executor::is_declared_as(const known_function& row, const clang::FunctionDe
     return fits;
 }
 
-/// Whether a call has the types of the function of C's library that is called so.
+/// Whether a call is one of a function of C's library that the program declares itself, instead of including the
+/// header: its name and its types.
 bool executor::is_library_call(llvm::StringRef name, const clang::FunctionDecl& function,
                                const clang::CallExpr& expression) const {
     const auto is_integer = [&](const clang::QualType& type) {
@@ -55,11 +49,11 @@ bool executor::is_library_call(llvm::StringRef name, const clang::FunctionDecl& 
         return scalar && scalar->is_integer();
     };
     const auto type = [&](unsigned index) { return expression.getArg(index)->getType(); };
-    if (!is_of_the_library(name)) {
-        return false;
-    }
     if (name == "abs" || name == "labs") {
         return expression.getNumArgs() == 1 && is_integer(type(0)) && is_integer(function.getReturnType());
+    }
+    if (name != "memcpy" && name != "memmove" && name != "memset") {
+        return false;
     }
     return expression.getNumArgs() == 3 && function.getReturnType()->isPointerType() && type(0)->isPointerType() &&
            (name == "memset" ? is_integer(type(1)) : type(1)->isPointerType()) && is_integer(type(2));
