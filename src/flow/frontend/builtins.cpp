@@ -150,7 +150,7 @@ clang::QualType executor::element_type(const clang::Expr& pointer, const place& 
         type = type->getPointeeType();
     }
     if (type->isVoidType()) {
-        type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[where.object].type));
+        type = type_of(memory_[where.object]);
     }
     return context_.getBaseElementType(type).getUnqualifiedType();
 }

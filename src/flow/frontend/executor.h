@@ -58,6 +58,11 @@ struct scalar_type {
     [[nodiscard]] bool sign_extended() const { return !is_integer() || is_signed || bytes >= 4; }
 };
 
+/// The type of a whole object of the memory.
+[[nodiscard]] inline clang::QualType type_of(const object& one) {
+    return clang::QualType::getFromOpaquePtr(const_cast<void*>(one.type));
+}
+
 /// The number type of one of C's own types, as the target has it; nothing for types without a format in hardware.
 [[nodiscard]] std::optional<scalar_type> scalar_of_builtin(clang::BuiltinType::Kind kind);
 

@@ -16,8 +16,6 @@ namespace {
 
 constexpr std::uint32_t most_bytes = 1U << 26U;  // of one object
 
-clang::QualType type_of(const object& one) { return clang::QualType::getFromOpaquePtr(const_cast<void*>(one.type)); }
-
 }  // namespace
 
 std::uint32_t executor::bytes_of(const clang::QualType& type) const {

@@ -140,7 +140,7 @@ void executor::initialize_globals() {
     for (const auto& [id, variable] : ordered) {
         const clang::VarDecl* with_value = nullptr;
         const clang::Expr* initializer = variable->getAnyInitializer(with_value);
-        const clang::QualType type = clang::QualType::getFromOpaquePtr(const_cast<void*>(memory_[id].type));
+        const clang::QualType type = type_of(memory_[id]);
         const bool constant = context_.getBaseElementType(type).isConstQualified();
         const bool defined = variable->hasDefinition(context_) != clang::VarDecl::DeclarationOnly;
         if (initializer != nullptr) {
@@ -364,8 +364,7 @@ void executor::finish_graph() {
     for (std::size_t index = 0; index < candidates_.size(); ++index) {
         const candidate& variable = candidates_[index];
         const object& one = memory_[variable.object];
-        list_ports(clang::QualType::getFromOpaquePtr(const_cast<void*>(one.type)), {variable.object, 0},
-                   variable.access, variable.access, places[index]);
+        list_ports(type_of(one), {variable.object, 0}, variable.access, variable.access, places[index]);
         for (const port_place& place : places[index]) {
             if (is_output(variable, place)) {
                 const value_id what = output_value(place);
