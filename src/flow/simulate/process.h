@@ -8,8 +8,8 @@
 
 namespace xfc::flow {
 
-/// A new folder that goes with its owner, and with the process when SIGINT, SIGTERM, SIGHUP or SIGQUIT ends that. The path is
-/// empty when there is no room for one.
+/// A new folder that goes with its owner, and with the process when SIGINT, SIGTERM, SIGHUP or SIGQUIT ends that. The
+/// path is empty when there is no room for one.
 class temporary_folder {
 public:
     temporary_folder();
