@@ -38,7 +38,7 @@ std::string summary(const compilation_state& state, const built_design& result) 
         instances += node.kind == node_kind::instance ? 1 : 0;
     }
     const schedule& times = *state.times;
-    std::string text = result.names.design + ": latency " + counted_cycles(times.latency) + ", " +
+    std::string text = result.text->name + ": latency " + counted_cycles(times.latency) + ", " +
                        std::to_string(instances) + " components, " + std::to_string(times.register_bits) +
                        " register bits in delays (" + std::to_string(times.register_bits_soonest) +
                        " with every start as soon as possible)\n";
@@ -77,11 +77,13 @@ std::vector<language> languages_of(const command_line& line) {
 std::optional<built_design> built(const compilation_state& state) {
     const graph& values = state.current->values;
     built_design result;
-    result.names = names_of(values, state.current->name, *state.made, state.places);
+    const auto names =
+        std::make_shared<const design_names>(names_of(values, state.current->name, *state.made, state.places));
     result.text = std::make_shared<const datapath>(
-        make_datapath(values, *state.made, *state.times, result.names, state.places, header_of(state, result.names)));
-    auto files = files_of(result.text, languages_of(state.line),
-                          design_json(values, *state.made, *state.times, result.names, state.places));
+        make_datapath(values, *state.made, *state.times, names, state.places, header_of(state, *names)));
+    auto files = files_of(result.text, languages_of(state.line), [&state, names](const text_taker& take) {
+        write_design_json(state.current->values, *state.made, *state.times, *names, state.places, take);
+    });
     if (!files) {
         state.messages.report(message_id::library_missing, {}, {library_folder().string()});
         return std::nullopt;
@@ -89,7 +91,7 @@ std::optional<built_design> built(const compilation_state& state) {
     result.files = std::move(*files);
     if (!state.line.driver.empty()) {
         const host_model_facts facts{.latency = state.times->latency, .header = result.text->header};
-        auto model = host_model_files(values, *state.made, result.names, state.places, facts,
+        auto model = host_model_files(values, *state.made, *names, state.places, facts,
                                       state.line.driver == "c" ? host_language::c : host_language::python);
         if (!model) {
             state.messages.report(message_id::library_missing, {}, {library_folder().string()});

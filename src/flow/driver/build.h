@@ -8,9 +8,9 @@
 
 namespace xfc::flow {
 
-/// A compilation with everything that is written about it.
+/// A compilation with everything that is written about it. Some files are written from the compilation's state, which
+/// must stay as long.
 struct built_design {
-    design_names names = {};
     std::shared_ptr<const datapath> text = {};  ///< shared with those files that are written from it
     std::vector<output_file> files = {};
 };

@@ -172,7 +172,7 @@ private:
         }
         equal_.assign(values().outputs().size(), applied_.vectors.size());
         const std::string cycles = counted_cycles(what_->text->latency);
-        text_ = what_->names.design + ": latency " + cycles + ", " + std::to_string(applied_.vectors.size()) +
+        text_ = what_->text->name + ": latency " + cycles + ", " + std::to_string(applied_.vectors.size()) +
                 (simulators_.empty() ? " vectors through the model\n"
                                      : " vectors in every cycle, then with pauses and gaps\n");
         report_["latency"] = what_->text->latency;
@@ -204,7 +204,7 @@ private:
             return "there is no room for the test bench";
         }
         std::vector<std::string> order;
-        const std::string list = what_->names.design + (row.lang == language::vhdl ? "_vhdl.f" : "_verilog.f");
+        const std::string list = what_->text->name + (row.lang == language::vhdl ? "_vhdl.f" : "_verilog.f");
         std::istringstream lines(read_file(folder.path() / list));
         for (std::string file; std::getline(lines, file);) {
             order.push_back(file);

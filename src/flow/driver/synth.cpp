@@ -19,7 +19,7 @@ using json = nlohmann::ordered_json;
 
 std::string text_of(const synthesis_result& result, const built_design& what, const family_row& family) {
     std::ostringstream text;
-    text << what.names.design << " for " << family.text << " by " << result.tools << ": "
+    text << what.text->name << " for " << family.text << " by " << result.tools << ": "
          << result.counts.look_up_tables << " look-up tables, " << result.counts.flip_flops << " flip-flops, "
          << result.counts.multipliers << " multiplier blocks\n";
     if (!result.fits) {
@@ -43,7 +43,7 @@ std::string text_of(const synthesis_result& result, const built_design& what, co
 }
 
 json json_of(const synthesis_result& result, const built_design& what, const family_row& family) {
-    json all = {{"design", what.names.design},
+    json all = {{"design", what.text->name},
                 {"family", family.name},
                 {"tools", result.tools},
                 {"look_up_tables", result.counts.look_up_tables},

@@ -2,16 +2,15 @@
 
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "base/arena.h"
 #include "flow/emit/names.h"
 #include "flow/passes/schedule.h"
 
@@ -80,13 +79,12 @@ struct output_text {
     std::string_view driver = {};
 };
 
-/// What a datapath's parts name; it stays where it is as long as anybody has the datapath.
-struct datapath_store {
-    arena texts = {};
-    std::deque<port_group> groups = {};
-    std::deque<instance_kind> kinds = {};
-};
+/// Are given buses and instances one by one; what they name stands as long as the call lasts.
+using signal_taker = std::function<void(const bus_text&)>;
+using instance_taker = std::function<void(const instance_text&)>;
 
+/// There may be hundreds of thousands of signals and instances, so they are told when they are asked for: from the
+/// compilation that the datapath was made of, which must stay as long.
 struct datapath {
     std::string name = {};
     std::int32_t latency = 0;              ///< cycles
@@ -94,15 +92,17 @@ struct datapath {
     std::vector<bus_text> inputs = {};
     std::vector<output_text> outputs = {};
     std::vector<constant_bus> constants = {};
-    std::vector<bus_text> signals = {};
-    std::vector<instance_text> instances = {};  ///< in the order of their nodes, each bus's delays behind it
-    std::string start_chain = {};               ///< name of the chain from startin to startout
-    std::shared_ptr<datapath_store> store = {};
+    std::string start_chain = {};                ///< name of the chain from startin to startout
+    std::set<std::string_view> components = {};  ///< that have an instance
+    std::function<void(const signal_taker&)> for_each_signal = {};
+    /// In the order of their nodes, each bus's delays behind it.
+    std::function<void(const instance_taker&)> for_each_instance = {};
+    std::shared_ptr<const void> store = {};  ///< texts that the members name
 };
 
 /// Puts names, components and delays together. `header` becomes the comment on top.
 [[nodiscard]] datapath make_datapath(const graph& values, const design& made, const schedule& times,
-                                     const design_names& names, const source_map& places,
+                                     const std::shared_ptr<const design_names>& names, const source_map& places,
                                      std::vector<std::string> header);
 
 /// The same design in a language. VHDL-93 with numeric_std alone; Verilog-2001.

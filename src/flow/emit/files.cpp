@@ -15,50 +15,53 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using json = nlohmann::ordered_json;
-
-json ports_json(std::span<const port> ports, const std::vector<std::string>& names) {
-    json list = json::array();
-    for (std::size_t place = 0; place < ports.size(); ++place) {
-        list.push_back({{"name", names[place]},
-                        {"format", format_name(ports[place].format)},
-                        {"bits", format_bits(ports[place].format)},
-                        {"c_type", ports[place].c_type},
-                        {"c_access", ports[place].c_access}});
+/// A text as JSON has it, in quotes.
+void append_quoted(std::string& text, std::string_view quoted) {
+    const bool plain = std::all_of(quoted.begin(), quoted.end(), [](char letter) {
+        return letter >= ' ' && letter <= '~' && letter != '"' && letter != '\\';
+    });
+    if (plain) {
+        append_all(text, "\"", quoted, "\"");
+    } else {
+        text += nlohmann::json(quoted).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
     }
-    return list;
 }
 
-/// One value of the description, indented as the rest of it.
+/// What stands between the members of a list, which is on one line each.
+constexpr std::string_view between_members = ",\n    ";
+constexpr std::string_view first_member = "\n    ";
+
+void write_ports(std::string& text, std::string_view what, std::span<const port> ports,
+                 const std::vector<std::string>& names, const text_taker& take) {
+    append_all(text, ",\n  \"", what, "\": [");
+    std::string_view between = first_member;
+    for (std::size_t place = 0; place < ports.size(); ++place) {
+        const port& one = ports[place];
+        append_all(text, between, "{\"name\": \"", names[place], "\", \"format\": \"", format_name(one.format),
+                   "\", \"bits\": ", format_bits(one.format), ", \"c_type\": ");
+        append_quoted(text, one.c_type);
+        text += ", \"c_access\": ";
+        append_quoted(text, one.c_access);
+        text += "}";
+        between = between_members;
+        take_full_block(text, take);
+    }
+    text += ports.empty() ? "]" : "\n  ]";
+}
+
 void append_value(std::string& text, const value& one, const design_node& node, const source_position& place,
                   std::string_view name, std::int32_t start) {
     const component_operation works = row_of(node.component).operation;
     const bool converts = works == component_operation::convert || works == component_operation::normalize;
-    append_all(text, "    {\n      \"name\": \"", name, "\",\n      \"operation\": \"",
-               converts ? "convert" : row_of(one.op).name, "\",\n      \"component\": \"", component_name(node),
-               "\",\n      \"format\": \"", row_of(node.code).text, "\",\n      \"start\": ", start,
-               ",\n      \"end\": ", start + node.latency());
+    append_all(text, "{\"name\": \"", name, "\", \"operation\": \"", converts ? "convert" : row_of(one.op).name,
+               "\", \"component\": \"", component_name(node), "\", \"format\": \"", row_of(node.code).text,
+               "\", \"start\": ", start, ", \"end\": ", start + node.latency());
     if (place.line != 0) {
-        const bool plain = std::all_of(place.file.begin(), place.file.end(), [](char letter) {
-            return letter >= ' ' && letter <= '~' && letter != '"' && letter != '\\';
-        });
-        text += ",\n      \"file\": ";
-        if (plain) {
-            append_all(text, "\"", place.file, "\"");
-        } else {
-            text += json(place.file).dump(-1, ' ', false, json::error_handler_t::replace);
-        }
-        append_all(text, ",\n      \"line\": ", place.line);
+        text += ", \"file\": ";
+        append_quoted(text, place.file);
+        append_all(text, ", \"line\": ", place.line);
     }
-    text += "\n    }";
-}
-
-std::set<std::string_view> components_of(const datapath& what) {
-    std::set<std::string_view> components;
-    for (const instance_text& one : what.instances) {
-        components.insert(one.component);
-    }
-    return components;
+    text += "}";
 }
 
 /// A fileset of the core file.
@@ -88,40 +91,39 @@ std::string edam_text(const std::string& name, language lang, std::string_view t
 
 }  // namespace
 
-std::string design_json(const graph& values, const design& made, const schedule& times, const design_names& names,
-                        const source_map& places) {
-    const json head = {{"name", names.design},
-                       {"latency", times.latency},
-                       {"register_bits", times.register_bits},
-                       {"register_bits_as_soon_as_possible", times.register_bits_soonest},
-                       {"inputs", ports_json(values.inputs(), names.inputs)},
-                       {"outputs", ports_json(values.outputs(), names.outputs)}};
-    std::string text = head.dump(2, ' ', false, json::error_handler_t::replace);
-    text.resize(text.size() - std::string_view("\n}").size());
-    text += ",\n  \"values\": ";
-    text.reserve(text.size() + std::size_t{made.size()} * 300);  // about what a value takes
-    std::string_view between = "[\n";
-    // Written by hand, since there may be hundreds of thousands.
+void write_design_json(const graph& values, const design& made, const schedule& times, const design_names& names,
+                       const source_map& places, const text_taker& take) {
+    // Written by hand, since there may be hundreds of thousands of values.
+    std::string text;
+    append_all(text, "{\n  \"name\": \"", names.design, "\",\n  \"latency\": ", times.latency,
+               ",\n  \"register_bits\": ", times.register_bits,
+               ",\n  \"register_bits_as_soon_as_possible\": ", times.register_bits_soonest);
+    write_ports(text, "inputs", values.inputs(), names.inputs, take);
+    write_ports(text, "outputs", values.outputs(), names.outputs, take);
+    text += ",\n  \"values\": [";
+    std::string_view between = first_member;
     for (node_id id = 0; id < made.size(); ++id) {
         if (made[id].kind == node_kind::instance) {
             text += between;
             append_value(text, values[made[id].value], made[id], places.position_of(values[made[id].value].where),
                          names.nodes[id], times.start[id]);
-            between = ",\n";
+            between = between_members;
+            take_full_block(text, take);
         }
     }
-    return text += between == "[\n" ? "[]\n}\n" : "\n  ]\n}\n";
+    take(text += between == first_member ? "]\n}\n" : "\n  ]\n}\n");
 }
 
 std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const datapath>& shared,
-                                                 const std::vector<language>& languages, std::string json_text) {
+                                                 const std::vector<language>& languages,
+                                                 std::function<void(const text_taker&)> description) {
     const datapath& what = *shared;
     std::vector<output_file> files;
     std::string filesets;
     std::string names_of_sets;
     const fs::path library = library_folder();
     for (const language lang : languages) {
-        auto needed = files_for(components_of(what), library, lang);
+        auto needed = files_for(what.components, library, lang);
         if (!needed) {
             return std::nullopt;
         }
@@ -147,7 +149,9 @@ std::optional<std::vector<output_file>> files_of(const std::shared_ptr<const dat
         filesets += fileset(name, type, order);
         names_of_sets += (names_of_sets.empty() ? "" : ", ") + std::string(name);
     }
-    files.push_back({what.name + ".json", std::move(json_text)});
+    if (description) {
+        files.push_back({.path = what.name + ".json", .pieces = std::move(description)});
+    }
     // One language is enough for a tool; the first one is the default.
     const std::string first = names_of_sets.substr(0, names_of_sets.find(','));
     std::string core = "CAPI=2:\nname: ::" + what.name + ":0\ndescription: pipelined datapath of " +

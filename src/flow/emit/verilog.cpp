@@ -9,8 +9,6 @@ constexpr std::string_view before_ports = R"(module @name@
   (input sysclk, reset, enable,
    input startin,   // the inputs are valid
 )";
-constexpr std::string_view input_port = "   input [@width@:1] @port@,   // @comment@\n";
-constexpr std::string_view output_port = "   output [@width@:1] @port@,   // @comment@\n";
 constexpr std::string_view behind_ports = R"(   output startout);   // the outputs are valid
 
   reg [@latency@:1] @chain@;
@@ -103,31 +101,30 @@ void write_verilog(const datapath& what, const text_taker& take) {
         text += line.empty() ? "//\n" : "// " + line + "\n";
     }
     text += filled_template(before_ports, words);
-    const auto bus_words = [](const bus_text& bus) {
-        return substitutions{{"port", std::string(bus.name)},
-                             {"width", std::to_string(bus.width)},
-                             {"comment", std::string(bus.comment)}};
+    const auto append_port = [&](const bus_text& bus, std::string_view direction) {
+        append_all(text, "   ", direction, " [", bus.width, ":1] ", bus.name, ",   // ", bus.comment, "\n");
+        take_full_block(text, take);
     };
     for (const bus_text& bus : what.inputs) {
-        text += filled_template(input_port, bus_words(bus));
+        append_port(bus, "input");
     }
     for (const output_text& output : what.outputs) {
-        text += filled_template(output_port, bus_words(output.bus));
+        append_port(output.bus, "output");
     }
     text += filled_template(behind_ports, words);
     for (const auto& [bus, bits] : what.constants) {
         append_all(text, "  wire [", bus.width, ":1] ", bus.name, " = ", bus.width, "'b", bits, ";   // ", bus.comment,
                    "\n");
     }
-    for (const bus_text& bus : what.signals) {
+    what.for_each_signal([&](const bus_text& bus) {
         append_all(text, "  wire [", bus.width, ":1] ", bus.name, ";   // ", bus.comment, "\n");
         take_full_block(text, take);
-    }
+    });
     text += filled_template(chain_text, words);
-    for (const instance_text& one : what.instances) {
+    what.for_each_instance([&](const instance_text& one) {
         append_instance(text, one);
         take_full_block(text, take);
-    }
+    });
     for (const output_text& output : what.outputs) {
         append_all(text, "  assign ", output.bus.name, " = ", output.driver, ";\n");
     }

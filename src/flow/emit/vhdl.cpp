@@ -12,8 +12,6 @@ entity @name@ is
   port (sysclk, reset, enable : in std_logic;
         startin : in std_logic;   -- the inputs are valid
 )";
-constexpr std::string_view input_port = "        @port@ : in std_logic_vector(@width@ downto 1);   -- @comment@\n";
-constexpr std::string_view output_port = "        @port@ : out std_logic_vector(@width@ downto 1);   -- @comment@\n";
 constexpr std::string_view behind_ports = R"(        startout : out std_logic);   -- the outputs are valid
 end @name@;
 
@@ -102,32 +100,32 @@ void write_vhdl(const datapath& what, const text_taker& take) {
         text += line.empty() ? "--\n" : "-- " + line + "\n";
     }
     text += filled_template(before_ports, words);
-    const auto bus_words = [](const bus_text& bus) {
-        return substitutions{{"port", std::string(bus.name)},
-                             {"width", std::to_string(bus.width)},
-                             {"comment", std::string(bus.comment)}};
+    const auto append_port = [&](const bus_text& bus, std::string_view direction) {
+        append_all(text, "        ", bus.name, " : ", direction, " std_logic_vector(", bus.width, " downto 1);   -- ",
+                   bus.comment, "\n");
+        take_full_block(text, take);
     };
     for (const bus_text& bus : what.inputs) {
-        text += filled_template(input_port, bus_words(bus));
+        append_port(bus, "in");
     }
     for (const output_text& output : what.outputs) {
-        text += filled_template(output_port, bus_words(output.bus));
+        append_port(output.bus, "out");
     }
     text += filled_template(behind_ports, words);
     for (const auto& [bus, bits] : what.constants) {
         append_all(text, "  constant ", bus.name, " : std_logic_vector(", bus.width, " downto 1) := \"", bits,
                    "\";   -- ", bus.comment, "\n");
     }
-    for (const bus_text& bus : what.signals) {
+    what.for_each_signal([&](const bus_text& bus) {
         append_all(text, "  signal ", bus.name, " : std_logic_vector(", bus.width, " downto 1);   -- ", bus.comment,
                    "\n");
         take_full_block(text, take);
-    }
+    });
     text += filled_template(chain_text, words);
-    for (const instance_text& one : what.instances) {
+    what.for_each_instance([&](const instance_text& one) {
         append_instance(text, one);
         take_full_block(text, take);
-    }
+    });
     for (const output_text& output : what.outputs) {
         append_all(text, "  ", output.bus.name, " <= ", output.driver, ";\n");
     }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -43,20 +45,29 @@ endmodule
 constexpr std::string_view script =
     "read_verilog @files@; @synthesis@ -top @top@; tee -q -o @top@_stat.json stat -json; write_json @top@.json";
 
+using instances_by_label = std::map<std::string, path_stretch, std::less<>>;
+
+instances_by_label instances_of(const datapath& what) {
+    instances_by_label all;
+    what.for_each_instance([&](const instance_text& one) {
+        all[std::string(one.label)] = {
+            .instance = std::string(one.label), .component = one.component, .comment = std::string(one.comment)};
+    });
+    return all;
+}
+
 /// The instance that a cell's name tells: "sum_x_i.round.up_SB_LUT4_O" is of sum_x_i, in its step round.
-path_stretch stretch_of(std::string_view cell, const datapath& what) {
+path_stretch stretch_of(std::string_view cell, const instances_by_label& instances) {
     constexpr std::string_view wrapper = "design.";
     if (cell.starts_with(wrapper)) {
         cell.remove_prefix(wrapper.size());
     }
     const std::string_view label = cell.substr(0, cell.find('.'));
-    const auto found = std::find_if(what.instances.begin(), what.instances.end(),
-                                    [&](const instance_text& one) { return one.label == label; });
-    if (found == what.instances.end()) {
+    const auto found = instances.find(label);
+    if (found == instances.end()) {
         return {};
     }
-    path_stretch stretch{
-        .instance = std::string(found->label), .component = found->component, .comment = std::string(found->comment)};
+    path_stretch stretch = found->second;
     const std::string_view rest = cell.substr(std::min(cell.size(), label.size() + 1));
     if (rest.find('.') != std::string_view::npos) {
         stretch.step = rest.substr(0, rest.find('.'));
@@ -110,6 +121,7 @@ std::optional<placement> placement_of(std::string_view report, const datapath& w
     if (all.is_discarded() || !all.contains("fmax") || all["fmax"].empty()) {
         return std::nullopt;
     }
+    const instances_by_label instances = instances_of(what);
     placement placed{.megahertz = all["fmax"].begin().value().value("achieved", 0.0)};
     for (const json& path : all.value("critical_paths", json::array())) {
         const bool between_registers = path["from"].get<std::string>().starts_with("posedge") &&
@@ -120,7 +132,7 @@ std::optional<placement> placement_of(std::string_view report, const datapath& w
         for (const json& part : path["path"]) {
             // A wire belongs to what drives it.
             const json& end = part["type"] == "routing" ? part["from"] : part["to"];
-            path_stretch next = stretch_of(end["cell"].get<std::string>(), what);
+            path_stretch next = stretch_of(end["cell"].get<std::string>(), instances);
             if (placed.path.empty() || placed.path.back().instance != next.instance ||
                 placed.path.back().step != next.step) {
                 placed.path.push_back(std::move(next));

@@ -82,7 +82,7 @@ TEST_P(host_model, gives_the_bits_of_the_design_s_own_models) {
     ASSERT_TRUE(what.has_value());
     const temporary_folder folder;
     ASSERT_TRUE(write_files(folder.path(), what->files, messages));
-    const std::string name = what->names.design + "_model";
+    const std::string name = what->text->name + "_model";
     ASSERT_EQ(run_command({HOST_COMPILER, "-std=c++17", "-O1", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-shared",
                            "-fPIC", name + ".cpp", "-o", "model.so"},
                           folder.path()),

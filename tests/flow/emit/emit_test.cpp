@@ -24,7 +24,7 @@ struct hardware {
     source_map places;
     design made;
     schedule times;
-    design_names names;
+    std::shared_ptr<const design_names> names;
     datapath text;
 
     hardware(graph values, std::string_view name, const std::string& program = "") : source(std::move(values)) {
@@ -32,7 +32,7 @@ struct hardware {
         diagnostics messages;
         made = select_components(source, default_library_options(false), messages).value();
         times = balanced_schedule(made);
-        names = names_of(source, name, made, places);
+        names = std::make_shared<const design_names>(names_of(source, name, made, places));
         text = make_datapath(source, made, times, names, places, {"test"});
     }
 };
@@ -56,7 +56,7 @@ TEST(names, of_buses_are_those_of_the_variables_that_they_are_assigned_to) {
     w.output("y_2", make(operation::subtract, outer, b, "outer - b"));
     w.output("result", make(operation::subtract, a, b, "a - b"));
     const hardware h(std::move(w.made), "test", program);
-    const std::set<std::string> names(h.names.nodes.begin(), h.names.nodes.end());
+    const std::set<std::string> names(h.names->nodes.begin(), h.names->nodes.end());
     for (const char* wanted : {"a", "b", "outer_x", "y_x", "subtract_line3_x"}) {
         EXPECT_TRUE(names.contains(wanted)) << wanted;
     }
@@ -77,12 +77,8 @@ TEST(names, are_legal_and_unlike_each_other_whatever_the_case) {
     for (const output_text& output : h.text.outputs) {
         all.emplace_back(output.bus.name);
     }
-    for (const bus_text& bus : h.text.signals) {
-        all.emplace_back(bus.name);
-    }
-    for (const instance_text& instance : h.text.instances) {
-        all.emplace_back(instance.label);
-    }
+    h.text.for_each_signal([&](const bus_text& bus) { all.emplace_back(bus.name); });
+    h.text.for_each_instance([&](const instance_text& instance) { all.emplace_back(instance.label); });
     std::set<std::string> lower;
     for (std::string name : all) {
         std::transform(name.begin(), name.end(), name.begin(),
@@ -118,7 +114,9 @@ TEST(texts, are_the_same_to_the_byte_for_equal_designs) {
         const value_id a = w.input("a");
         w.output("y", w.add(w.add(a, w.input("b")), w.made.make_single(-0.1F)));
         const hardware h(std::move(w.made), "test");
-        return vhdl_text(h.text) + verilog_text(h.text) + design_json(h.source, h.made, h.times, h.names, h.places);
+        std::string all = vhdl_text(h.text) + verilog_text(h.text);
+        write_design_json(h.source, h.made, h.times, *h.names, h.places, [&](std::string_view piece) { all += piece; });
+        return all;
     };
     EXPECT_EQ(text(), text());
 }

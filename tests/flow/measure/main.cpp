@@ -148,7 +148,7 @@ public:
         std::vector<specimen> made;
         for (std::size_t number = 0; number < keys.size(); ++number) {
             made.push_back(specimen_of(keys[number], "specimen" + std::to_string(number)));
-            const auto files = files_of(made.back().text, {language::verilog}, "{}");
+            const auto files = files_of(made.back().text, {language::verilog}, {});
             diagnostics messages;
             if (!files || !write_files(folder.path(), *files, messages)) {
                 std::cerr << "no files of the library\n";
@@ -346,7 +346,7 @@ int run_clocks(const std::vector<std::string>& words) {
         const specimen one = specimen_of(*key, "specimen");
         const temporary_folder folder;
         diagnostics messages;
-        const auto files = files_of(one.text, {language::verilog}, "{}");
+        const auto files = files_of(one.text, {language::verilog}, {});
         if (!files || !write_files(folder.path(), *files, messages)) {
             return 2;
         }

@@ -106,13 +106,14 @@ public:
         specimen result;
         // A result of no cycles comes with the chain's only one.
         times_.start[last] = times_.latency - made_[last].latency();
-        const source_map places;
-        const design_names names = names_of(values_, name, made_, places);
-        result.text = std::make_shared<const datapath>(make_datapath(values_, made_, times_, names, places, {}));
+        const auto names = std::make_shared<const design_names>(names_of(values_, name, made_, places_));
+        text_ = make_datapath(values_, made_, times_, names, places_, {});
         result.drivers = drivers_;
         result.chain = times_.latency;
         return result;
     }
+
+    [[nodiscard]] const datapath& text() const { return text_; }
 
 private:
     /// The instance beside which this one is counted, with an output of its own.
@@ -197,6 +198,8 @@ private:
     graph values_;
     design made_;
     schedule times_;
+    const source_map places_;
+    datapath text_;
     std::vector<cost_key> drivers_;
     value_id some_value_ = no_value;
     std::int32_t conversion_cycles_ = 0;
@@ -204,6 +207,11 @@ private:
 
 }  // namespace
 
-specimen specimen_of(const cost_key& key, const std::string& name) { return specimen_maker(key).run(name); }
+specimen specimen_of(const cost_key& key, const std::string& name) {
+    const auto maker = std::make_shared<specimen_maker>(key);
+    specimen result = maker->run(name);
+    result.text = {maker, &maker->text()};  // it is told from what the maker has
+    return result;
+}
 
 }  // namespace xfc::flow::test

@@ -8,8 +8,10 @@ namespace {
 const datapath adder{.name = "adder",
                      .inputs = {{.name = "a", .width = 32}, {.name = "b", .width = 8}},
                      .outputs = {{.bus = {.name = "y", .width = 16}, .driver = "sum"}},
-                     .instances = {{.label = "sum_i", .comment = "a.c:1: a + b", .component = "xfc_alufp1x"},
-                                   {.label = "sum_i2", .component = "xfc_castxtof"}}};
+                     .for_each_instance = [](const instance_taker& take) {
+                         take({.label = "sum_i", .comment = "a.c:1: a + b", .component = "xfc_alufp1x"});
+                         take({.label = "sum_i2", .component = "xfc_castxtof"});
+                     }};
 
 std::string statistics(const std::string& cells) { return R"({"design": {"num_cells_by_type": {)" + cells + "}}}"; }
 
