@@ -299,7 +299,7 @@ private:
             const std::string_view control =
                 row.operation == component_operation::add_or_subtract ? control_port_of(row) : std::string_view();
             const auto has_value = [&](const generic_row& generic, const auto& known_generic) -> bool {
-                return generic_value(generic, node.generics) == known_generic.second;
+                return generic_value(generic, node.generics()) == known_generic.second;
             };
             for (const instance_kind& one : known) {
                 const bool same_control = control.empty() || node.subtract == one.fixed_low.empty();
@@ -310,7 +310,7 @@ private:
             }
             instance_kind kind{.clocked = row.clocked};
             for (const generic_row& generic : row.generics) {
-                kind.generics.emplace_back(generic.name, generic_value(generic, node.generics));
+                kind.generics.emplace_back(generic.name, generic_value(generic, node.generics()));
             }
             (node.subtract ? kind.fixed_high : kind.fixed_low) = control;
             return &known.emplace_back(std::move(kind));

@@ -337,7 +337,7 @@ private:
                 break;
         }
         std::string text =
-            "xfc::run(xfc::model::" + std::string(component_name(node)) + ", xfc::" + generics_name(node.generics);
+            "xfc::run(xfc::model::" + std::string(component_name(node)) + ", xfc::" + generics_name(node.generics());
         const auto operands = node.operand_span();
         for (const node_id operand : operands.first(std::min<std::size_t>(operands.size(), 2))) {
             text += ", " + bus_name(operand);

@@ -313,7 +313,7 @@ private:
             }
             default:
                 for (std::size_t place = 0; place < result.size(); ++place) {
-                    result[place] = net_.bitwise(made_[id].generics.bitoperation, a[place], b[place]);
+                    result[place] = net_.bitwise(made_[id].generics().bitoperation, a[place], b[place]);
                 }
                 return result;
         }
@@ -322,7 +322,7 @@ private:
     std::vector<bit_id> shifted(node_id id, std::vector<bit_id> bus) {
         const auto by =
             static_cast<std::ptrdiff_t>(static_cast<std::uint64_t>(made_[made_[id].operands[1]].bits) % integer_width);
-        const std::int32_t direction = made_[id].generics.direction;  // 0 left, 1 right with the sign, 2 with zeros
+        const std::int32_t direction = made_[id].generics().direction;  // 0 left, 1 right with the sign, 2 with zeros
         const bit_id entering = direction == 1 ? bus.back() : zero;
         if (direction == 0) {
             std::rotate(bus.begin(), bus.end() - by, bus.end());

@@ -162,7 +162,7 @@ cost_key key_of(const design& made, node_id id) {
     const design_node& node = made[id];
     cost_key key{.component = node.component, .subtract = node.subtract};
     for (const generic_row& generic : row_of(node.component).generics) {
-        const std::int32_t value = node.generics.*generic.field;
+        const std::int32_t value = node.generics().*generic.field;
         key.generics.*generic.field = generic.capped ? std::min(value, generic.high) : value;
     }
     for (std::size_t place = 0; place < most_operands; ++place) {

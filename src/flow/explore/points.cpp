@@ -61,7 +61,7 @@ std::pair<std::uint64_t, std::uint64_t> fingerprint_of(const design& made) {
         if (node.kind == node_kind::instance) {
             print.add(static_cast<std::uint64_t>(node.component));
             for (const generic_row& generic : row_of(node.component).generics) {
-                print.add(static_cast<std::uint64_t>(generic_value(generic, node.generics)));
+                print.add(static_cast<std::uint64_t>(generic_value(generic, node.generics())));
             }
         }
         for (const node_id operand : node.operand_span()) {

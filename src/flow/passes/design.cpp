@@ -1,5 +1,6 @@
 #include "flow/passes/design.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace xfc::flow {
@@ -20,8 +21,8 @@ std::string name_of(node_id id) { return "#" + std::to_string(id); }
 std::string generics_text(const design_node& node) {
     std::string text;
     for (const generic_row& row : row_of(node.component).generics) {
-        text +=
-            (text.empty() ? "" : " ") + std::string(row.name) + "=" + std::to_string(generic_value(row, node.generics));
+        text += (text.empty() ? "" : " ") + std::string(row.name) + "=" +
+                std::to_string(generic_value(row, node.generics()));
     }
     return text;
 }
@@ -62,6 +63,10 @@ private:
 
     void check_instance(node_id id) {
         const design_node& node = made_[id];
+        if (node.setting == nullptr || node.setting->component != node.component) {
+            expect(false, id, "has the generics of another component");
+            return;
+        }
         const component_row& row = row_of(node.component);
         const bool selects = row.operation == component_operation::select;
         const std::size_t wanted = selects ? 3 : row.bb == port_shape::none ? 1 : 2;
@@ -69,8 +74,8 @@ private:
             expect(false, id, "has a wrong number of operands");
             return;
         }
-        expect(selects ? node.generics.width == made_.width_of(id)
-                       : node.code == result_coding(node.component, node.generics),
+        expect(selects ? node.generics().width == made_.width_of(id)
+                       : node.code == result_coding(node.component, node.generics()),
                id, "delivers another coding");
         expect(node.summands >= 1 && node.summands <= most_summands, id, "uses up the guard bits");
         std::int32_t summands = 0;
@@ -91,7 +96,7 @@ private:
             expect(node.summands == summands, id, "counts its summands wrongly");
         }
         for (const generic_row& generic : row.generics) {
-            const std::int32_t value = generic_value(generic, node.generics);
+            const std::int32_t value = generic_value(generic, node.generics());
             expect(value >= generic.low && value <= generic.high, id,
                    "has the generic " + std::string(generic.name) + " out of range");
         }
@@ -116,6 +121,18 @@ private:
 };
 
 }  // namespace
+
+const component_setting& component_settings::find_or_make(component_id component, const component_generics& generics) {
+    const auto found = std::find_if(all_.begin(), all_.end(), [&](const component_setting& one) {
+        return one.component == component && one.generics == generics;
+    });
+    return found != all_.end()
+               ? *found
+               : all_.emplace_back(component_setting{.component = component,
+                                                     .generics = generics,
+                                                     .latency = latency_of(component, generics),
+                                                     .number = static_cast<std::uint32_t>(all_.size())});
+}
 
 std::vector<std::string> faults_of(const design& made, const graph& source) {
     return design_verifier(made, source).run();

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -26,16 +28,34 @@ enum class node_kind : std::uint8_t {
     instance,  ///< a component of the library
 };
 
+/// A component with its generics: what many instances of a design have in common.
+struct component_setting {
+    component_id component = component_id::wire;
+    component_generics generics = {};
+    std::int32_t latency = 0;  ///< cycles from the operands to the bus
+    std::uint32_t number = 0;  ///< its place among those of the design
+};
+
+/// The settings of a design, each once; they stay where they are.
+class component_settings {
+public:
+    /// The setting with these generics, made if there is none.
+    const component_setting& find_or_make(component_id component, const component_generics& generics);
+
+private:
+    std::deque<component_setting> all_;
+};
+
 /// One bus of the hardware and what drives it. Never changed once made.
 struct design_node {
     node_kind kind = node_kind::instance;
     coding code = coding::single_ieee;
     bool subtract = false;                        ///< an adder's: aa - bb
     component_id component = component_id::wire;  ///< of an instance
-    component_generics generics = {};             ///< of an instance
+    std::int32_t summands = 1;  ///< operands summed since the last normalisation; 1 where there are no guard bits
+    const component_setting* setting = nullptr;  ///< of an instance
     /// What aa and bb read; the third is a selection's condition.
     std::array<node_id, most_operands> operands = {no_node, no_node, no_node};
-    std::int32_t summands = 1;  ///< operands summed since the last normalisation; 1 where there are no guard bits
     bus_bits bits = 0;          ///< of a constant
     std::uint32_t port = 0;     ///< of an input
     value_id value = no_value;  ///< the graph's value that the bus carries
@@ -48,14 +68,15 @@ struct design_node {
         return {operands.data(), count};
     }
     /// Cycles from the operands to the bus.
-    [[nodiscard]] std::int32_t latency() const {
-        return kind == node_kind::instance ? latency_of(component, generics) : 0;
-    }
+    [[nodiscard]] std::int32_t latency() const { return setting != nullptr ? setting->latency : 0; }
+    /// Of an instance.
+    [[nodiscard]] const component_generics& generics() const { return setting->generics; }
 };
 
 /// Hardware without its timing: components and who reads whom.
 struct design {
     library_options options = {};
+    std::shared_ptr<component_settings> settings = std::make_shared<component_settings>();  ///< that nodes point to
     std::vector<design_node> nodes = {};
     std::vector<node_id> outputs = {};  ///< in the order of the graph's output ports
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
-#include <set>
 
 #include "flow/passes/constants.h"
 #include "flow/passes/node_index.h"
@@ -144,20 +143,15 @@ constexpr relation_kind opposite_of(relation_kind relation) {
     return opposites[static_cast<std::size_t>(relation)];
 }
 
-/// What makes two instances equal: component, output selector, the generic of its own, addsub, operands.
-bool are_equal_instances(const design_node& one, const design_node& other,
-                         std::int32_t component_generics::*own_generic) {
-    return one.kind == node_kind::instance && one.component == other.component && one.operands == other.operands &&
-           one.subtract == other.subtract && one.generics.output_select == other.generics.output_select &&
-           (own_generic == nullptr || one.generics.*own_generic == other.generics.*own_generic);
+/// What makes two instances equal: component and generics, addsub, operands.
+bool are_equal_instances(const design_node& one, const design_node& other) {
+    return one.setting == other.setting && one.operands == other.operands && one.subtract == other.subtract;
 }
 
-std::uint64_t hash_of(const design_node& node, std::int32_t setting) {
+std::uint64_t hash_of(const design_node& node) {
     const auto word = [](auto number) { return static_cast<std::uint64_t>(number); };
-    std::uint64_t hash =
-        mixed(word(node.component) << 16U, word(node.generics.output_select) * 2 + word(node.subtract));
-    hash = mixed(hash, (word(node.operands[0]) << 32U) | node.operands[1]);
-    return mixed(hash, (word(node.operands[2]) << 32U) ^ word(setting));
+    const std::uint64_t hash = mixed(word(node.setting->number) * 2 + word(node.subtract), word(node.operands[2]));
+    return mixed(hash, (word(node.operands[0]) << 32U) | node.operands[1]);
 }
 
 class component_selection {
@@ -168,7 +162,9 @@ public:
           messages_(messages),
           find_model_(find_model),
           asked_(source.size(), 0),
-          native_(source.size(), no_node) {
+          native_(source.size(), no_node),
+          settings_(all_components().size() + 1),
+          looked_for_(all_components().size() + 1, false) {
         made_.options = options;
         made_.nodes.reserve(source.size() + source.size() / 2);
     }
@@ -308,17 +304,12 @@ private:
         const component_work work = work_of(id);
         const component_row& row = row_of(work.component);
         design_node node{.subtract = one.op == operation::subtract, .component = work.component, .value = id};
-        node.generics =
-            generics_of(work.component, has_selector(work.component) ? agreed_selector(work.component, id) : 0);
-        if (work.generic != nullptr) {
-            node.generics.*work.generic = work.setting;
-        }
-        if (row.operation == component_operation::select) {
-            node.code = plain_coding(one.format);
-            node.generics.width = format_bits(one.format);
-        } else {
-            node.code = result_coding(work.component, node.generics);
-        }
+        const bool selects = row.operation == component_operation::select;
+        const known_setting& chosen = setting_of(
+            work.component, has_selector(work.component) ? agreed_selector(work.component, id) : 0,
+            selects ? &component_generics::width : work.generic, selects ? format_bits(one.format) : work.setting);
+        node.setting = chosen.setting;
+        node.code = selects ? plain_coding(one.format) : chosen.code;
         for (std::size_t place = 0; place < work.operands.size(); ++place) {
             const asked_operand& operand = work.operands.at(place);
             node.operands.at(place) = operand.value == no_value ? no_node : provided(operand.value, operand.code);
@@ -331,7 +322,7 @@ private:
         } else if (row.operation == component_operation::multiply && has_guard_bits(node.code)) {
             node.summands = made_.options.outputscale == 1 ? 1 : 2;  // a product is below 4, a sum of two below 4 too
         }
-        native_[id] = instance(node, work.generic, work.setting);
+        native_[id] = instance(node);
     }
 
     /// A product has a row for each digit of its second operand, and none for a zero one of a constant.
@@ -341,7 +332,33 @@ private:
         }
     }
 
-    component_generics generics_of(component_id, std::int32_t selector) const {
+    /// A setting by what chooses it: the output selector, and a generic of the component's own.
+    struct known_setting {
+        std::int32_t selector;
+        std::int32_t own;
+        const component_setting* setting;
+        coding code;
+    };
+
+    const known_setting& setting_of(component_id component, std::int32_t selector,
+                                    std::int32_t component_generics::*own_generic = nullptr, std::int32_t own = 0) {
+        std::vector<known_setting>& known = settings_[static_cast<std::size_t>(component)];
+        for (const known_setting& one : known) {
+            if (one.selector == selector && one.own == own) {
+                return one;
+            }
+        }
+        component_generics generics = generics_of(selector);
+        if (own_generic != nullptr) {
+            generics.*own_generic = own;
+        }
+        return known.emplace_back(known_setting{.selector = selector,
+                                                .own = own,
+                                                .setting = &made_.settings->find_or_make(component, generics),
+                                                .code = result_coding(component, generics)});
+    }
+
+    component_generics generics_of(std::int32_t selector) const {
         component_generics generics;
         static_cast<library_options&>(generics) = made_.options;
         generics.output_select = selector;
@@ -349,12 +366,12 @@ private:
     }
 
     /// The output that all readers agree upon, else the one in adder form, from which all others are made.
-    std::int32_t agreed_selector(component_id component, value_id id) const {
+    std::int32_t agreed_selector(component_id component, value_id id) {
         for (std::int32_t output = 0; output < 4; ++output) {
             if (row_of(component).cc == port_shape::double_by_selector && output == 3) {
                 break;
             }
-            if (asked_[id] == set_of(result_coding(component, generics_of(component, output)))) {
+            if (asked_[id] == set_of(setting_of(component, output).code)) {
                 return output;
             }
         }
@@ -417,8 +434,9 @@ private:
     node_id converted(node_id from, coding code, value_id carries) {
         const conversion_row& row = *conversion_for(made_[from].code, code);
         design_node node{.component = row.component, .operands = {from, no_node}, .value = carries};
-        node.generics = generics_of(row.component, row.selector);
-        node.code = result_coding(row.component, node.generics);
+        const known_setting& chosen = setting_of(row.component, row.selector);
+        node.setting = chosen.setting;
+        node.code = chosen.code;
         // What only puts bits elsewhere leaves a sum as long as it was.
         const bool keeps_guards = row.component == component_id::castxtoy && has_guard_bits(code);
         node.summands = keeps_guards ? made_[from].summands : 1;
@@ -426,10 +444,9 @@ private:
     }
 
     /// One instance for equal work.
-    node_id instance(const design_node& node, std::int32_t component_generics::*own_generic = nullptr,
-                     std::int32_t setting = 0) {
-        const auto is_same = [&](node_id known) { return are_equal_instances(made_[known], node, own_generic); };
-        return known_.find_or_make(hash_of(node, setting), is_same, [&] {
+    node_id instance(const design_node& node) {
+        const auto is_same = [&](node_id known) { return are_equal_instances(made_[known], node); };
+        return known_.find_or_make(hash_of(node), is_same, [&] {
             look_for_model(node);
             return append(node);
         });
@@ -437,8 +454,12 @@ private:
 
     /// A library without the component is told once.
     void look_for_model(const design_node& node) {
-        const bool is_new = looked_for_.insert(node.component).second;
-        if (is_new && find_model_(component_name(node)) == nullptr) {
+        const auto place = static_cast<std::size_t>(node.component);
+        if (looked_for_[place]) {
+            return;
+        }
+        looked_for_[place] = true;
+        if (find_model_(component_name(node)) == nullptr) {
             messages_.report(message_id::component_missing, source_[node.value].where, {component_name(node)});
             refused_ = true;
         }
@@ -453,10 +474,11 @@ private:
     diagnostics& messages_;
     component_model (*find_model_)(std::string_view);
     design made_;
-    std::vector<coding_set> asked_;  ///< by value
-    std::vector<node_id> native_;    ///< what an operation's component delivers, by value
-    node_index known_;               ///< constants and instances
-    std::set<component_id> looked_for_;
+    std::vector<coding_set> asked_;                     ///< by value
+    std::vector<node_id> native_;                       ///< what an operation's component delivers, by value
+    node_index known_;                                  ///< constants and instances
+    std::vector<std::vector<known_setting>> settings_;  ///< by component
+    std::vector<bool> looked_for_;                      ///< by component
     bool refused_ = false;
 };
 

@@ -31,7 +31,7 @@ std::vector<std::uint64_t> design_model::outputs_for(std::span<const std::uint64
                 component_operands operands{.aa = buses_[node.operands[0]], .addsub = node.subtract};
                 operands.bb = node.operands[1] == no_node ? 0 : buses_[node.operands[1]];
                 operands.condition = node.operands[2] != no_node && buses_[node.operands[2]] != 0;
-                buses_[id] = models_[id](node.generics, operands);
+                buses_[id] = models_[id](node.generics(), operands);
                 break;
             }
         }

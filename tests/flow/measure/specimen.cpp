@@ -75,7 +75,8 @@ public:
 
     specimen run(const std::string& name) {
         const component_row& row = row_of(key_.component);
-        design_node node{.subtract = key_.subtract, .component = key_.component, .generics = key_.generics};
+        design_node node{.subtract = key_.subtract, .component = key_.component};
+        node.setting = &made_.settings->find_or_make(key_.component, key_.generics);
         for (std::size_t place = 0; place < most_operands; ++place) {
             if (key_.operands.at(place).kind != operand_kind::none) {
                 node.operands.at(place) = operand(place, reads(place));
@@ -119,7 +120,9 @@ private:
     /// The instance beside which this one is counted, with an output of its own.
     void add_opposite(design_node node) {
         if (row_of(node.component).operation == component_operation::extreme) {
-            node.generics.greatest = 1 - node.generics.greatest;
+            component_generics generics = node.generics();
+            generics.greatest = 1 - generics.greatest;
+            node.setting = &made_.settings->find_or_make(node.component, generics);
         } else {
             node.subtract = !node.subtract;
         }
@@ -184,10 +187,12 @@ private:
         design_node node{.component = by};
         node.code = code;
         node.operands[0] = input(operand_coding(by, 0));
-        static_cast<library_options&>(node.generics) = made_.options;
-        while (result_coding(by, node.generics) != code) {
-            ++node.generics.output_select;
+        component_generics generics;
+        static_cast<library_options&>(generics) = made_.options;
+        while (result_coding(by, generics) != code) {
+            ++generics.output_select;
         }
+        node.setting = &made_.settings->find_or_make(by, generics);
         const node_id id = append(node);
         drivers_.push_back(key_of(made_, id));
         conversion_cycles_ = std::max(conversion_cycles_, made_[id].latency());

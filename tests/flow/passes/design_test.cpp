@@ -179,7 +179,7 @@ TEST(select_components, compares_with_the_opposite_relation_in_the_place_of_an_i
     const design made = selected(expand_operations(w.made));
     ASSERT_EQ(made.size(), 3U);
     EXPECT_EQ(made[2].component, component_id::cmpl);
-    EXPECT_EQ(made[2].generics.relation, static_cast<std::int32_t>(relation_kind::greater_or_equal));
+    EXPECT_EQ(made[2].generics().relation, static_cast<std::int32_t>(relation_kind::greater_or_equal));
 }
 
 TEST(select_components, gives_one_comparison_to_all_that_ask_for_it_and_reads_its_operands_rounded) {
