@@ -11,13 +11,13 @@ namespace {
 
 constexpr std::size_t first_index_size = 1024;
 
-std::uint64_t hash_of(const value& one) {
+std::uint32_t hash_of(const value& one) {
     std::uint64_t hash = (static_cast<std::uint64_t>(one.op) << 8U) | static_cast<std::uint64_t>(one.format);
     for (const value_id operand : one.operands) {
         hash = (hash ^ operand) * 0x9E3779B97F4A7C15U;
         hash ^= hash >> 29U;
     }
-    return hash;
+    return static_cast<std::uint32_t>(hash >> 16U);
 }
 
 bool equal_values(const value& left, const value& right) {
@@ -80,14 +80,15 @@ value_id graph::find_or_append(const value& wanted) {
         build_index(std::max(index_.size() * 2, std::bit_ceil(values_.size() * 2 + first_index_size)));
     }
     const std::size_t mask = index_.size() - 1;
-    std::size_t slot = hash_of(wanted) & mask;
-    while (index_[slot] != no_value) {
-        if (equal_values(values_[index_[slot]], wanted)) {
-            return index_[slot];
+    const std::uint32_t tag = hash_of(wanted);
+    std::size_t at = tag & mask;
+    for (; index_[at].id != no_value; at = (at + 1) & mask) {
+        if (index_[at].tag == tag && equal_values(values_[index_[at].id], wanted)) {
+            return index_[at].id;
         }
-        slot = (slot + 1) & mask;
     }
-    return index_[slot] = append(wanted);
+    index_[at] = {tag, append(wanted)};
+    return index_[at].id;
 }
 
 value_id graph::append(const value& wanted) {
@@ -97,14 +98,15 @@ value_id graph::append(const value& wanted) {
 
 void graph::build_index(std::size_t size) {
     index_ = {};  // given back before the next one is taken
-    index_.assign(size, no_value);
+    index_.resize(size);
     const std::size_t mask = size - 1;
     for (value_id id = 0; id < this->size(); ++id) {
-        std::size_t slot = hash_of(values_[id]) & mask;
-        while (index_[slot] != no_value) {
-            slot = (slot + 1) & mask;
+        const std::uint32_t tag = hash_of(values_[id]);
+        std::size_t at = tag & mask;
+        while (index_[at].id != no_value) {
+            at = (at + 1) & mask;
         }
-        index_[slot] = id;
+        index_[at] = {tag, id};
     }
 }
 
@@ -135,7 +137,7 @@ double graph::double_of(value_id id) const {
                                                              : std::bit_cast<double>(values_[id].constant_bits());
 }
 
-std::size_t graph::memory() const { return values_.capacity() * sizeof(value) + index_.capacity() * sizeof(value_id); }
+std::size_t graph::memory() const { return values_.capacity() * sizeof(value) + index_.capacity() * sizeof(slot); }
 
 std::vector<bool> needed_for(const graph& source, std::span<const port> outputs) {
     std::vector<bool> needed(source.size(), false);

@@ -117,7 +117,11 @@ private:
     std::vector<value> values_;
     /// Open addressing by hash; a power of two, at most 3/4 full. Empty until somebody looks for an equal value: graphs
     /// that are only read have none.
-    std::vector<value_id> index_;
+    struct slot {
+        std::uint32_t tag = 0;  ///< of the value's hash: most unequal values are told apart without a look at them
+        value_id id = no_value;
+    };
+    std::vector<slot> index_;
     std::vector<port> inputs_;
     std::vector<port> outputs_;
     std::vector<call> calls_;
