@@ -23,8 +23,6 @@ struct library_options {
     std::int32_t device = 0;          ///< target family, 0 to 2
     std::int32_t optimization = 1;    ///< dot-product optimization, 0 to 3
     std::int32_t synthesize = 0;      ///< 1: the structure that maps well; the same bits and cycles
-
-    friend constexpr bool operator==(const library_options&, const library_options&) = default;
 };
 
 /// `normspeed` for components that offer only levels 1 and 2.
@@ -43,8 +41,6 @@ struct component_generics : library_options {
     std::int32_t direction = 0;      ///< 0: shift to the left, 1: right with copies of the sign, 2: right with zeros
     std::int32_t remainder = 0;      ///< 0: what a division delivers is the quotient, 1: the remainder
     std::int32_t rounding = 0;       ///< a value of rounding_kind
-
-    friend constexpr bool operator==(const component_generics&, const component_generics&) = default;
 };
 
 /// What the generic `relation` says of aa and bb. Unordered operands (a nan) are not equal and nothing else.

@@ -249,12 +249,13 @@ private:
                 row.operation == component_operation::convert || row.operation == component_operation::normalize;
             const std::int32_t start = what_.times_.start[id];
             const std::string_view code = converts ? row_of(node.code).text : std::string_view();
-            instance_text made{
-                .label = what_.derived_.label(id, label_),
-                .comment = put(comment_, source_comment(what_.values_, node.value, what_.places_),
-                               converts ? ", as " : "", code, "; cycles ", start, " to ", start + node.latency()),
-                .component = row.name,
-                .kind = kind_of(node)};
+            comment_.clear();
+            append_source_comment(comment_, what_.values_, node.value, what_.places_);
+            append_all(comment_, converts ? ", as " : "", code, "; cycles ", start, " to ", start + node.latency());
+            instance_text made{.label = what_.derived_.label(id, label_),
+                               .comment = comment_,
+                               .component = row.name,
+                               .kind = kind_of(node)};
             const port_shape shapes[] = {row.aa, row.bb, port_shape::boolean};
             std::size_t place = 0;
             for (; place < node.operand_span().size(); ++place) {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "flow/emit/template.h"
 #include "flow/graph/dump.h"
 #include "flow/graph/port_names.h"
 
@@ -76,20 +77,29 @@ std::string value_name(const graph& values, value_id id, const source_map& place
     return !variable.empty() ? variable : std::string(row_of(one.op).name) + "_line" + std::to_string(place.line);
 }
 
+/// Makes the text from `begin` on one line of ASCII.
+void make_comment(std::string& text, std::size_t begin) {
+    // VHDL-93 knows no bytes 128 to 159. A backslash at the end of a line would continue it in some tools.
+    std::replace_if(
+        text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(),
+        [](char letter) { return letter < ' ' || letter > '~' || letter == '\\'; }, '?');
+}
+
 bool begins_with_a_tool(std::string_view text) {
-    std::string front(text.substr(0, 16));
-    std::transform(front.begin(), front.end(), front.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return std::any_of(std::begin(tools), std::end(tools),
-                       [&](std::string_view tool) { return front.starts_with(tool); });
+    const auto are_one = [](char letter, char other) {
+        return std::tolower(static_cast<unsigned char>(letter)) == other;
+    };
+    return std::any_of(std::begin(tools), std::end(tools), [&](std::string_view tool) {
+        return text.size() >= tool.size() && are_one(text.front(), tool.front()) &&
+               std::equal(tool.begin(), tool.end(), text.begin(),
+                          [&](char other, char letter) { return are_one(letter, other); });
+    });
 }
 
 }  // namespace
 
 std::string comment_text(std::string text) {
-    // VHDL-93 knows no bytes 128 to 159. A backslash at the end of a line would continue it in some tools.
-    std::replace_if(
-        text.begin(), text.end(), [](char letter) { return letter < ' ' || letter > '~' || letter == '\\'; }, '?');
+    make_comment(text, 0);
     return text;
 }
 
@@ -126,23 +136,34 @@ design_names names_of(const graph& values, std::string_view design_name, const d
     return names;
 }
 
-std::string source_comment(const graph& values, value_id id, const source_map& places) {
+void append_source_comment(std::string& text, const graph& values, value_id id, const source_map& places) {
     const value& one = values[id];
-    std::string text = places.place_text(one.where);
-    text.insert(0, begins_with_a_tool(text) ? "./" : "");
+    const std::size_t begin = text.size();
+    places.append_place(text, one.op == operation::input ? source_range{} : one.where);
+    const bool is_placed = text.size() > begin;
+    if (begins_with_a_tool(std::string_view(text).substr(begin))) {
+        text.insert(begin, "./");
+    }
     if (one.op == operation::constant) {
-        text += (text.empty() ? "" : ": ") + constant_text(values, id);
+        append_all(text, is_placed ? ": " : "", constant_text(values, id));
     } else if (one.op == operation::input) {
-        text = "input " + values.inputs()[one.port()].name;
-    } else if (!text.empty()) {
-        text += ": " + places.expression_text(one.where);
+        append_all(text, "input ", values.inputs()[one.port()].name);
+    } else if (is_placed) {
+        text += ": ";
+        places.append_expression(text, one.where, longest_comment);
     } else {
-        text = row_of(one.op).name;
+        text += row_of(one.op).name;
     }
-    if (text.size() > longest_comment) {
-        text.replace(longest_comment - 3, std::string::npos, "...");
+    if (text.size() - begin > longest_comment) {
+        text.replace(begin + longest_comment - 3, std::string::npos, "...");
     }
-    return comment_text(std::move(text));
+    make_comment(text, begin);
+}
+
+std::string source_comment(const graph& values, value_id id, const source_map& places) {
+    std::string text;
+    append_source_comment(text, values, id, places);
+    return text;
 }
 
 }  // namespace xfc::flow

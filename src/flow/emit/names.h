@@ -30,7 +30,8 @@ struct design_names {
 /// that cannot becomes a question mark.
 [[nodiscard]] std::string comment_text(std::string text);
 
-/// "fir.c:12: a * b", fit for a comment: one line of printable characters, not longer than 100.
+/// Appends "fir.c:12: a * b", fit for a comment: one line of printable characters, not longer than 100.
+void append_source_comment(std::string& text, const graph& values, value_id id, const source_map& places);
 [[nodiscard]] std::string source_comment(const graph& values, value_id id, const source_map& places);
 
 }  // namespace xfc::flow

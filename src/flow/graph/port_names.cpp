@@ -1,6 +1,7 @@
 #include "flow/graph/port_names.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <iterator>
 #include <utility>
@@ -167,10 +168,16 @@ std::string_view name_book::next() {
 }
 
 std::string_view name_book::numbered(const announced& name, std::string_view base) {
-    std::string chosen = (records_[name.record].reserved ? "c_" : "") + std::string(base);
-    std::uint32_t found = record_of(chosen);
+    std::string chosen(base);
+    std::uint32_t found = name.record;
+    if (records_[found].reserved) {
+        chosen.insert(0, "c_");
+        found = record_of(chosen);
+    }
     while (records_[found].taken || (records_[found].unchanged && !(name.legal && chosen == base))) {
-        chosen = std::string(base) + "_" + std::to_string(++records_[name.record].number);
+        char digits[16];
+        const std::int32_t number = ++records_[name.record].number;
+        chosen.assign(base).append("_").append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
         found = record_of(chosen);
     }
     records_[found].taken = true;

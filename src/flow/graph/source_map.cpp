@@ -1,16 +1,28 @@
 #include "flow/graph/source_map.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 namespace xfc::flow {
+
+namespace {
+
+constexpr std::uint32_t block = 1024;  // bytes whose lines are looked through
+
+}  // namespace
 
 void source_map::add_file(std::uint32_t begin, std::string name, std::string text) {
     std::vector<std::uint32_t> starts = {0};
     for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
         starts.push_back(static_cast<std::uint32_t>(at + 1));
     }
-    files_.push_back({begin, std::move(name), std::move(text), std::move(starts)});
+    std::vector<std::uint32_t> lines;
+    for (std::uint32_t line = 0; line < starts.size(); ++line) {
+        lines.resize(std::max<std::size_t>(lines.size(), starts[line] / block + 1), line);
+    }
+    lines.resize(text.size() / block + 2, static_cast<std::uint32_t>(starts.size()));
+    files_.push_back({begin, std::move(name), std::move(text), std::move(starts), std::move(lines)});
 }
 
 std::uint32_t source_map::end() const {
@@ -33,7 +45,9 @@ source_position source_map::position_of(source_range range) const {
         return {};
     }
     const std::uint32_t offset = range.begin - found->begin;
-    const auto behind = std::upper_bound(found->line_starts.begin(), found->line_starts.end(), offset);
+    const auto line_start = [&](std::uint32_t line) { return found->line_starts.begin() + line; };
+    const auto behind = std::upper_bound(line_start(found->block_lines[offset / block]),
+                                         line_start(found->block_lines[offset / block + 1]), offset);
     const std::uint32_t start = *(behind - 1);
     const std::size_t next = behind == found->line_starts.end() ? std::string_view::npos : *behind - 1U;
     std::string_view line = std::string_view(found->text).substr(start, next - start);
@@ -56,33 +70,52 @@ std::string_view source_map::file_text(std::string_view name) const {
     return found == files_.end() ? std::string_view() : found->text;
 }
 
-std::string source_map::place_text(source_range range) const {
+void source_map::append_place(std::string& text, source_range range) const {
     const source_position position = position_of(range);
     if (position.line == 0) {
-        return {};
+        return;
     }
-    return std::string(position.file) + ":" + std::to_string(position.line) + ":" + std::to_string(position.column);
+    text += position.file;
+    for (const int number : {position.line, position.column}) {
+        char digits[16];
+        text.append(":").append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+    }
 }
 
-std::string source_map::expression_text(source_range range) const {
-    const file* found = file_at(range.begin);
+std::string source_map::place_text(source_range range) const {
     std::string text;
+    append_place(text, range);
+    return text;
+}
+
+void source_map::append_expression(std::string& text, source_range range, std::size_t longest) const {
+    const file* found = file_at(range.begin);
     if (found == nullptr || range.end <= range.begin) {
-        return text;
+        return;
     }
     const std::string_view whole = found->text;
+    const std::size_t begin = text.size();
     bool blank = false;
     for (const char letter : whole.substr(range.begin - found->begin, range.end - range.begin)) {
         if (letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r') {
             blank = true;
             continue;
         }
-        if (blank && !text.empty()) {
+        if (text.size() - begin >= longest) {
+            break;
+        }
+        if (blank && text.size() != begin) {
             text += ' ';
         }
         blank = false;
         text += letter;
     }
+    text.resize(std::min(text.size(), begin + std::min(longest, text.size())));
+}
+
+std::string source_map::expression_text(source_range range, std::size_t longest) const {
+    std::string text;
+    append_expression(text, range, longest);
     return text;
 }
 

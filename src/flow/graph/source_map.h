@@ -40,8 +40,12 @@ public:
     /// "FILE:LINE:COLUMN", empty for no place.
     [[nodiscard]] std::string place_text(source_range range) const;
 
-    /// The text of the range itself, its white space folded to single blanks.
-    [[nodiscard]] std::string expression_text(source_range range) const;
+    /// The text of the range itself, its white space folded to single blanks; no more than `longest` characters.
+    [[nodiscard]] std::string expression_text(source_range range, std::size_t longest = std::string::npos) const;
+
+    /// The same behind a text that stands already.
+    void append_place(std::string& text, source_range range) const;
+    void append_expression(std::string& text, source_range range, std::size_t longest) const;
 
     /// The names of all files, in the order of their offsets.
     [[nodiscard]] std::vector<std::string> file_names() const;
@@ -55,6 +59,7 @@ private:
         std::string name;
         std::string text;
         std::vector<std::uint32_t> line_starts;
+        std::vector<std::uint32_t> block_lines;  ///< of every `block` bytes: how many lines start before
     };
 
     [[nodiscard]] const file* file_at(std::uint32_t offset) const;

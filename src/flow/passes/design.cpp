@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <type_traits>
 
 namespace xfc::flow {
 
@@ -123,8 +125,9 @@ private:
 }  // namespace
 
 const component_setting& component_settings::find_or_make(component_id component, const component_generics& generics) {
+    static_assert(std::has_unique_object_representations_v<component_generics>);
     const auto found = std::find_if(all_.begin(), all_.end(), [&](const component_setting& one) {
-        return one.component == component && one.generics == generics;
+        return one.component == component && std::memcmp(&one.generics, &generics, sizeof generics) == 0;
     });
     return found != all_.end()
                ? *found
