@@ -79,9 +79,7 @@ public:
     derived_names(const design& made, const design_names& names, const delay_taps& delays,
                   const unread_predicate& has_unread)
         : names_(names), delays_(delays) {
-        const auto among = [](const std::vector<std::string>& some) {
-            return std::any_of(some.begin(), some.end(), ends_as_derived);
-        };
+        const auto among = [](const auto& some) { return std::any_of(some.begin(), some.end(), ends_as_derived); };
         if (ends_as_derived(names.design) || among(names.inputs) || among(names.outputs) || among(names.others) ||
             among(names.nodes)) {
             choose(made, has_unread);
@@ -119,13 +117,16 @@ private:
     void choose(const design& made, const unread_predicate& has_unread) {
         name_book book(names_.design, texts_);
         std::size_t given = 0;
-        for (const auto* names : {&names_.inputs, &names_.outputs, &names_.others, &names_.nodes}) {
-            for (std::size_t place = 0; place < names->size(); ++place) {
-                // Inputs stand twice, as ports and as nodes.
-                if (names != &names_.nodes || made[static_cast<node_id>(place)].kind != node_kind::input) {
-                    book.announce((*names)[place]);
-                    ++given;
-                }
+        const auto announce_given = [&](std::string_view name) {
+            book.announce(name);
+            ++given;
+        };
+        for (const auto* names : {&names_.inputs, &names_.outputs, &names_.others}) {
+            std::for_each(names->begin(), names->end(), announce_given);
+        }
+        for (node_id id = 0; id < made.size(); ++id) {
+            if (made[id].kind != node_kind::input) {  // those are ports
+                announce_given(names_.nodes[id]);
             }
         }
         std::vector<bool> asked;  // as in `chosen_`

@@ -320,7 +320,9 @@ private:
         return found->second;
     }
 
-    [[nodiscard]] std::string bus_name(node_id id) const { return host_name(names_.nodes[id], host_language::c); }
+    [[nodiscard]] std::string bus_name(node_id id) const {
+        return host_name(std::string(names_.nodes[id]), host_language::c);
+    }
 
     std::string expression(const design_node& node) {
         switch (node.kind) {

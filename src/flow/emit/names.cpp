@@ -104,8 +104,8 @@ std::string comment_text(std::string text) {
 }
 
 design_names names_of(const graph& values, std::string_view design_name, const design& made, const source_map& places) {
-    arena texts;
-    name_book book(design_name, texts);
+    design_names names{.design = std::string(design_name)};
+    name_book book(design_name, *names.texts);
     for (const auto ports : {values.inputs(), values.outputs()}) {
         for (const port& one : ports) {
             book.announce(one.name);
@@ -114,12 +114,10 @@ design_names names_of(const graph& values, std::string_view design_name, const d
     book.announce("start_chain");
     for (const design_node& node : made.nodes) {
         if (node.kind != node_kind::input) {
-            const std::string wanted = value_name(values, node.value, places).append(row_of(node.code).suffix);
-            book.announce(legal_letters(wanted));
+            book.announce(legal_letters(value_name(values, node.value, places).append(row_of(node.code).suffix)));
         }
     }
 
-    design_names names{.design = std::string(design_name)};
     const auto take = [&](std::vector<std::string>& taken, std::size_t count) {
         for (; count > 0; --count) {
             taken.emplace_back(book.next());
@@ -129,9 +127,12 @@ design_names names_of(const graph& values, std::string_view design_name, const d
     take(names.outputs, values.outputs().size());
     take(names.others, 1);
     names.nodes.reserve(made.size());
+    std::vector<std::string_view> ports;
+    for (const std::string& name : names.inputs) {
+        ports.push_back(names.texts->copy_text(name));
+    }
     for (const design_node& node : made.nodes) {
-        names.nodes.emplace_back(node.kind == node_kind::input ? std::string_view(names.inputs[node.port])
-                                                               : book.next());
+        names.nodes.push_back(node.kind == node_kind::input ? ports[node.port] : book.next());
     }
     return names;
 }

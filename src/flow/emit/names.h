@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/arena.h"
 #include "flow/graph/source_map.h"
 #include "flow/passes/design.h"
 
@@ -14,10 +17,11 @@ enum class common_name : std::uint8_t { start_chain };
 /// What everything in a design is called in both languages.
 struct design_names {
     std::string design = {};
-    std::vector<std::string> inputs = {};   ///< by port of the graph
-    std::vector<std::string> outputs = {};  ///< by port of the graph
-    std::vector<std::string> nodes = {};    ///< of every node's bus; an input's is its port
-    std::vector<std::string> others = {};   ///< by common_name
+    std::vector<std::string> inputs = {};                      ///< by port of the graph
+    std::vector<std::string> outputs = {};                     ///< by port of the graph
+    std::vector<std::string_view> nodes = {};                  ///< of every node's bus; an input's is its port
+    std::vector<std::string> others = {};                      ///< by common_name
+    std::shared_ptr<arena> texts = std::make_shared<arena>();  ///< of the nodes' names
 };
 
 /// Legal names in the order ports, then buses: a bus is called after the C variable that its expression is assigned to,

@@ -121,7 +121,10 @@ bool is_reserved(std::string_view word) {
     return plain.starts_with(own_prefix) || std::binary_search(std::begin(reserved), std::end(reserved), plain);
 }
 
-std::string legal_letters(std::string_view name) {
+std::string legal_letters(std::string name) {
+    if (has_legal_letters(name)) {
+        return name;
+    }
     std::string text;
     for (const char letter : name) {
         const char legal = is_letter_or_digit(letter) || letter == '_' ? letter : 'x';
@@ -147,7 +150,7 @@ name_book::name_book(std::string_view design, arena& texts) : texts_(texts), slo
 
 void name_book::announce(std::string_view name) {
     const bool legal = has_legal_letters(name);
-    const std::string changed = legal ? std::string() : legal_letters(name);
+    const std::string changed = legal ? std::string() : legal_letters(std::string(name));
     const std::string_view base = legal ? name : changed;
     const std::uint32_t found = record_of(base);
     record& one = records_[found];

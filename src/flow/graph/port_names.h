@@ -60,6 +60,6 @@ private:
 [[nodiscard]] bool is_reserved(std::string_view word);
 
 /// A name with the letters and underscores that both languages take; not looked up as a reserved word.
-[[nodiscard]] std::string legal_letters(std::string_view name);
+[[nodiscard]] std::string legal_letters(std::string name);
 
 }  // namespace xfc::flow

@@ -35,7 +35,7 @@ std::string dot_text(const picture& what, const view_input& input) {
     for (std::size_t index = 0; index < what.bars.size(); ++index) {
         const bar& one = what.bars[index];
         const bool is_input = one.kind == bar_kind::input;
-        std::string label = input.names.nodes[one.node];
+        std::string label(input.names.nodes[one.node]);
         label.append("\n").append(is_input ? "port" : component_name(input.made[one.node]));
         label.append("\n").append(cycles_text(one));
         text += filled_template(

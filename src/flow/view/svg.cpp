@@ -70,7 +70,7 @@ std::string cycle_lines(std::int32_t latency, int height) {
 std::string bar_text(const bar& one, const view_input& input) {
     std::string text;
     const int y = margin + one.lane * lane_height;
-    const std::string& name = input.names.nodes[one.node];
+    const std::string name(input.names.nodes[one.node]);
     if (one.last > one.end) {
         const std::int32_t cycles = one.last - one.end;
         text += rectangle("delay", {x_of(one.end), y + lane_height / 2 - 1, cycles * cycle_width, 2},
