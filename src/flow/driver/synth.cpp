@@ -19,9 +19,9 @@ using json = nlohmann::ordered_json;
 
 std::string text_of(const synthesis_result& result, const built_design& what, const family_row& family) {
     std::ostringstream text;
-    text << what.text->name << " for " << family.text << " by " << result.tools << ": "
-         << result.counts.look_up_tables << " look-up tables, " << result.counts.flip_flops << " flip-flops, "
-         << result.counts.multipliers << " multiplier blocks\n";
+    text << what.text->name << " for " << family.text << " by " << result.tools << ": " << result.counts.look_up_tables
+         << " look-up tables, " << result.counts.flip_flops << " flip-flops, " << result.counts.multipliers
+         << " multiplier blocks\n";
     if (!result.fits) {
         text << "It does not fit an HX8K, so there is no clock.\n";
     }
