@@ -29,8 +29,6 @@ architecture rtl of fp_exp is
   constant exponent_bits : positive := 8;
   constant fraction_bits : positive := 23;
   constant scale_bits    : positive := 36;             -- of log2(e), one before the point
-  constant log2_e        : std_logic_vector(scale_bits - 1 downto 0) := X"B8AA3B296";
-  constant triple_log2_e : std_logic_vector(scale_bits + 1 downto 0) := "10" & X"29FEB17C2";
   constant product_bits  : positive := scale_bits + fraction_bits + 1;
   constant whole_bits    : positive := 8;              -- of the fixed point, without sign
   constant segment_bits  : positive := 7;
@@ -67,6 +65,8 @@ architecture rtl of fp_exp is
   signal distance_d, distance : distance_field;
   signal marks_d, scale_marks : mark_field;
   signal significand : std_logic_vector(fraction_bits downto 0);
+  signal log2_e : std_logic_vector(scale_bits - 1 downto 0);
+  signal triple_log2_e : std_logic_vector(scale_bits + 1 downto 0);
   signal product : std_logic_vector(product_bits - 1 downto 0);
 
   -- coarse
@@ -123,6 +123,10 @@ begin
   distance_d <= (others => '1') when far = '1' else difference(distance_bits - 1 downto 0);
   marks_d <= (top and fractional) & beyond & signin;
   significand <= '1' & mantissain;
+  log2_e(35 downto 32) <= X"B";
+  log2_e(31 downto 0) <= X"8AA3B296";
+  triple_log2_e(37 downto 32) <= "100010";
+  triple_log2_e(31 downto 0) <= X"9FEB17C2";
   scale_product : entity work.xfc_unsigned_product
     generic map (scale_bits, fraction_bits + 1, scale_borders, synthesize)
     port map (sysclk, enable, log2_e, triple_log2_e, significand, product);

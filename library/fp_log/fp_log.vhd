@@ -35,7 +35,6 @@ architecture rtl of fp_log is
   constant whole_bits    : positive := 8;
   constant ln_2_bits     : positive := 32;          -- behind the point
   constant ln_2          : std_logic_vector(ln_2_bits - 1 downto 0) := X"B17217F8";
-  constant triple_ln_2   : std_logic_vector(ln_2_bits + 1 downto 0) := "10" & X"145647E8";
   constant distance_bits : positive := 23;          -- of |m - 1|, whose units are 2 ** -24
   constant index_bits    : positive := 8;
   constant position_bits : positive := 16;
@@ -102,6 +101,7 @@ architecture rtl of fp_log is
   -- multiply
   signal product : std_logic_vector(product_bits - 1 downto 0);
   signal whole_product : std_logic_vector(ln_2_bits + whole_bits - 1 downto 0);
+  signal triple_ln_2 : std_logic_vector(ln_2_bits + 1 downto 0);
 
   -- add
   signal part, addend, sum_d, sum : sum_field;
@@ -184,6 +184,8 @@ begin
   -- multiply
   multiply_product : entity work.xfc_early_product generic map (distance_bits, level_bits, multiply_borders, 0)
     port map (sysclk, enable, fine, level, product);
+  triple_ln_2(ln_2_bits + 1 downto ln_2_bits) <= "10";
+  triple_ln_2(ln_2_bits - 1 downto 0) <= X"145647E8";
   multiply_whole : entity work.xfc_unsigned_product generic map (ln_2_bits, whole_bits, whole_borders, 0)
     port map (sysclk, enable, ln_2, triple_ln_2, whole, whole_product);
 

@@ -34,6 +34,31 @@ constexpr std::string_view chain_text = R"(begin
 
 )";
 
+/// Bits of the longest constant that every tool takes at a port: ghdl --synth 2.0 makes a text of a longer one.
+constexpr std::size_t longest_constant = 32;
+
+/// A constant, or the signal that a longer one is put together in.
+void append_constant(std::string& text, const constant_bus& one) {
+    const bool whole = one.bits.size() <= longest_constant;
+    append_all(text, whole ? "  constant " : "  signal ", one.bus.name, " : std_logic_vector(", one.bus.width,
+               " downto 1)", whole ? " := \"" : "", whole ? one.bits : "", whole ? "\";   -- " : ";   -- ",
+               whole ? "" : "constant ", one.bus.comment, "\n");
+}
+
+/// The pieces of a longer constant, the highest first.
+void append_pieces(std::string& text, const constant_bus& one) {
+    if (one.bits.size() <= longest_constant) {
+        return;
+    }
+    for (std::size_t high = one.bits.size(); high > 0;) {
+        const std::size_t low = (high - 1) / longest_constant * longest_constant;
+        append_all(text, "  ", one.bus.name, "(", high, " downto ", low + 1, ") <= \"",
+                   one.bits.substr(one.bits.size() - high, high - low), "\";\n");
+        high = low;
+    }
+    text += "\n";
+}
+
 /// What stands between the ports of a port map.
 constexpr std::string_view between_ports = ",\n              ";
 
@@ -112,9 +137,9 @@ void write_vhdl(const datapath& what, const text_taker& take) {
         append_port(output.bus, "out");
     }
     text += filled_template(behind_ports, words);
-    for (const auto& [bus, bits] : what.constants) {
-        append_all(text, "  constant ", bus.name, " : std_logic_vector(", bus.width, " downto 1) := \"", bits,
-                   "\";   -- ", bus.comment, "\n");
+    for (const constant_bus& one : what.constants) {
+        append_constant(text, one);
+        take_full_block(text, take);
     }
     what.for_each_signal([&](const bus_text& bus) {
         append_all(text, "  signal ", bus.name, " : std_logic_vector(", bus.width, " downto 1);   -- ", bus.comment,
@@ -122,6 +147,10 @@ void write_vhdl(const datapath& what, const text_taker& take) {
         take_full_block(text, take);
     });
     text += filled_template(chain_text, words);
+    for (const constant_bus& one : what.constants) {
+        append_pieces(text, one);
+        take_full_block(text, take);
+    }
     what.for_each_instance([&](const instance_text& one) {
         append_instance(text, one);
         take_full_block(text, take);

@@ -121,6 +121,20 @@ TEST(texts, are_the_same_to_the_byte_for_equal_designs) {
     EXPECT_EQ(text(), text());
 }
 
+TEST(texts, put_constants_of_more_than_32_bits_together) {
+    graph_writer w;
+    w.output("y", w.add(w.input("a"), w.made.make_single(0.5F)));
+    const hardware h(std::move(w.made), "test");
+    const std::string text = vhdl_text(h.text);
+    EXPECT_EQ(text.find("  constant "), std::string::npos);
+    EXPECT_NE(text.find("  signal constant_x : std_logic_vector(45 downto 1);   -- constant XFloat"),
+              std::string::npos);
+    EXPECT_NE(text.find("  constant_x(45 downto 33) <= \"0000000010000\";\n"
+                        "  constant_x(32 downto 1) <= \"00000000000000000000000001111110\";\n"),
+              std::string::npos)
+        << text;
+}
+
 TEST(write_files, says_what_it_cannot_write) {
     diagnostics messages;
     EXPECT_FALSE(write_files("/dev/null/no_folder", {{"a.v", "text"}}, messages));
