@@ -1,9 +1,8 @@
 #include "flow/passes/design.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdio>
-#include <cstring>
-#include <type_traits>
 
 namespace xfc::flow {
 
@@ -125,9 +124,10 @@ private:
 }  // namespace
 
 const component_setting& component_settings::find_or_make(component_id component, const component_generics& generics) {
-    static_assert(std::has_unique_object_representations_v<component_generics>);
+    using fields = std::array<std::int32_t, sizeof(component_generics) / sizeof(std::int32_t)>;
+    const fields wanted = std::bit_cast<fields>(generics);
     const auto found = std::find_if(all_.begin(), all_.end(), [&](const component_setting& one) {
-        return one.component == component && std::memcmp(&one.generics, &generics, sizeof generics) == 0;
+        return one.component == component && std::bit_cast<fields>(one.generics) == wanted;
     });
     return found != all_.end()
                ? *found
