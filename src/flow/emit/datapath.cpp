@@ -71,6 +71,14 @@ bool ends_as_derived(std::string_view name) {
     return name.size() < length && drop_end("_d");
 }
 
+/// A text put together in `scratch`, whose old one is gone.
+template <class... parts>
+std::string_view put(std::string& scratch, const parts&... all) {
+    scratch.clear();
+    append_all(scratch, all...);
+    return scratch;
+}
+
 /// Names that follow from those of buses: instances are called after the bus that they drive, delayed buses after their
 /// bus and its delay. They are looked up only where some other name ends like one of them.
 class derived_names {
@@ -103,13 +111,6 @@ public:
     }
 
 private:
-    template <class... parts>
-    static std::string_view put(std::string& scratch, const parts&... all) {
-        scratch.clear();
-        append_all(scratch, all...);
-        return scratch;
-    }
-
     /// Of a node's names: that of its instance, of what nobody reads, of each tap's bus and instance.
     std::size_t first(node_id id) const { return 2 * (std::size_t{id} + delays_.first[id]); }
 
@@ -366,13 +367,6 @@ private:
     template <class... parts>
     std::string_view kept_all(const parts&... all) {
         return kept(put(scratch_, all...));
-    }
-
-    template <class... parts>
-    static std::string_view put(std::string& scratch, const parts&... all) {
-        scratch.clear();
-        append_all(scratch, all...);
-        return scratch;
     }
 
     std::string_view port_comment(const port& one) {
