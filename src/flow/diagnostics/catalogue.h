@@ -38,6 +38,7 @@ enum class message_id : std::uint8_t {
     // expressions
     unknown_index,
     outside_object,
+    outside_if_reached,
     unknown_pointer,
     null_pointer,
     ended_object,
@@ -62,6 +63,7 @@ enum class message_id : std::uint8_t {
     // values of variables
     not_assigned,
     not_always_assigned,
+    not_always_returned,
     too_many_conditions,
     kept_between_calls,
     // limits

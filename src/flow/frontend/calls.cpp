@@ -205,6 +205,7 @@ void executor::run_body(const clang::FunctionDecl& function) {
     if (!type->isVoidType()) {
         const std::string name = "the result of " + function.getName().str();
         const object_id id = create_object(type.getUnqualifiedType(), name, range(function.getLocation()));
+        memory_.mark_as_result(id);
         frames_.back().returned = {id, 0};
     }
     const int outer_depth = scope_depth_;

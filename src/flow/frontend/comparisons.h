@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "flow/frontend/integer_ranges.h"
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
@@ -15,7 +16,7 @@ namespace xfc::flow {
 class comparisons {
 public:
     /// One integer may be taken for 0.
-    comparisons(const graph& values, value_id zero);
+    comparisons(const graph& values, integer_ranges& ranges, value_id zero);
 
     /// Takes a boolean for true or false. False when that contradicts what was taken before.
     bool take(value_id condition, bool truth);
@@ -27,26 +28,25 @@ public:
 private:
     /// What an integer can be.
     struct domain {
-        std::int64_t low;
-        std::int64_t high;
+        integer_range range;
         std::vector<std::int64_t> excluded;
     };
     using pair = std::pair<value_id, value_id>;
     struct change {
         value_id integer = no_value;  ///< whose domain was changed, if any
-        domain before = {};
+        domain before = {all_integers, {}};
         pair two = {no_value, no_value};  ///< whose relation was, if any
         std::uint8_t relation_before = 0;
     };
 
-    [[nodiscard]] domain range_of(value_id integer, int level = 0) const;
     [[nodiscard]] std::optional<std::int64_t> known(value_id integer, int level = 0) const;
     bool narrow(operation op, value_id integer, bool is_left, std::int64_t number, bool truth);
     bool relate(operation op, value_id left, value_id right, bool truth);
 
     const graph& values_;
+    integer_ranges& ranges_;
     value_id zero_;
-    bool possible_ = true;
+    bool possible_;
     std::map<value_id, domain> domains_;
     std::map<pair, std::uint8_t> relations_;
     std::vector<change> changes_;

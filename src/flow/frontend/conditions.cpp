@@ -21,6 +21,7 @@ void conditions::learn(value_id condition, bool truth) {
             continue;  // what is known already is known with all that follows from it
         }
         learned_.push_back(id);
+        learn_range(id, holds);
         if (one.op == operation::bit_not) {
             rest.emplace_back(one.operands[0], !holds);
         } else if ((one.op == operation::bit_and && holds) || (one.op == operation::bit_or && !holds)) {
@@ -32,10 +33,51 @@ void conditions::learn(value_id condition, bool truth) {
 
 void conditions::forget() {
     while (learned_.size() > starts_.back()) {
-        facts_.erase(learned_.back());
+        const value_id last = learned_.back();
+        if (const value_id integer = compared_integer(last); integer != no_value) {
+            learned_ranges_.at(integer).pop_back();
+        }
+        facts_.erase(last);
         learned_.pop_back();
     }
     starts_.pop_back();
+}
+
+/// The integer that a comparison with a constant is about; no_value for other conditions.
+value_id conditions::compared_integer(value_id condition) const {
+    const value& one = values_[condition];
+    if (!is_comparison(one.op) || values_[one.operands[0]].format != number_format::integer) {
+        return no_value;
+    }
+    const auto [left, right] = std::array{one.operands[0], one.operands[1]};
+    return values_.is_constant(right) ? left : values_.is_constant(left) ? right : no_value;
+}
+
+void conditions::learn_range(value_id comparison, bool holds) {
+    const value_id integer = compared_integer(comparison);
+    if (integer != no_value) {
+        const integer_range now = ranges_.narrowed_by(comparison, holds, integer, range_of(integer));
+        learned_ranges_[integer].push_back(now);
+    }
+}
+
+/// What the integer can be here.
+integer_range conditions::range_of(value_id integer) const {
+    const auto learned = learned_ranges_.find(integer);
+    return learned == learned_ranges_.end() || learned->second.empty() ? ranges_.of(integer) : learned->second.back();
+}
+
+/// What was learned about one of its operands may decide a comparison; without that nobody would have made it.
+std::optional<bool> conditions::decided_here(const value& comparison) const {
+    const auto is_learned = [&](value_id operand) {
+        const auto found = learned_ranges_.find(operand);
+        return found != learned_ranges_.end() && !found->second.empty();
+    };
+    const auto [left, right] = std::array{comparison.operands[0], comparison.operands[1]};
+    if (!is_learned(left) && !is_learned(right)) {
+        return std::nullopt;
+    }
+    return decided(comparison.op, range_of(left), range_of(right));
 }
 
 std::optional<bool> conditions::truth_of(value_id condition) const {
@@ -47,6 +89,9 @@ std::optional<bool> conditions::truth_of(value_id condition) const {
         return fact->second;
     }
     const value& one = values_[condition];
+    if (is_comparison(one.op)) {
+        return decided_here(one);
+    }
     if (one.op == operation::bit_not) {
         const auto inner = facts_.find(one.operands[0]);
         return inner == facts_.end() ? std::nullopt : std::optional(!inner->second);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "flow/frontend/decisions.h"
+#include "flow/frontend/integer_ranges.h"
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
@@ -33,11 +34,14 @@ struct counted_choice {
 /// What is known to hold on the way through the program that is being followed, and booleans made with that knowledge.
 class conditions {
 public:
-    explicit conditions(graph& values) : values_(values) {}
+    conditions(graph& values, integer_ranges& ranges) : values_(values), ranges_(ranges) {}
 
     /// From here on until the matching `forget`, the condition has this truth.
     void assume(value_id condition, bool truth);
     void forget();
+
+    /// Whether nothing is assumed: what is followed here is followed by every run of the program.
+    [[nodiscard]] bool are_empty() const { return starts_.empty(); }
 
     [[nodiscard]] std::optional<bool> truth_of(value_id condition) const;
 
@@ -64,15 +68,22 @@ private:
     bool differs_from_zero(value_id integer, std::unordered_map<value_id, bool>& known) const;
     [[nodiscard]] bool learned_to_differ_from_zero(value_id integer) const;
     void learn(value_id condition, bool truth);
+    void learn_range(value_id comparison, bool holds);
+    [[nodiscard]] value_id compared_integer(value_id condition) const;
+    [[nodiscard]] integer_range range_of(value_id integer) const;
+    [[nodiscard]] std::optional<bool> decided_here(const value& comparison) const;
     [[nodiscard]] value_id known_side(value_id id) const;
     [[nodiscard]] bool are_inverse(value_id left, value_id right) const;
 
     graph& values_;
+    integer_ranges& ranges_;
     value_id true_ = values_.make_boolean(true);
     value_id false_ = values_.make_boolean(false);
     std::unordered_map<value_id, bool> facts_;
     std::vector<value_id> learned_;    ///< in order
     std::vector<std::size_t> starts_;  ///< of each assumption in `learned_`
+    /// Of integers that `learned_` compares with constants, narrower with each of these.
+    std::unordered_map<value_id, std::vector<integer_range>> learned_ranges_;
 };
 
 }  // namespace xfc::flow

@@ -11,11 +11,11 @@ constexpr int most_zero_questions = 2000;  ///< about parts of one divisor
 
 }  // namespace
 
-decisions::decisions(const graph& values)
+decisions::decisions(const graph& values, integer_ranges& ranges)
     : values_(values),
       choices_{{no_value, never, never}, {no_value, always, always}, {no_value, too_complex, too_complex}},
-      drawings_{drawing{diagrams(values, atom_order::last_first)}, drawing{diagrams(values, atom_order::first_first)}} {
-}
+      drawings_{drawing{diagrams(values, ranges, atom_order::last_first)},
+                drawing{diagrams(values, ranges, atom_order::first_first)}} {}
 
 decision decisions::choose(value_id condition, decision yes, decision no) {
     if (yes == no) {

@@ -25,7 +25,7 @@ inline constexpr decision too_complex = 2;  ///< counted as not certain
 /// not see.
 class decisions {
 public:
-    explicit decisions(const graph& values);
+    decisions(const graph& values, integer_ranges& ranges);
 
     /// What `yes` is where the condition holds, and elsewhere what `no` is.
     decision choose(value_id condition, decision yes, decision no);

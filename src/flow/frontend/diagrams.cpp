@@ -11,7 +11,10 @@ constexpr int most_visits = 100000;  ///< of nodes, in search of a way that is p
 
 }  // namespace
 
-diagrams::diagrams(const graph& values, atom_order order) : values_(values), order_(order) { clear(); }
+diagrams::diagrams(const graph& values, integer_ranges& ranges, atom_order order)
+    : values_(values), ranges_(ranges), order_(order) {
+    clear();
+}
 
 void diagrams::clear() {
     nodes_ = {{no_value, false_diagram, false_diagram}, {no_value, true_diagram, true_diagram}, {no_value, 2, 2}};
@@ -119,7 +122,7 @@ std::optional<bool> diagrams::is_impossible(diagram condition, value_id zero) co
     if (condition == unknown_diagram) {
         return std::nullopt;
     }
-    comparisons taken(values_, zero);
+    comparisons taken(values_, ranges_, zero);
     if (!taken.is_possible()) {
         return true;
     }

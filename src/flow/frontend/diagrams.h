@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "flow/frontend/integer_ranges.h"
 #include "flow/graph/graph.h"
 
 namespace xfc::flow {
@@ -24,7 +25,7 @@ enum class atom_order : std::uint8_t { last_first, first_first };
 /// Conditions over booleans of the graph as ordered binary decision diagrams.
 class diagrams {
 public:
-    diagrams(const graph& values, atom_order order);
+    diagrams(const graph& values, integer_ranges& ranges, atom_order order);
 
     /// The diagram of a boolean, whose atoms are what is not made of booleans by and, or, xor, not, select.
     diagram of(value_id condition);
@@ -63,6 +64,7 @@ private:
     [[nodiscard]] bool comes_before(value_id left, value_id right) const;
 
     const graph& values_;
+    integer_ranges& ranges_;
     atom_order order_;
     std::vector<node> nodes_;
     std::map<node, diagram> known_nodes_;

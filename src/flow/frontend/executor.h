@@ -233,7 +233,8 @@ private:
                                const result& right, const clang::QualType& right_type, const clang::Expr& expression);
     result operate_on_integers(clang::BinaryOperatorKind kind, const result& left, const result& right,
                                const scalar_type& type, const clang::Expr& expression);
-    bool is_never_negative(value_id integer, int level = 0) const;
+    /// Whether a number is below 2^31 whatever the inputs are, so that signed operations are right.
+    bool is_never_negative(value_id integer) { return integer_ranges_.of(integer).low >= 0; }
     result order_unsigned(clang::BinaryOperatorKind kind, value_id a, value_id b, const asked_range& where);
     value_id divide_unsigned(value_id a, value_id b, const asked_range& where);
     value_id remainder_unsigned(value_id a, value_id b, const asked_range& where);
@@ -300,6 +301,8 @@ private:
                                        std::initializer_list<std::string_view> arguments, message_id note,
                                        const asked_range& note_where,
                                        std::initializer_list<std::string_view> note_arguments);
+    [[noreturn]] void refuse_outside(const asked_range& where, std::string_view name, std::string_view extent,
+                                     const object& one);
     void add_call_notes();
     [[nodiscard]] asked_range range(const clang::Stmt& statement) const { return {*this, statement}; }
     [[nodiscard]] source_range range(clang::SourceRange where) const;
@@ -321,10 +324,11 @@ private:
     const stack_watch& stack_;
 
     graph values_;
-    conditions conditions_{values_};
+    integer_ranges integer_ranges_{values_};
+    conditions conditions_{values_, integer_ranges_};
     value_id yes_ = conditions_.boolean(true);
     value_id no_ = conditions_.boolean(false);
-    decisions decisions_{values_};
+    decisions decisions_{values_, integer_ranges_};
     memory memory_;
     program program_;
 

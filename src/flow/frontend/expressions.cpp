@@ -550,7 +550,9 @@ result executor::compare(clang::BinaryOperatorKind kind, number_format format, v
         }));
     }
     const auto relation = [&](operation op, value_id a, value_id b) {
-        return make(op, number_format::boolean, {a, b}, where);
+        const auto known =
+            format == number_format::integer ? decided(op, integer_ranges_.of(a), integer_ranges_.of(b)) : std::nullopt;
+        return known ? conditions_.boolean(*known) : make(op, number_format::boolean, {a, b}, where);
     };
     switch (kind) {
         case clang::BO_LT:
@@ -697,10 +699,9 @@ place executor::element_of(const clang::ArraySubscriptExpr& expression, bool may
     if (bytes < one.bytes && (offset < 0 || offset > bytes || (offset == bytes && !may_be_behind))) {
         const auto* member = llvm::dyn_cast<clang::MemberExpr>(decay->getSubExpr()->IgnoreParens());
         const std::string count = std::to_string(array->getSize().getZExtValue()) + " elements";
-        refuse_with_note(message_id::outside_object, range(*expression.getIdx()),
-                         {member != nullptr ? member->getMemberDecl()->getName().str() : one.name,
-                          member != nullptr ? count : count + " in a row"},
-                         message_id::declared_here, one.where, {one.name});
+        refuse_outside(range(*expression.getIdx()),
+                       member != nullptr ? member->getMemberDecl()->getName().str() : one.name,
+                       member != nullptr ? count : count + " in a row", one);
     }
     return at;
 }
@@ -730,8 +731,7 @@ result executor::moved(const result& pointer, const clang::QualType& pointer_typ
     if (after.where.object != no_object &&
         (after.where.offset < 0 || after.where.offset > memory_[after.where.object].bytes)) {
         const object& one = memory_[after.where.object];
-        refuse_with_note(message_id::outside_object, range(expression), {one.name, extent_of(one)},
-                         message_id::declared_here, one.where, {one.name});
+        refuse_outside(range(expression), one.name, extent_of(one), one);
     }
     return after;
 }

@@ -67,6 +67,7 @@ struct object {
     bool kept_between_calls = false;  ///< static storage that the program may change
     bool read_only = false;           ///< const, and its value is set
     bool ended = false;               ///< its block has been left
+    bool is_result = false;           ///< of a function
     const void* declaration = nullptr;
     const void* type = nullptr;  ///< of the whole object, for its owner
 };
@@ -83,6 +84,7 @@ public:
     [[nodiscard]] const object& operator[](object_id id) const { return objects_[id]; }
     void set_unset_rule(object_id id, unset_rule rule) { objects_[id].rule = rule; }
     void set_read_only(object_id id, bool value = true) { objects_[id].read_only = value; }
+    void mark_as_result(object_id id) { objects_[id].is_result = true; }
     void end(object_id id) { objects_[id].ended = true; }
     /// Takes what stands in the object now as what the program begins with.
     void begin_with(object_id id, bool kept_between_calls);

@@ -347,6 +347,13 @@ std::string executor::extent_of(const object& one) const {
     return count == 1 ? "one element" : std::to_string(count) + " elements";
 }
 
+/// That a place of the object, or of a row or member of it with this name, is none of its own.
+void executor::refuse_outside(const asked_range& range, std::string_view name, std::string_view extent,
+                              const object& one) {
+    refuse_with_note(conditions_.are_empty() ? message_id::outside_object : message_id::outside_if_reached, range,
+                     {name, extent}, message_id::declared_here, one.where, {one.name});
+}
+
 void executor::check_place(const place& where, std::uint32_t bytes, const asked_range& range) {
     if (where.object == no_object) {
         refuse(message_id::null_pointer, range);
@@ -356,8 +363,7 @@ void executor::check_place(const place& where, std::uint32_t bytes, const asked_
         refuse_with_note(message_id::ended_object, range, {one.name}, message_id::declared_here, one.where, {one.name});
     }
     if (where.offset < 0 || where.offset + bytes > one.bytes) {
-        refuse_with_note(message_id::outside_object, range, {one.name, extent_of(one)}, message_id::declared_here,
-                         one.where, {one.name});
+        refuse_outside(range, one.name, extent_of(one), one);
     }
     if (!memory_.holds(where, bytes)) {
         refuse(message_id::read_as_other_type, range, {"a part of something larger"});
@@ -477,8 +483,8 @@ result executor::load_number(const place& where, const scalar_type& type, const 
     if (found.kind == cell_kind::unset) {
         if (memory_[where.object].rule == unset_rule::refuse) {
             const object& one = memory_[where.object];
-            refuse_with_note(message_id::not_assigned, range, {one.name}, message_id::declared_here, one.where,
-                             {one.name});
+            refuse_with_note(one.is_result ? message_id::not_always_returned : message_id::not_assigned, range,
+                             {one.name}, message_id::declared_here, one.where, {one.name});
         }
         const std::optional<cell> declared = input_cell(where);
         if (!declared || declared->bytes != type.bytes) {
@@ -516,7 +522,8 @@ void executor::check_set(const place& where, const cell& found, const asked_rang
     const source_range branch_place = branch != branch_places_.end() ? branch->second
                                       : decided != no_value          ? values_[decided].where
                                                                      : one.where;
-    refuse_with_note(message_id::not_always_assigned, range, {one.name}, message_id::set_only_here, branch_place, {});
+    refuse_with_note(one.is_result ? message_id::not_always_returned : message_id::not_always_assigned, range,
+                     {one.name}, message_id::set_only_here, branch_place, {});
 }
 
 /// The input that stands for a scalar that nobody wrote.

@@ -12,9 +12,6 @@ namespace {
 constexpr std::int32_t sign_bit = std::numeric_limits<std::int32_t>::min();
 constexpr double two_to_31 = 2147483648.0;
 
-/// How deep a number's operands are looked at: choices of choices would take long.
-constexpr int most_levels = 6;
-
 bool holds(clang::BinaryOperatorKind kind, std::uint32_t a, std::uint32_t b) {
     switch (kind) {
         case clang::BO_LT:
@@ -31,37 +28,6 @@ bool holds(clang::BinaryOperatorKind kind, std::uint32_t a, std::uint32_t b) {
 bool is_power_of_two(std::uint32_t number) { return number != 0 && (number & (number - 1)) == 0; }
 
 }  // namespace
-
-/// Whether a number is below 2^31 whatever the inputs are, so that signed operations are right.
-bool executor::is_never_negative(value_id integer, int level) const {
-    if (const auto known = values_.known_integer(integer)) {
-        return *known >= 0;
-    }
-    if (level == most_levels) {
-        return false;
-    }
-    const value& one = values_[integer];
-    const auto operand = [&](std::size_t place) { return is_never_negative(one.operands[place], level + 1); };
-    switch (one.op) {
-        case operation::bit_and:
-            return operand(0) || operand(1);
-        case operation::bit_or:
-        case operation::bit_xor:
-        case operation::divide:
-            return operand(0) && operand(1);
-        case operation::remainder:
-        case operation::shift_right:
-            return operand(0);
-        case operation::shift_right_unsigned: {
-            const auto distance = values_.known_integer(one.operands[1]);
-            return operand(0) || (distance && *distance > 0 && *distance < 32);
-        }
-        case operation::select:
-            return operand(1) && operand(2);
-        default:
-            return false;
-    }
-}
 
 /// The order of unsigned numbers is that of signed ones whose sign bit is turned.
 result executor::order_unsigned(clang::BinaryOperatorKind kind, value_id a, value_id b, const asked_range& where) {

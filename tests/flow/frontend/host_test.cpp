@@ -194,8 +194,8 @@ TEST_P(flow_host, functions_give_what_the_host_gives) {
 }
 
 INSTANTIATE_TEST_SUITE_P(programs, flow_host,
-                         testing::Values("control", "floats", "generic", "globals", "headers", "narrow", "passing",
-                                         "structures"),
+                         testing::Values("control", "floats", "generic", "globals", "headers", "limits", "narrow",
+                                         "passing", "structures"),
                          [](const auto& one) { return std::string(one.param); });
 
 }  // namespace

@@ -1,0 +1,7 @@
+float positive(float a) {
+    (void)a;
+}
+
+float f(float a) {
+    return positive(a) + 1;
+}

@@ -1,0 +1,8 @@
+float positive(float a) {
+    if (a > 0)
+        return a;
+}
+
+float f(float a) {
+    return positive(a) + 1;
+}
