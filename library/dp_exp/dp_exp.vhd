@@ -56,10 +56,6 @@ architecture rtl of dp_exp is
   constant whole_offset     : positive := 44564;    -- 1478 less 1024 log2(e), units of 2 ** -16
   constant whole_bias       : positive := 455;      -- whole power, plus 1478, less the exponent field
   constant ln_2_bits        : positive := 73;       -- behind the point
-  constant ln_2             : std_logic_vector(ln_2_bits - 1 downto 0) := '1' & x"62E42FEFA39EF35794";
-  constant triple_ln_2      : std_logic_vector(ln_2_bits + 1 downto 0) := "100" & x"28AC8FCEEADCDA06BC";
-  constant offset           : std_logic_vector(point_bits - 1 downto 0) := '0' & x"F16CC18AA7B0EBA";
-                                                    -- 1478 ln(2) without what is before the point
   constant segment_bits     : positive := 9;
   constant rest_bits        : positive := point_bits - 2 * segment_bits;
   constant cubic_bits       : positive := 6;        -- of the rest for its cube, and of the sixth of that
@@ -120,10 +116,12 @@ architecture rtl of dp_exp is
   signal log2_e_field : std_logic_vector(log2_e_bits - 1 downto 0);
   signal triple_log2_e : std_logic_vector(log2_e_bits + 1 downto 0);
   signal scaled, whole_d : std_logic_vector(whole_bits + whole_low - 1 downto 0);
-  signal positive_d, positive_operand, operand : point_field;
+  signal offset, positive_d, positive_operand, operand : point_field;
   signal whole : std_logic_vector(whole_bits - 1 downto 0);
 
   -- power
+  signal ln_2 : std_logic_vector(ln_2_bits - 1 downto 0);
+  signal triple_ln_2 : std_logic_vector(ln_2_bits + 1 downto 0);
   signal power : std_logic_vector(ln_2_bits + whole_bits - 1 downto 0);
   signal exponent_d, round_exponent : wide_field;
 
@@ -210,6 +208,8 @@ begin
   whole_product : entity work.xfc_unsigned_product generic map (log2_e_bits, top_bits, whole_borders, synthesize)
     port map (sysclk, enable, log2_e_field, triple_log2_e, top, scaled);
   whole_d <= std_logic_vector(unsigned(scaled) + whole_offset);
+  offset(60 downto 32) <= '0' & x"F16CC18";   -- 1478 ln(2) without what is before the point
+  offset(31 downto 0) <= x"AA7B0EBA";
   positive_d <= std_logic_vector(unsigned(fixed(point_bits - 1 downto 0)) + unsigned(offset));
 
   whole_0 : entity work.xfc_register generic map (whole_bits, 1)
@@ -220,6 +220,12 @@ begin
     port map (sysclk, enable, positive_operand, operand);
 
   -- power: what is before the point takes no part
+  ln_2(72 downto 64) <= '1' & x"62";
+  ln_2(63 downto 32) <= x"E42FEFA3";
+  ln_2(31 downto 0) <= x"9EF35794";
+  triple_ln_2(74 downto 64) <= "100" & x"28";
+  triple_ln_2(63 downto 32) <= x"AC8FCEEA";
+  triple_ln_2(31 downto 0) <= x"DCDA06BC";
   power_product : entity work.xfc_unsigned_product generic map (ln_2_bits, whole_bits, power_borders, synthesize)
     port map (sysclk, enable, ln_2, triple_ln_2, whole, power);
   exponent_d <= std_logic_vector(resize(unsigned(whole), wide_bits) - whole_bias);   -- two's complement

@@ -44,8 +44,6 @@ architecture rtl of dp_log is
   constant bias           : positive := 1023;
   constant whole_bits     : positive := 11;
   constant ln_2_bits      : positive := 73;         -- behind the point
-  constant ln_2           : std_logic_vector(ln_2_bits - 1 downto 0) := '1' & x"62E42FEFA39EF35794";
-  constant triple_ln_2    : std_logic_vector(ln_2_bits + 1 downto 0) := "100" & x"28AC8FCEEADCDA06BC";
   constant distance_bits  : positive := 52;         -- of |m - 1|, whose units are 2 ** -53
   constant index_bits     : positive := 8;
   constant position_bits  : positive := 45;
@@ -135,6 +133,8 @@ architecture rtl of dp_log is
 
   -- multiply
   signal product : std_logic_vector(product_bits - 1 downto 0);
+  signal ln_2 : std_logic_vector(ln_2_bits - 1 downto 0);
+  signal triple_ln_2 : std_logic_vector(ln_2_bits + 1 downto 0);
   signal whole_product : std_logic_vector(ln_2_bits + whole_bits - 1 downto 0);
 
   -- add
@@ -257,6 +257,12 @@ begin
   multiply_product : entity work.xfc_early_product
     generic map (distance_bits, c0_bits, multiply_borders, synthesize)
     port map (sysclk, enable, early_normal, level, product);
+  ln_2(72 downto 64) <= '1' & x"62";
+  ln_2(63 downto 32) <= x"E42FEFA3";
+  ln_2(31 downto 0) <= x"9EF35794";
+  triple_ln_2(74 downto 64) <= "100" & x"28";
+  triple_ln_2(63 downto 32) <= x"AC8FCEEA";
+  triple_ln_2(31 downto 0) <= x"DCDA06BC";
   multiply_whole : entity work.xfc_unsigned_product generic map (ln_2_bits, whole_bits, whole_borders, synthesize)
     port map (sysclk, enable, ln_2, triple_ln_2, whole, whole_product);
 
