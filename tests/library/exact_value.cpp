@@ -147,4 +147,18 @@ double ulps_between(const exact_value& result, mpfr_srcptr exact, bus_form form)
     return std::fabs(mpfr_get_d(difference, MPFR_RNDN));
 }
 
+double units_between(const exact_value& result, mpfr_srcptr exact, long exponent) {
+    mpfr_number difference(mpfr_get_prec(exact) + 256);
+    set_exactly(difference, result);
+    mpfr_sub(difference, difference, exact, MPFR_RNDN);
+    mpfr_mul_2si(difference, difference, -exponent, MPFR_RNDN);
+    return std::fabs(mpfr_get_d(difference, MPFR_RNDN));
+}
+
+bool lacks_hidden_one(bus_bits bus, const bus_layout& layout) {
+    const bus_flags flags = flags_of(bus, layout);
+    return !bit(bus, layout.mantissa.high - 2) && field(bus, layout.exponent) != 0 && !flags.nan && !flags.sat &&
+           !flags.zip;
+}
+
 }  // namespace xfc::proof

@@ -50,4 +50,16 @@ void set_exactly(mpfr_ptr target, const exact_value& value);
 /// |result - exact| in units of the last place of the exact value rounded to the form's precision.
 [[nodiscard]] double ulps_between(const exact_value& result, mpfr_srcptr exact, bus_form form);
 
+/// |result - exact| in units of 2 ** exponent.
+[[nodiscard]] double units_between(const exact_value& result, mpfr_srcptr exact, long exponent);
+
+/// Exponent of the bit that stands so many places behind the leading one.
+[[nodiscard]] inline long exponent_behind(mpfr_srcptr exact, long places) {
+    return static_cast<long>(mpfr_get_exp(exact)) - 1 - places;
+}
+
+/// Whether a bus with sign and magnitude is a number whose hidden one is missing: no component delivers such an
+/// operand.
+[[nodiscard]] bool lacks_hidden_one(bus_bits bus, const bus_layout& layout);
+
 }  // namespace xfc::proof

@@ -46,4 +46,11 @@ verdict check_reciprocal(bus_bits operand, bus_bits result, bus_form form) {
     return compare_with_nearest(result, exact, before.negative, form);
 }
 
+kind special_quotient(kind a, kind b) {
+    if (a == kind::nan || b == kind::nan || (a == b && a != kind::number)) {
+        return kind::nan;
+    }
+    return a == kind::infinity || b == kind::zero ? kind::infinity : kind::zero;
+}
+
 }  // namespace xfc::proof

@@ -12,4 +12,7 @@ namespace xfc::proof {
 /// Whether `result` is one divided by `operand`, both IEEE buses, rounded to nearest.
 [[nodiscard]] verdict check_reciprocal(bus_bits operand, bus_bits result, bus_form form);
 
+/// The quotient when an operand is no number.
+[[nodiscard]] exact_value::kind special_quotient(exact_value::kind a, exact_value::kind b);
+
 }  // namespace xfc::proof

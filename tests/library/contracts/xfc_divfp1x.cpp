@@ -1,6 +1,5 @@
-#include <cmath>
-
 #include "exact_value.h"
+#include "roots_and_quotients.h"
 
 namespace xfc::proof::promises {
 
@@ -8,37 +7,13 @@ namespace {
 
 using kind = exact_value::kind;
 
-/// The quotient when an operand is no number.
-kind special_quotient(kind a, kind b) {
-    if (a == kind::nan || b == kind::nan || (a == b && a != kind::number)) {
-        return kind::nan;
-    }
-    return a == kind::infinity || b == kind::zero ? kind::infinity : kind::zero;
-}
-
-/// A number whose hidden one is missing: no component delivers such an operand.
-bool malformed(bus_bits bus, const bus_layout& layout) {
-    const bus_flags flags = flags_of(bus, layout);
-    return !bit(bus, layout.mantissa.high - 2) && field(bus, layout.exponent) != 0 && !flags.nan && !flags.sat &&
-           !flags.zip;
-}
-
-/// |found - exact| in units of the exact value's bit with the place value 2 ** (its exponent - place).
-double units_between(const exact_value& found, mpfr_srcptr exact, long place) {
-    mpfr_number difference(512);
-    set_exactly(difference, found);
-    mpfr_sub(difference, difference, exact, MPFR_RNDN);
-    mpfr_mul_2si(difference, difference, place + 1 - static_cast<long>(mpfr_get_exp(exact)), MPFR_RNDN);
-    return std::fabs(mpfr_get_d(difference, MPFR_RNDN));
-}
-
 /// IEEE: the nearest number, or the one toward zero where none is too large or too small.
 verdict check_ieee(mpfr_srcptr exact, bool negative, bool rounds, bus_bits result) {
     mpfr_number expected(rounds ? 320 : 24);
     mpfr_set(expected, exact, MPFR_RNDZ);
     const exact_value found = value_of(result, bus_form::single_float, operand_coding::plain, 0);
     return {.met = result == nearest_ieee(expected, negative, bus_form::single_float),
-            .error = found.is == kind::number ? units_between(found, exact, 23) : 0};
+            .error = found.is == kind::number ? units_between(found, exact, exponent_behind(exact, 23)) : 0};
 }
 
 /// Inside: 25 bits, and a 26th that is set unless they are all.
@@ -60,7 +35,7 @@ verdict check_internal(mpfr_srcptr exact, bool negative, const exact_value& foun
     set_exactly(delivered, found);
     const bool normal = exponent_field == static_cast<bus_bits>(exponent + 127);
     return {.met = found.is == kind::number && normal && mpfr_equal_p(delivered, expected) != 0,
-            .error = units_between(found, exact, 25)};
+            .error = units_between(found, exact, exponent_behind(exact, 25))};
 }
 
 verdict check(const component_generics& generics, const component_operands& operands, bus_bits result) {
@@ -76,7 +51,7 @@ verdict check(const component_generics& generics, const component_operands& oper
                                   : generics.output_select == 2 ? operand_coding::multiplier
                                                                 : operand_coding::sign_magnitude;
     const exact_value found = value_of(result, bus_form::xfloat, coding, generics.mantissa);
-    if (malformed(operands.aa, layout) || malformed(operands.bb, layout)) {
+    if (lacks_hidden_one(operands.aa, layout) || lacks_hidden_one(operands.bb, layout)) {
         return {};
     }
     if (a.is != kind::number || b.is != kind::number) {

@@ -1,7 +1,6 @@
-#include <cmath>
-
 #include "exact_value.h"
 #include "model/ydouble.h"
+#include "roots_and_quotients.h"
 
 namespace xfc::proof::promises {
 
@@ -9,38 +8,15 @@ namespace {
 
 using kind = exact_value::kind;
 
-/// A number whose hidden one is missing: no component delivers such an operand.
-bool malformed(bus_bits bus) {
-    const bus_layout layout = layout_of(bus_form::ydouble_multiplier, 0);
-    const bus_flags flags = flags_of(bus, layout);
-    return !bit(bus, layout.mantissa.high - 2) && field(bus, layout.exponent) != 0 && !flags.nan && !flags.sat &&
-           !flags.zip;
-}
-
-/// The quotient when an operand is no number.
-kind special_quotient(kind a, kind b) {
-    if (a == kind::nan || b == kind::nan || (a == b && a != kind::number)) {
-        return kind::nan;
-    }
-    return a == kind::infinity || b == kind::zero ? kind::infinity : kind::zero;
-}
-
-/// |found - exact| in units of the exact value's bit with the place value 2 ** (its exponent - place).
-double units_between(const exact_value& found, mpfr_srcptr exact, long place) {
-    mpfr_number difference(512);
-    set_exactly(difference, found);
-    mpfr_sub(difference, difference, exact, MPFR_RNDN);
-    mpfr_mul_2si(difference, difference, place + 1 - static_cast<long>(mpfr_get_exp(exact)), MPFR_RNDN);
-    return std::fabs(mpfr_get_d(difference, MPFR_RNDN));
-}
-
 /// IEEE: the nearest number, or the one toward zero where none is too large or too small.
 verdict check_ieee(mpfr_srcptr exact, bool negative, bool rounds, bus_bits result) {
     mpfr_number expected(rounds ? 320 : 53);
     mpfr_set(expected, exact, MPFR_RNDZ);
     const exact_value found = value_of(result, bus_form::double_float, operand_coding::plain, 0);
     return {.met = result == nearest_ieee(expected, negative, bus_form::double_float),
-            .error = found.is == kind::number ? units_between(found, exact, double_fraction_bits) : 0};
+            .error = found.is == kind::number
+                         ? units_between(found, exact, exponent_behind(exact, double_fraction_bits))
+                         : 0};
 }
 
 /// Adder form: 55 bits, and a 56th that is set unless they are all. Divider form: the nearest of 53 bits.
@@ -63,11 +39,13 @@ verdict check_internal(mpfr_srcptr exact, bool negative, bool adder_form, const 
     mpfr_number delivered(128);
     set_exactly(delivered, found);
     const bool normal = exponent_field == static_cast<std::uint64_t>(exponent + double_bias);
-    return {.met = found.is == kind::number && normal && mpfr_equal_p(delivered, expected) != 0,
-            .error = units_between(found, exact, adder_form ? adder_bits : double_fraction_bits)};
+    return {
+        .met = found.is == kind::number && normal && mpfr_equal_p(delivered, expected) != 0,
+        .error = units_between(found, exact, exponent_behind(exact, adder_form ? adder_bits : double_fraction_bits))};
 }
 
 verdict check(const component_generics& generics, const component_operands& operands, bus_bits result) {
+    const bus_layout layout = layout_of(bus_form::ydouble_multiplier, 0);
     const auto read = [](bus_bits bus) {
         return value_of(bus, bus_form::ydouble_multiplier, operand_coding::sign_magnitude, 0);
     };
@@ -79,7 +57,7 @@ verdict check(const component_generics& generics, const component_operands& oper
     const bus_form form = adder_form ? bus_form::ydouble : bus_form::ydouble_multiplier;
     const exact_value found =
         value_of(result, form, adder_form ? operand_coding::adder : operand_coding::sign_magnitude, 0);
-    if (malformed(operands.aa) || malformed(operands.bb)) {
+    if (lacks_hidden_one(operands.aa, layout) || lacks_hidden_one(operands.bb, layout)) {
         return {};
     }
     if (a.is != kind::number || b.is != kind::number) {

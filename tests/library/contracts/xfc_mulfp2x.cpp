@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "exact_value.h"
 #include "model/ydouble.h"
 
@@ -9,14 +7,6 @@ namespace {
 
 using kind = exact_value::kind;
 
-/// A number whose hidden one is missing: no component delivers such an operand.
-bool malformed(bus_bits bus) {
-    const bus_layout layout = layout_of(bus_form::ydouble_multiplier, 0);
-    const bus_flags flags = flags_of(bus, layout);
-    return !bit(bus, layout.mantissa.high - 2) && field(bus, layout.exponent) != 0 && !flags.nan && !flags.sat &&
-           !flags.zip;
-}
-
 /// What the product is when an operand is no number.
 kind special_product(kind a, kind b) {
     const bool infinite = a == kind::infinity || b == kind::infinity;
@@ -25,15 +15,6 @@ kind special_product(kind a, kind b) {
            : infinite                                             ? kind::infinity
            : zero                                                 ? kind::zero
                                                                   : kind::number;
-}
-
-/// |product - exact| in units of 2 ** exponent.
-double units_between(const exact_value& product, mpfr_srcptr exact, std::int32_t exponent) {
-    mpfr_number difference(256);
-    set_exactly(difference, product);
-    mpfr_sub(difference, difference, exact, MPFR_RNDN);
-    mpfr_mul_2si(difference, difference, -exponent, MPFR_RNDN);
-    return std::fabs(mpfr_get_d(difference, MPFR_RNDN));
 }
 
 /// Adder form: from 1 to 4, or half of that with exponent field 1; odd when bits are lost.
@@ -73,6 +54,7 @@ verdict check_multiplier_form(mpfr_srcptr exact, bool negative, const exact_valu
 }
 
 verdict check(const component_generics& generics, const component_operands& operands, bus_bits result) {
+    const bus_layout layout = layout_of(bus_form::ydouble_multiplier, 0);
     const auto read = [](bus_bits bus) {
         return value_of(bus, bus_form::ydouble_multiplier, operand_coding::sign_magnitude, 0);
     };
@@ -86,7 +68,7 @@ verdict check(const component_generics& generics, const component_operands& oper
                                 : adder_form
                                     ? value_of(result, bus_form::ydouble, operand_coding::adder, 0)
                                     : value_of(result, bus_form::ydouble_multiplier, operand_coding::sign_magnitude, 0);
-    if (malformed(operands.aa) || malformed(operands.bb)) {
+    if (lacks_hidden_one(operands.aa, layout) || lacks_hidden_one(operands.bb, layout)) {
         return {};
     }
     if (expected != kind::number) {
