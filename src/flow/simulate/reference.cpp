@@ -259,9 +259,13 @@ deviation exact_reference::deviation_of(std::size_t output, std::uint64_t bits) 
             mpfr_inf_p(exact) != 0 || (mpfr_regular_p(exact) != 0 && exponent > shape.greatest_exponent);
         const bool too_small = mpfr_zero_p(exact) != 0 || exponent < shape.least_exponent;
         if (too_large || mpfr_inf_p(got) != 0) {
-            // Around the limit rounding may decide for infinity or for the largest number.
-            found.class_differs = mpfr_inf_p(got) == 0 || mpfr_signbit(got) != mpfr_signbit(exact);
-            found.class_differs = found.class_differs || !(too_large || bound.out_of_range);
+            // Around the limit rounding may decide for infinity or for the largest number; where the bound reaches
+            // beyond the limit on the other side of zero, for that side's infinity.
+            const bool same_sign = mpfr_signbit(got) == mpfr_signbit(exact);
+            const long double towards_got = as_long_double(exact) * (mpfr_signbit(got) != 0 ? -1.0L : 1.0L);
+            const bool reaches = mpfr_inf_p(exact) == 0 && towards_got + bound.radius > largest_finite(one.format);
+            found.class_differs =
+                mpfr_inf_p(got) == 0 || !(same_sign ? too_large || bound.out_of_range || reaches : reaches);
             if (too_large && mpfr_inf_p(got) == 0 && mpfr_inf_p(exact) == 0) {
                 mpfr_sub(got, got, exact, nearest);
                 found.class_differs = std::fabs(mpfr_get_ld(got, nearest)) > bound.radius;

@@ -37,6 +37,11 @@ constexpr loop_row loops[] = {
     {"EACH(@, #) {", "}", "@"},
 };
 
+/// Numbers @ that are not known, of which a limit # is.
+constexpr std::array<std::string_view, 5> limited_numbers{
+    "int @ = {i};\nif (@ > #)\n    @ = #;", "int @ = ({i}) % #;", "int @ = {i};\n@ = @ < 0 ? 0 : @ > # ? # : @;",
+    "unsigned @ = {i};\nif (@ >= #U)\n    @ = #;", "short @ = ({i}) > 1 ? # : 1;"};
+
 /// The labels of a choice between four, and whether it has a range.
 constexpr std::array<std::string_view, 4> labels{"case 0:", "case 1:", "case 2 ... 3:", "case -1:"};
 
@@ -70,6 +75,16 @@ std::string writer::assignment() {
     return line(fill(target.text + std::string(how) + ";", target.type, 3));
 }
 
+std::string writer::lines_of(std::string_view text) {
+    std::string lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines += line(std::string(text.substr(0, end)));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
 /// A divisor that is tested first.
 std::string writer::guarded_assignment() {
     std::vector<readable> divisors;
@@ -88,13 +103,7 @@ std::string writer::guarded_assignment() {
                                                    "int @ = {i};\nif (!#)\n    @ = 3;\nelse\n    @ %= #;"};
     const std::string text = fill(named(one_of(ways), name, divisor), kind::whole, 2);
     now_.readables.push_back({name, kind::whole});
-    std::string lines;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find('\n', at), text.size());
-        lines += line(text.substr(at, end - at));
-        at = end + 1;
-    }
-    return lines;
+    return lines_of(text);
 }
 
 /// Several assignments in one statement: by commas, one behind the other, or by parentheses.
@@ -236,6 +245,12 @@ std::string writer::loop(int depth) {
     const loop_row& row = one_of(loops);
     const std::string counter = fresh("i");
     const int rounds = static_cast<int>(below(3)) + 2;
+    std::string end = std::to_string(rounds);
+    std::string before = row.counter_outside ? line("int " + counter + " = 0;") : "";
+    if (row.head == loops[0].head && chance(40)) {
+        end = fresh("n");
+        before += lines_of(fill(named(one_of(limited_numbers), end, std::to_string(rounds)), kind::whole, 2));
+    }
     const scope outside = now_;
     const ways_out ways_before = ways_out_;
     ways_out_.loop = true;
@@ -244,7 +259,8 @@ std::string writer::loop(int depth) {
     };
     const bool rises = rises_in(row.head) || rises_in(row.foot);
     ways_out_.finish_indent = indent_ + 1;
-    ways_out_.finish = rises ? counter + " = " + std::to_string(rounds) + ";" : "";
+    const bool is_limited = end != std::to_string(rounds);
+    ways_out_.finish = rises && !is_limited ? counter + " = " + std::to_string(rounds) + ";" : "";
     weight_ *= rounds;
     const std::string index = named(row.index, counter, std::to_string(rounds));
     now_.readables.push_back({"(int)(" + index + ")", kind::whole, false});
@@ -262,11 +278,10 @@ std::string writer::loop(int depth) {
     ways_out_ = ways_before;
     ways_out_.finish.clear();  // the loop may have been left by a return
     now_ = outside;
-    const std::string before = row.counter_outside ? line("int " + counter + " = 0;") : "";
     if (row.counter_outside) {
         now_.readables.push_back({counter, kind::whole, false});
     }
-    return before + line(named(row.head, counter, std::to_string(rounds))) + inside +
+    return before + line(named(row.head, counter, end)) + inside +
            line(named(row.foot, counter, std::to_string(rounds)));
 }
 

@@ -152,6 +152,7 @@ private:
     // statements.cpp
     const readable* any_target();
     std::string assignment();
+    std::string lines_of(std::string_view text);
     std::string guarded_assignment();
     std::string chained_assignment();
     std::string copy();

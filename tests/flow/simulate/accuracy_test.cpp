@@ -78,6 +78,27 @@ TEST(bounds, grow_where_operands_are_inexact_and_cancel) {
     EXPECT_EQ(judged(w.made, {2.0F, 1.0F}, 1.0F).apart, apart_reason::none);
 }
 
+TEST(bounds, that_reach_beyond_the_range_let_results_be_infinite) {
+    // ((a + b) - a) * c: what is left of b has any sign, and may be large enough for infinity.
+    graph_writer w;
+    const value_id a = w.input("a");
+    const value_id sum = w.add(a, w.input("b"));
+    const value_id rest = make_folded(w.made, operation::subtract, number_format::single_float, std::array{sum, a});
+    w.output("y", w.multiply(rest, w.input("c")));
+    const std::vector<float> small = {0x1p120F, 1.0F, 0x1p60F};
+    const std::vector<float> large = {0x1p120F, 0x1p80F, 0x1p60F};
+    for (const auto& operands : {small, large}) {
+        for (const float result : {INFINITY, -INFINITY, 0.0F}) {
+            EXPECT_FALSE(judged(w.made, operands, result).outside) << result;
+        }
+        EXPECT_TRUE(judged(w.made, operands, NAN).outside);
+    }
+    const std::vector<float> kept = {0x1p120F, 0x1p119F, 0x1p60F};
+    EXPECT_FALSE(judged(w.made, kept, INFINITY).outside);
+    EXPECT_TRUE(judged(w.made, kept, -INFINITY).outside);
+    EXPECT_TRUE(judged(w.made, {0x1p100F, 1.0F, 0x1p30F}, INFINITY).outside);
+}
+
 TEST(bounds, let_too_small_results_be_zero_and_measure_in_the_smallest_normal_numbers_unit) {
     const graph product = of_two(operation::multiply);
     EXPECT_FALSE(judged(product, {0x1p-100F, 0x1p-30F}, 0.0F).outside);
