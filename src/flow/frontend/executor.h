@@ -301,7 +301,7 @@ private:
                                        std::initializer_list<std::string_view> arguments, message_id note,
                                        const asked_range& note_where,
                                        std::initializer_list<std::string_view> note_arguments);
-    [[noreturn]] void refuse_outside(const asked_range& where, std::string_view name, std::string_view extent,
+    [[noreturn]] void refuse_outside(const asked_range& range, std::string_view name, std::string_view extent,
                                      const object& one);
     void add_call_notes();
     [[nodiscard]] asked_range range(const clang::Stmt& statement) const { return {*this, statement}; }
