@@ -67,7 +67,7 @@ integer_range conditions::range_of(value_id integer) const {
     return learned == learned_ranges_.end() || learned->second.empty() ? ranges_.of(integer) : learned->second.back();
 }
 
-/// What was learned about one of its operands may decide a comparison; without that nobody would have made it.
+/// By what was learned about its operands; what their ranges alone decide was never made a comparison.
 std::optional<bool> conditions::decided_here(const value& comparison) const {
     const auto is_learned = [&](value_id operand) {
         const auto found = learned_ranges_.find(operand);
@@ -80,12 +80,12 @@ std::optional<bool> conditions::decided_here(const value& comparison) const {
     return decided(comparison.op, range_of(left), range_of(right));
 }
 
-std::optional<bool> conditions::truth_of(value_id condition) const {
+/// What is known of a condition without a look at what it is made of, but for a turned one.
+std::optional<bool> conditions::told(value_id condition) const {
     if (const auto known = values_.known_boolean(condition)) {
         return known;
     }
-    const auto fact = facts_.find(condition);
-    if (fact != facts_.end()) {
+    if (const auto fact = facts_.find(condition); fact != facts_.end()) {
         return fact->second;
     }
     const value& one = values_[condition];
@@ -93,22 +93,30 @@ std::optional<bool> conditions::truth_of(value_id condition) const {
         return decided_here(one);
     }
     if (one.op == operation::bit_not) {
-        const auto inner = facts_.find(one.operands[0]);
-        return inner == facts_.end() ? std::nullopt : std::optional(!inner->second);
-    }
-    if (one.op == operation::bit_and || one.op == operation::bit_or) {
-        const bool decisive = one.op == operation::bit_or;
-        int others = 0;
-        for (const value_id operand : one.operand_span()) {
-            const auto inner = facts_.find(operand);
-            if (inner != facts_.end() && inner->second == decisive) {
-                return decisive;
-            }
-            others += inner != facts_.end() ? 1 : 0;
-        }
-        return others == 2 ? std::optional(!decisive) : std::nullopt;
+        const auto inner = told(one.operands[0]);
+        return inner ? std::optional(!*inner) : std::nullopt;
     }
     return std::nullopt;
+}
+
+std::optional<bool> conditions::truth_of(value_id condition) const {
+    if (const auto truth = told(condition)) {
+        return truth;
+    }
+    const value& one = values_[condition];
+    if (one.op != operation::bit_and && one.op != operation::bit_or) {
+        return std::nullopt;
+    }
+    const bool decisive = one.op == operation::bit_or;
+    int others = 0;
+    for (const value_id operand : one.operand_span()) {
+        const auto inner = told(operand);
+        if (inner == decisive) {
+            return decisive;
+        }
+        others += inner ? 1 : 0;
+    }
+    return others == 2 ? std::optional(!decisive) : std::nullopt;
 }
 
 decision conditions::path(decisions& all) const {

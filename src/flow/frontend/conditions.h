@@ -43,6 +43,7 @@ public:
     /// Whether nothing is assumed: what is followed here is followed by every run of the program.
     [[nodiscard]] bool are_empty() const { return starts_.empty(); }
 
+    /// Whether the condition holds here, where that is known.
     [[nodiscard]] std::optional<bool> truth_of(value_id condition) const;
 
     /// The way that is being followed.
@@ -71,6 +72,7 @@ private:
     void learn_range(value_id comparison, bool holds);
     [[nodiscard]] value_id compared_integer(value_id condition) const;
     [[nodiscard]] integer_range range_of(value_id integer) const;
+    [[nodiscard]] std::optional<bool> told(value_id condition) const;
     [[nodiscard]] std::optional<bool> decided_here(const value& comparison) const;
     [[nodiscard]] value_id known_side(value_id id) const;
     [[nodiscard]] bool are_inverse(value_id left, value_id right) const;

@@ -126,10 +126,13 @@ TEST(flow_messages, what_only_seems_to_be_guarded_is_refused) {
              "int found = 0, r; for (int i = 0; i < 9; i++) if (a == i) { found = 1; if (i < 8) r = i; } "
              "return found ? r : -1;",
              "int r = 0; switch (a) { case 0:; int t = b; case 1: r = t; } return r;",
-             "for (int i = 0; i < 30; i++) { if (a == i) return i; if (b == i) break; } if (a > b) return 3;",
          }) {
         EXPECT_TRUE(refused("int f(int a, int b) { " + body + " }", "not-always-assigned")) << body;
     }
+    EXPECT_TRUE(
+        refused("int f(int a, int b) { for (int i = 0; i < 30; i++) { if (a == i) return i; if (b == i) break; } "
+                "if (a > b) return 3; }",
+                "not-always-returned"));
     const std::string no_number = "int f(float x) { int r; if (x > 0) r = 1; if (x <= 0) r = 2; return r; }";
     EXPECT_TRUE(refused(no_number, "not-always-assigned"));
 }
