@@ -43,6 +43,12 @@ public:
         }
     }
 
+    /// An integer of any size, as likely of few bits as of many.
+    bus_bits sized(std::int32_t width) {
+        const bus_bits magnitude = random_bits(1 + below(width));
+        return (one_in(2) ? magnitude : ~magnitude + 1) & low_ones(width);
+    }
+
     /// An exponent field: the ends of every range, near the bias, near another one.
     bus_bits exponent(std::int32_t bits, std::int32_t bias, bus_bits other) {
         const bus_bits all = low_ones(bits);
@@ -139,7 +145,7 @@ public:
         if (!structured) {
             return random_bits(width);
         }
-        return layout.sign != 0 ? ieee(layout, other) : pattern(width);
+        return layout.sign != 0 ? ieee(layout, other) : one_in(2) ? pattern(width) : sized(width);
     }
 
 private:
