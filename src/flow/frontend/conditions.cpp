@@ -6,6 +6,13 @@
 
 namespace xfc::flow {
 
+namespace {
+
+/// How deep operands are looked at for their ranges.
+constexpr int most_levels = 3;
+
+}  // namespace
+
 void conditions::assume(value_id condition, bool truth) {
     starts_.push_back(learned_.size());
     learn(condition, truth);
@@ -34,8 +41,9 @@ void conditions::learn(value_id condition, bool truth) {
 void conditions::forget() {
     while (learned_.size() > starts_.back()) {
         const value_id last = learned_.back();
-        if (const value_id integer = compared_integer(last); integer != no_value) {
+        for (const value_id integer : compared_integers(last)) {
             learned_ranges_.at(integer).pop_back();
+            --learned_range_count_;
         }
         facts_.erase(last);
         learned_.pop_back();
@@ -43,41 +51,54 @@ void conditions::forget() {
     starts_.pop_back();
 }
 
-/// The integer that a comparison with a constant is about; no_value for other conditions.
-value_id conditions::compared_integer(value_id condition) const {
+/// The integers that a comparison with a constant is about: itself, and where its sign bit was turned to put unsigned
+/// numbers in order, the one before.
+std::vector<value_id> conditions::compared_integers(value_id condition) const {
     const value& one = values_[condition];
     if (!is_comparison(one.op) || values_[one.operands[0]].format != number_format::integer) {
-        return no_value;
+        return {};
     }
     const auto [left, right] = std::array{one.operands[0], one.operands[1]};
-    return values_.is_constant(right) ? left : values_.is_constant(left) ? right : no_value;
+    if (values_.is_constant(left) == values_.is_constant(right)) {
+        return {};
+    }
+    const value_id compared = values_.is_constant(right) ? left : right;
+    std::vector<value_id> integers = {compared};
+    for (const value_id before : values_[compared].operand_span()) {
+        if (!values_.is_constant(before) && ranges_.is_turned(compared, before)) {
+            integers.push_back(before);
+        }
+    }
+    return integers;
 }
 
 void conditions::learn_range(value_id comparison, bool holds) {
-    const value_id integer = compared_integer(comparison);
-    if (integer != no_value) {
+    for (const value_id integer : compared_integers(comparison)) {
         const integer_range now = ranges_.narrowed_by(comparison, holds, integer, range_of(integer));
         learned_ranges_[integer].push_back(now);
+        ++learned_range_count_;
     }
 }
 
-/// What the integer can be here.
-integer_range conditions::range_of(value_id integer) const {
-    const auto learned = learned_ranges_.find(integer);
-    return learned == learned_ranges_.end() || learned->second.empty() ? ranges_.of(integer) : learned->second.back();
+/// What the integer can be here: by what was learned about it, or else about what it is made of.
+integer_range conditions::range_of(value_id integer, int level) const {
+    if (const auto learned = learned_ranges_.find(integer);
+        learned != learned_ranges_.end() && !learned->second.empty()) {
+        return learned->second.back();
+    }
+    const integer_range anywhere = ranges_.of(integer);
+    if (learned_range_count_ == 0 || level == most_levels || values_.is_constant(integer)) {
+        return anywhere;
+    }
+    return common(anywhere, ranges_.computed(integer, [&](value_id operand) { return range_of(operand, level + 1); }));
 }
 
 /// By what was learned about its operands; what their ranges alone decide was never made a comparison.
 std::optional<bool> conditions::decided_here(const value& comparison) const {
-    const auto is_learned = [&](value_id operand) {
-        const auto found = learned_ranges_.find(operand);
-        return found != learned_ranges_.end() && !found->second.empty();
-    };
-    const auto [left, right] = std::array{comparison.operands[0], comparison.operands[1]};
-    if (!is_learned(left) && !is_learned(right)) {
+    if (learned_range_count_ == 0 || values_[comparison.operands[0]].format != number_format::integer) {
         return std::nullopt;
     }
-    return decided(comparison.op, range_of(left), range_of(right));
+    return decided(comparison.op, range_of(comparison.operands[0]), range_of(comparison.operands[1]));
 }
 
 /// What is known of a condition without a look at what it is made of, but for a turned one.
@@ -189,6 +210,9 @@ std::optional<counted_choice> counted_choice_of(const graph& values, value_id id
 }
 
 bool conditions::differs_from_zero(value_id integer) const {
+    if (!range_of(integer).contains(0)) {
+        return true;
+    }
     std::unordered_map<value_id, bool> known;
     return differs_from_zero(integer, known);
 }

@@ -70,8 +70,8 @@ private:
     [[nodiscard]] bool learned_to_differ_from_zero(value_id integer) const;
     void learn(value_id condition, bool truth);
     void learn_range(value_id comparison, bool holds);
-    [[nodiscard]] value_id compared_integer(value_id condition) const;
-    [[nodiscard]] integer_range range_of(value_id integer) const;
+    [[nodiscard]] std::vector<value_id> compared_integers(value_id condition) const;
+    [[nodiscard]] integer_range range_of(value_id integer, int level = 0) const;
     [[nodiscard]] std::optional<bool> told(value_id condition) const;
     [[nodiscard]] std::optional<bool> decided_here(const value& comparison) const;
     [[nodiscard]] value_id known_side(value_id id) const;
@@ -86,6 +86,7 @@ private:
     std::vector<std::size_t> starts_;  ///< of each assumption in `learned_`
     /// Of integers that `learned_` compares with constants, narrower with each of these.
     std::unordered_map<value_id, std::vector<integer_range>> learned_ranges_;
+    std::size_t learned_range_count_ = 0;  ///< in all of them
 };
 
 }  // namespace xfc::flow

@@ -9,8 +9,9 @@ namespace xfc::flow {
 
 namespace {
 
-/// How deep conditions are looked into.
+/// How deep conditions are looked into, and choices on the sides of choices.
 constexpr int most_levels = 6;
+constexpr std::size_t most_choices = 3;
 
 /// All integers where an end wrapped.
 integer_range unless_wrapped(std::int64_t low, std::int64_t high) {
@@ -28,8 +29,11 @@ std::int64_t all_ones(std::int64_t number) {
     return static_cast<std::int64_t>((std::uint64_t{1} << std::bit_width(static_cast<std::uint64_t>(number))) - 1);
 }
 
+/// Both together; a range of no numbers adds none.
 integer_range joined(const integer_range& one, const integer_range& other) {
-    return {std::min(one.low, other.low), std::max(one.high, other.high)};
+    return one.is_empty()     ? other
+           : other.is_empty() ? one
+                              : integer_range{std::min(one.low, other.low), std::max(one.high, other.high)};
 }
 
 /// With the sign bit of each turned, as unsigned numbers are put in order.
@@ -73,17 +77,19 @@ integer_range of_remainder(const integer_range& dividend, const integer_range& d
 }
 
 integer_range of_shift(operation op, const integer_range& number, const integer_range& distance) {
-    if (distance.low != distance.high || distance.low < 0 || distance.low > 31) {
+    if (distance.low < 0 || distance.high > 31) {
         return all_integers;
     }
-    const std::int64_t factor = std::int64_t{1} << distance.low;
     if (op == operation::shift_left) {
-        return unless_wrapped(number.low * factor, number.high * factor);
+        const std::int64_t least = std::int64_t{1} << distance.low;
+        const std::int64_t most = std::int64_t{1} << distance.high;
+        return between({number.low * least, number.low * most, number.high * least, number.high * most});
     }
-    if (op == operation::shift_right_unsigned && number.low < 0 && distance.low > 0) {
-        return {0, (std::int64_t{1} << (32 - distance.low)) - 1};
+    if (op == operation::shift_right_unsigned && number.low < 0) {
+        return distance.low == 0 ? all_integers : integer_range{0, (std::int64_t{1} << (32 - distance.low)) - 1};
     }
-    return {number.low >> distance.low, number.high >> distance.low};
+    return between({number.low >> distance.low, number.low >> distance.high, number.high >> distance.low,
+                    number.high >> distance.high});
 }
 
 }  // namespace
@@ -112,6 +118,10 @@ integer_range narrowed(integer_range range, operation comparison, bool is_left, 
     return range;
 }
 
+integer_range common(const integer_range& one, const integer_range& other) {
+    return {std::max(one.low, other.low), std::min(one.high, other.high)};
+}
+
 std::optional<bool> decided(operation comparison, const integer_range& left, const integer_range& right) {
     if (comparison == operation::equal) {
         if (left.high < right.low || right.high < left.low) {
@@ -131,21 +141,21 @@ std::optional<bool> decided(operation comparison, const integer_range& left, con
 }
 
 integer_range integer_ranges::narrowed_by(value_id condition, bool holds, value_id integer, integer_range range) const {
-    struct fact {
+    struct part {
         value_id condition;
         bool holds;
         int level;
     };
-    std::vector<fact> facts = {{condition, holds, 0}};
-    while (!facts.empty()) {
-        const fact now = facts.back();
-        facts.pop_back();
+    std::vector<part> parts = {{condition, holds, 0}};
+    while (!parts.empty()) {
+        const part now = parts.back();
+        parts.pop_back();
         const value& one = values_[now.condition];
         if (one.op == operation::bit_not && now.level < most_levels) {
-            facts.push_back({one.operands[0], !now.holds, now.level + 1});
+            parts.push_back({one.operands[0], !now.holds, now.level + 1});
         } else if (one.op == (now.holds ? operation::bit_and : operation::bit_or) && now.level < most_levels) {
-            facts.push_back({one.operands[0], now.holds, now.level + 1});
-            facts.push_back({one.operands[1], now.holds, now.level + 1});
+            parts.push_back({one.operands[0], now.holds, now.level + 1});
+            parts.push_back({one.operands[1], now.holds, now.level + 1});
         } else if (is_comparison(one.op) && values_[one.operands[0]].format == number_format::integer) {
             const bool is_left = values_.is_constant(one.operands[1]);
             const auto number = values_.known_integer(one.operands[is_left ? 1 : 0]);
@@ -153,8 +163,7 @@ integer_range integer_ranges::narrowed_by(value_id condition, bool holds, value_
             if (number && compared == integer) {
                 range = narrowed(range, one.op, is_left, *number, now.holds);
             } else if (number && is_turned(compared, integer)) {
-                const integer_range other = turned(narrowed(turned(range), one.op, is_left, *number, now.holds));
-                range = {std::max(range.low, other.low), std::min(range.high, other.high)};
+                range = common(range, turned(narrowed(turned(range), one.op, is_left, *number, now.holds)));
             }
         }
     }
@@ -175,47 +184,72 @@ integer_range integer_ranges::known(value_id integer) const {
     return ranges_.at(integer);
 }
 
-/// From the ranges of its operands, which are known.
-integer_range integer_ranges::computed(const value& one) const {
-    const auto operand = [&](std::size_t place) { return known(one.operands[place]); };
+/// What one side of a choice can be where all of these conditions have these truths. Choices on that side are looked
+/// into: a number limited on both sides is a choice in a choice.
+integer_range integer_ranges::of_side(value_id side, std::vector<fact>& facts,
+                                      const ranges_of_operands& range_of) const {
+    integer_range range = range_of(side);
+    const value& one = values_[side];
+    if (one.op == operation::select && facts.size() < most_choices) {
+        facts.push_back({one.operands[0], true});
+        const integer_range yes = of_side(one.operands[1], facts, range_of);
+        facts.back().holds = false;
+        const integer_range no = of_side(one.operands[2], facts, range_of);
+        facts.pop_back();
+        range = common(range, joined(yes, no));
+    }
+    for (const fact& one_fact : facts) {
+        range = narrowed_by(one_fact.condition, one_fact.holds, side, range);
+    }
+    return range;
+}
+
+integer_range integer_ranges::computed(value_id integer, const ranges_of_operands& range_of) const {
+    const value& one = values_[integer];
+    if (one.op == operation::select) {
+        std::vector<fact> facts = {{one.operands[0], true}};
+        const integer_range yes = of_side(one.operands[1], facts, range_of);
+        facts.back().holds = false;
+        return joined(yes, of_side(one.operands[2], facts, range_of));
+    }
+    std::array<integer_range, 2> in = {all_integers, all_integers};
+    for (std::size_t place = 0; place < std::min(one.operand_span().size(), in.size()); ++place) {
+        if (values_[one.operands[place]].format == number_format::integer) {
+            in.at(place) = range_of(one.operands[place]);
+            if (in.at(place).is_empty()) {
+                return in.at(place);
+            }
+        }
+    }
+    const auto& [left, right] = in;
     switch (one.op) {
-        case operation::add: {
-            const auto [left, right] = std::array{operand(0), operand(1)};
+        case operation::add:
             return unless_wrapped(left.low + right.low, left.high + right.high);
-        }
-        case operation::subtract: {
-            const auto [left, right] = std::array{operand(0), operand(1)};
+        case operation::subtract:
             return unless_wrapped(left.low - right.high, left.high - right.low);
-        }
-        case operation::multiply: {
-            const auto [left, right] = std::array{operand(0), operand(1)};
+        case operation::multiply:
             return between(
                 {left.low * right.low, left.low * right.high, left.high * right.low, left.high * right.high});
-        }
         case operation::divide:
-            return of_quotient(operand(0), operand(1));
+            return of_quotient(left, right);
         case operation::remainder:
-            return of_remainder(operand(0), operand(1));
+            return of_remainder(left, right);
         case operation::negate:
-            return unless_wrapped(-operand(0).high, -operand(0).low);
+            return unless_wrapped(-left.high, -left.low);
         case operation::bit_and:
-            return of_and(operand(0), operand(1));
-        case operation::bit_or:
+            return of_and(left, right);
         case operation::bit_xor:
-            return of_or(operand(0), operand(1), one.op == operation::bit_xor);
+            return is_turned(integer, one.operands[0])   ? turned(left)
+                   : is_turned(integer, one.operands[1]) ? turned(right)
+                                                         : of_or(left, right, true);
+        case operation::bit_or:
+            return of_or(left, right, false);
         case operation::bit_not:
-            return {-1 - operand(0).high, -1 - operand(0).low};
+            return {-1 - left.high, -1 - left.low};
         case operation::shift_left:
         case operation::shift_right:
         case operation::shift_right_unsigned:
-            return of_shift(one.op, operand(0), operand(1));
-        case operation::select: {
-            const value_id condition = one.operands[0];
-            const integer_range yes = narrowed_by(condition, true, one.operands[1], operand(1));
-            const integer_range no = narrowed_by(condition, false, one.operands[2], operand(2));
-            // A side that is never chosen has no numbers.
-            return yes.low > yes.high ? no : no.low > no.high ? yes : joined(yes, no);
-        }
+            return of_shift(one.op, left, right);
         case operation::convert:
             return values_[one.operands[0]].format == number_format::boolean ? integer_range{0, 1} : all_integers;
         default:
@@ -241,7 +275,7 @@ integer_range integer_ranges::of(value_id integer) {
             }
         }
         if (waiting.size() == before) {
-            ranges_.emplace(last, computed(one));
+            ranges_.emplace(last, computed(last, [&](value_id operand) { return known(operand); }));
             waiting.pop_back();
         }
     }

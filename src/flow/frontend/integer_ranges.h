@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 #include "flow/graph/graph.h"
 
@@ -13,6 +15,7 @@ struct integer_range {
     std::int64_t low;
     std::int64_t high;
 
+    [[nodiscard]] constexpr bool is_empty() const { return low > high; }
     [[nodiscard]] constexpr bool contains(std::int64_t number) const { return low <= number && number <= high; }
 };
 
@@ -26,6 +29,9 @@ inline constexpr integer_range all_integers = {-2147483648, 2147483647};
 [[nodiscard]] integer_range narrowed(integer_range range, operation comparison, bool is_left, std::int64_t number,
                                      bool holds);
 
+/// What is in both.
+[[nodiscard]] integer_range common(const integer_range& one, const integer_range& other);
+
 /// Whether numbers of two ranges stand so to each other, where that is the same for all of them.
 [[nodiscard]] std::optional<bool> decided(operation comparison, const integer_range& left, const integer_range& right);
 
@@ -37,13 +43,28 @@ public:
 
     [[nodiscard]] integer_range of(value_id integer);
 
-    /// The same where a condition has this truth, as far as it compares the integer with known numbers.
+    /// Remembers what is known of an integer beyond what its operations tell.
+    void learn(value_id integer, const integer_range& range) { ranges_[integer] = common(of(integer), range); }
+
+    using ranges_of_operands = std::function<integer_range(value_id)>;
+
+    /// From ranges of its operands, which may be narrower than `of` gives them, or empty where no run comes.
+    [[nodiscard]] integer_range computed(value_id integer, const ranges_of_operands& range_of) const;
+
+    /// A range of the integer where a condition has this truth, as far as it compares the integer with known numbers.
     [[nodiscard]] integer_range narrowed_by(value_id condition, bool holds, value_id integer,
                                             integer_range range) const;
 
-private:
-    [[nodiscard]] integer_range computed(const value& one) const;
+    /// Whether one is the other with its sign bit turned.
     [[nodiscard]] bool is_turned(value_id one, value_id other) const;
+
+private:
+    struct fact {
+        value_id condition;
+        bool holds;
+    };
+    [[nodiscard]] integer_range of_side(value_id side, std::vector<fact>& facts,
+                                        const ranges_of_operands& range_of) const;
     [[nodiscard]] integer_range known(value_id integer) const;
 
     const graph& values_;

@@ -1,6 +1,7 @@
 // Unsigned integers of 32 bits. Their bits are those of signed ones, and so are sums, products and logic; what differs
 // - order, quotients, conversions to and from floating numbers - is put together of signed operations.
 
+#include <algorithm>
 #include <limits>
 
 #include "flow/frontend/executor.h"
@@ -111,7 +112,11 @@ value_id executor::remainder_unsigned(value_id a, value_id b, const asked_range&
         return make(operation::remainder, number_format::integer, {a, b}, where);
     }
     const value_id whole = make(operation::multiply, number_format::integer, {divide_unsigned(a, b, where), b}, where);
-    return make(operation::subtract, number_format::integer, {a, whole}, where);
+    const value_id rest = make(operation::subtract, number_format::integer, {a, whole}, where);
+    if (const integer_range divisor = integer_ranges_.of(b); divisor.low >= 0) {
+        integer_ranges_.learn(rest, {0, std::max<std::int64_t>(divisor.high - 1, 0)});
+    }
+    return rest;
 }
 
 /// Exact in double: the lower bits' number, and 2^31 where the highest bit is set. Single is rounded from that once.

@@ -187,6 +187,31 @@ TEST_F(flow_integer_range, of_a_limited_unsigned_number) {
     expect(make(operation::select, integer, {large, constant(8), n}), 0, 8);
 }
 
+TEST_F(flow_integer_range, of_a_choice_in_a_choice) {
+    const value_id negative = make(operation::less, boolean, {n, constant(0)});
+    const value_id large = make(operation::less, boolean, {constant(8), n});
+    const value_id inner = make(operation::select, integer, {large, constant(8), n});
+    expect(make(operation::select, integer, {negative, constant(0), inner}), 0, 8);
+}
+
+TEST_F(flow_integer_range, of_a_shift_by_a_few_bits) {
+    const value_id distance = make(operation::bit_and, integer, {n, constant(7)});
+    expect(make(operation::shift_left, integer, {constant(1), distance}), 1, 128);
+    expect(make(operation::shift_right, integer, {constant(-256), distance}), -256, -2);
+    expect(make(operation::shift_right_unsigned, integer, {constant(-1), distance}), all_integers.low,
+           all_integers.high);
+}
+
+TEST_F(flow_integer_range, is_narrower_where_more_is_known) {
+    const value_id sum = make(operation::add, integer, {n, constant(1)});
+    expect(sum, all_integers.low, all_integers.high);
+    ranges.learn(sum, {0, 6});
+    expect(sum, 0, 6);
+    const integer_range none = {1, 0};
+    EXPECT_TRUE(ranges.computed(sum, [&](value_id) { return none; }).is_empty());
+    EXPECT_EQ(ranges.computed(sum, [](value_id) { return integer_range{1, 2}; }).high, 4);
+}
+
 TEST_F(flow_integer_range, of_a_count) {
     value_id count = constant(0);
     const value_id x = values.add_input({.name = "x", .format = integer});

@@ -81,3 +81,57 @@ int ends_that_are_not_decided(int n, int m) {
     if (n <= m) y += n < m ? 64 : 128;
     return y;
 }
+
+int counted_down(int n, unsigned m) {
+    int sum = 0;
+    if (n > 8) n = 8;
+    while (n > 0) sum = 3 * sum + n--;
+    m &= 7;
+    while (m--) sum ^= 1 << m;
+    return sum;
+}
+
+int counted_down_from_a_range(int n, unsigned char c) {
+    if (n < 0) return 0;
+    if (n > 8) return 1;
+    int sum = 0;
+    for (int k = n; k > 0; k--) sum += k * k;
+    for (c >>= 5; c > 0; c--) sum += c;
+    return sum;
+}
+
+int counted_up_from_a_limit(int n, int m) {
+    int sum = 0;
+    if (n < 3) n = 3;
+    for (int k = n; k < 10; k++) sum += k;
+    m &= 7;
+    for (int k = 0; k != m; k++) sum = 2 * sum + k;
+    return sum;
+}
+
+int limited_by_else(int n, int m) {
+    if (n < 0)
+        n = 0;
+    else if (n > 8)
+        n = 8;
+    unsigned end = n;
+    int sum = 0;
+    for (unsigned i = 0; i < end; ++i) sum += table[i];
+    m = m < 3 ? 3 : m > 6 ? 6 : m;
+    for (; m < 10; ++m) sum ^= m;
+    return sum;
+}
+
+int divided_in_a_range(int n, int m) {
+    const int limited = m < 0 ? 0 : m > 3 ? 3 : m;
+    if (n >= 0 && n <= 8) return m / (n + 1) + n / (4 - limited);
+    return n / (1 << (m & 7));
+}
+
+int unsigned_ranges(unsigned n, int m) {
+    int sum = 0;
+    for (unsigned i = 0; i < n % 7; ++i) sum += table[i];
+    if ((unsigned)m < 8)
+        for (int i = 0; i < m; ++i) sum = 2 * sum - table[i];
+    return sum + (n % 5 > 4 ? 1000 : 0);
+}
