@@ -249,9 +249,7 @@ bool conditions::learned_to_differ_from_zero(value_id integer) const {
     for (const value_id id : learned_) {
         const value& fact = values_[id];
         const bool holds = facts_.at(id);
-        const bool compares_it =
-            (fact.op == operation::equal || fact.op == operation::less || fact.op == operation::less_equal) &&
-            (fact.operands[0] == integer || fact.operands[1] == integer);
+        const bool compares_it = is_comparison(fact.op) && (fact.operands[0] == integer || fact.operands[1] == integer);
         if (!compares_it) {
             continue;
         }

@@ -371,7 +371,6 @@ flow_of executor::execute_loop(const loop_parts& loop) { return {run_rounds(loop
 /// Runs the rounds of a loop from this one on and gives the condition under which one of them returned. Behind a
 /// condition that is not known all further rounds stand inside it.
 value_id executor::run_rounds(const loop_parts& loop, int round) {
-    const bool comes_perhaps = round > 0;
     const auto inside = [&](value_id condition, const std::function<value_id()>& rest) {
         value_id returned = no_;
         guarded(condition, loop.where, [&] { returned = rest(); });
@@ -388,7 +387,7 @@ value_id executor::run_rounds(const loop_parts& loop, int round) {
         constexpr int share_of_unknown = 50;
         const int limit = known ? options_.unroll_limit : std::max(1, options_.unroll_limit / share_of_unknown);
         if (round >= limit) {
-            const bool endless = !known || comes_perhaps || loop.condition == nullptr;
+            const bool endless = !known || loop.condition == nullptr;
             refuse(endless ? message_id::loop_without_end : message_id::loop_too_long, loop.where,
                    {std::to_string(limit)});
         }
