@@ -137,6 +137,16 @@ TEST(flow_messages, what_only_seems_to_be_guarded_is_refused) {
     EXPECT_TRUE(refused(no_number, "not-always-assigned"));
 }
 
+TEST(flow_messages, a_loop_that_may_be_left_early_is_too_long_all_the_same) {
+    const std::string search =
+        "int f(int a) { int i; for (i = 0; i < 200; i++) { if (a == i) break; a += i; } return i; }";
+    EXPECT_TRUE(messages_of("x.c", search, {.unroll_limit = 100})
+                    .starts_with("x.c:1:35: error: this loop has more than 100 rounds, and each becomes hardware"));
+    // A limit that is not known is none, but a number that was limited is.
+    EXPECT_TRUE(refused("int f(int n) { int s = 0; while (n > 0) s += n--; return s; }", "loop-without-end"));
+    EXPECT_FALSE(refused("int f(int n) { int s = 0; n &= 7; while (n > 0) s += n--; return s; }", "loop-without-end"));
+}
+
 TEST(flow_messages, so_many_values_are_told) {
     const std::string program = "float f(float a) { for (int i = 0; i < 1000; i++) a = a * i + a; return a; }";
     EXPECT_EQ(messages_of("x.c", program, {.most_values = 100}),
